@@ -1,0 +1,56 @@
+#pragma once
+
+// Where the engine by rule ignores a mistake of an author, it says so here, for whoever listens. Off unless the host
+// turns it on; it never changes a result. Callers test `diagnose::isOn()` first, so that a silent run pays one flag.
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace footlight {
+
+// A place in a file of the game: an interned file name and a line counted from 1. Line 0 means "unknown".
+struct Origin {
+  std::uint32_t file = 0;
+  std::int32_t line = 0;
+};
+
+namespace diagnose {
+
+enum class Group { file, definition, object, method, arguments, behaviour, statement, limit };
+
+struct Report {
+  Group group;
+  std::string object;  // the object or name in question
+  std::string method;  // empty where none is in question
+  std::string text;    // what was ignored, in English
+  std::string file;    // empty when unknown
+  std::int32_t line;   // 0 when unknown
+};
+
+using Listener = std::function<void(const Report&)>;
+
+inline bool listening = false;
+inline bool isOn() { return listening; }
+// Sends every report to the listener from now on; an empty one turns reporting off.
+void listen(Listener listener);
+void report(Group group, std::string_view object, std::string_view method, std::string_view text, Origin origin = {});
+const char* groupName(Group group);
+
+// The number that stands for a file name in an Origin.
+std::uint32_t internFile(std::string_view name);
+std::string_view fileName(std::uint32_t file);
+
+}  // namespace diagnose
+
+// Counts a guard that fired, by name, so that tests can ask whether it did.
+void guardHit(const char* name);
+// How often a guard fired since `resetGuardHits`.
+int guardHits(std::string_view name);
+int allGuardHits();
+void resetGuardHits();
+// Calls the function with each name and count.
+void forEachGuard(const std::function<void(std::string_view, int)>& function);
+
+}  // namespace footlight

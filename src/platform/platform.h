@@ -1,0 +1,38 @@
+#pragma once
+
+// What the engine needs of the machine, as interfaces. Nothing outside this folder calls the operating system.
+//
+// One Platform exists at a time. The host makes it (see sdl/ and headless/), installs it with `use` before it
+// builds anything of the engine, and takes it away after the engine is gone. Everything here is called on the
+// engine's thread unless an interface says otherwise.
+
+#include "platform/clock.h"
+#include "platform/display.h"
+#include "platform/file_system.h"
+#include "platform/input_devices.h"
+#include "platform/modules.h"
+#include "platform/shell.h"
+
+namespace footlight::platform {
+
+class Platform {
+ public:
+  virtual ~Platform() = default;
+
+  virtual Clock& clock() = 0;
+  virtual FileSystem& files() = 0;
+  virtual Display& display() = 0;
+  virtual InputDevices& input() = 0;
+  virtual Shell& shell() = 0;
+  virtual Modules& modules() = 0;
+  // The system's language as four hexadecimal digits, upper case, as in "0415".
+  virtual std::string locale() const = 0;
+};
+
+// Installs the machine under the engine; null takes it away. The caller keeps ownership.
+void use(Platform* platform);
+// The installed platform; there must be one.
+Platform& current();
+bool isInstalled();
+
+}  // namespace footlight::platform

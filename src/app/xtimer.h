@@ -1,0 +1,70 @@
+#pragma once
+
+// The window's timer list. It fires callbacks from the main loop: at most once a frame each, and time lost in a long
+// frame is not made up. Handlers may add and remove timers freely; one added in a handler first counts on the next
+// frame. A receiver that has gone never fires: the list holds it weakly.
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "foundation/timer_notificator.h"
+#include "foundation/xobject.h"
+
+namespace footlight {
+
+class CUnit6;
+class CWindow;
+
+class CTimerObject : public CXObject {
+ public:
+  TimerId id = 0;
+  std::uint32_t interval = 0;   // milliseconds between firings
+  std::uint64_t count = 0;      // firings so far
+  std::uint32_t last = 0;       // clock at the last firing or reset
+  std::uint32_t pausedFor = 0;  // milliseconds since `last`, taken at a pause
+  CUnit6* unit = nullptr;
+  CWindow* window = nullptr;
+  CTimerNotificator* notificator = nullptr;
+  WeakRef<CXObject> receiver;  // the object behind the one receiver that is set
+  bool unitMustBeLive = true;
+};
+
+class CXTimer : public CXObject {
+ public:
+  // Each gives the id of the new timer. `interval` is in milliseconds; below 0 it never fires.
+  TimerId add(int interval, CUnit6* unit, bool unitMustBeLive);
+  TimerId add(int interval, CWindow* window);
+  // `T` is both the notificator and the engine object whose end ends the timer.
+  template <class T>
+  TimerId add(int interval, T* notificator) {
+    return addNotificator(interval, notificator, notificator);
+  }
+
+  // Null when there is no such timer or its removal is pending.
+  CTimerObject* find(TimerId id) const;
+  // Takes effect on the next `domodal`.
+  void remove(TimerId id);
+  // Starts the interval anew.
+  void reset(TimerId id);
+  // One frame; gives 0.
+  int domodal();
+  // Shifts the phase of every timer by the time between the two calls.
+  void pause();
+  void resume();
+  int getSize() const { return static_cast<int>(timers_.size()); }
+
+  // Stops every timer when false.
+  static void enable(bool enabled) { enabled_ = enabled; }
+
+ private:
+  TimerId addNotificator(int interval, CTimerNotificator* notificator, CXObject* receiver);
+  TimerId append(int interval, std::unique_ptr<CTimerObject> timer, CXObject* receiver);
+  void fire(CTimerObject* timer);
+
+  static inline bool enabled_ = true;
+  static inline TimerId nextId_ = 1;
+  std::vector<Owned<CTimerObject>> timers_;
+};
+
+}  // namespace footlight

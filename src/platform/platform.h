@@ -27,6 +27,8 @@ class Platform {
   virtual Modules& modules() = 0;
   // The system's language as four hexadecimal digits, upper case, as in "0415".
   virtual std::string locale() const = 0;
+  // An estimate of the processor's speed; a machine of virtual time has a round one.
+  virtual int processorMegahertz() const { return 1000; }
 };
 
 // Installs the machine under the engine; null takes it away. The caller keeps ownership.

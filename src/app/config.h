@@ -58,7 +58,7 @@ class CConfig {
   std::optional<platform::FileStamp> stamp_;  // of the file as it was last read or written
   bool isRead_ = false;
   std::vector<std::string> lines_;  // without their ends
-  std::string lineEnd_ = "\n";
+  std::string_view lineEnd_ = "\n";
   std::unordered_map<std::string, std::size_t> sections_;  // folded name to its line
   std::unordered_map<std::string, std::size_t> keys_;  // folded section, line feed, folded key to its line
   std::optional<std::uint32_t> durableAt_;             // ticks when the disk was last waited for

@@ -21,9 +21,14 @@
 #include <vector>
 
 #include "foundation/geometry.h"
+#include "foundation/timer_notificator.h"
 #include "foundation/xobject.h"
 #include "foundation/xstring.h"
 #include "platform/shell.h"
+
+namespace footlight::platform {
+class Surface;
+}
 
 namespace footlight {
 
@@ -76,13 +81,14 @@ class CWindow : public CXObject {
   // One pass of the main loop: a tick, then the application's step. True when the program is to end.
   bool domodal();
   void Tick();
+  void onTimer(TimerId /*id*/) {}
   void quit() { quitFlag_ = true; }
   bool isQuitting() const { return quitFlag_; }
   // Takes down all that the window owns, in a fixed order; the destructor does it too.
   void release();
 
   bool isActive() const { return active_; }
-  void Activate(bool active) { active_ = active; }  // the flag and nothing else
+  void Activate(bool active);  // the flag alone: nobody is told
   // The pause flag of the scene. It does not stop ticks.
   static bool isPaused();
   static void pause();
@@ -231,7 +237,7 @@ class CWindow : public CXObject {
   void tellKeyListeners(Event event);
   template <class T, class Event>
   static void walk(const Listeners<T>& snapshot, const Listeners<T>& live, Event event);
-  bool openScreen(std::unique_ptr<CSurface> surface);
+  bool openScreen(platform::Surface* backBuffer);
   void showFrame();
   void tickPollers();
   void flushPollers();

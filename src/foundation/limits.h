@@ -13,6 +13,7 @@ inline constexpr int kBracketDepth = 200;   // brackets in one statement
 inline constexpr int kTreeDepth = 64;       // trees and folders
 inline constexpr int kPictureSide = 16384;  // pixels
 inline constexpr std::int64_t kPicturePixels = std::int64_t{1} << 24;
+inline constexpr std::int64_t kPictureFileBytes = kPicturePixels * 6;
 inline constexpr std::int64_t kTextFileBytes = std::int64_t{64} << 20;
 inline constexpr std::int64_t kLogicalLineBytes = std::int64_t{1} << 20;
 inline constexpr int kObjectsInScope = 1000000;

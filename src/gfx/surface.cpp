@@ -13,6 +13,8 @@ namespace {
 
 using platform::Status;
 
+constexpr int kBusyFlips = 100000;  // asked again so often before the frame is given up
+
 platform::Display& display() { return platform::current().display(); }
 
 std::vector<std::uint32_t>& conversionTable() {
@@ -86,7 +88,9 @@ void CSurface::Blt(CDirectDrawSurface* source, int x, int y, const CXRect* rect)
 }
 
 void CSurface::Flip() {
-  if (display().flip() == Status::lost) {
+  Status status = display().flip();
+  for (int i = 0; status == Status::busy && i < kBusyFlips; ++i) status = display().flip();
+  if (status == Status::lost) {
     display().restoreScreen();
     if (backBuffer_ != nullptr) backBuffer_->restore();
   }

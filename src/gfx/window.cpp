@@ -2,6 +2,7 @@
 
 #include "app/application.h"
 #include "app/command_line6.h"
+#include "app/language_os_ver.h"
 #include "app/xtimer.h"
 #include "gfx/direct_draw_surface.h"
 #include "gfx/refresh_screen.h"
@@ -48,6 +49,7 @@ CWindow::CWindow(CCommandLine6* commandLine, CLanguageOSVer* language, CXSize si
   all = {this, asFolder(CXString(platform::current().files().currentDirectory())),
          asFolder(std::move(exePath)), false};
   dataRoot_ = all.rootPath;
+  CFilePlaces::use(this);
   timer_ = std::make_unique<CXTimer>();
   SetCursor(platform::Cursor::main);
   devicePoller_ = std::make_unique<CDevicePoller>(this);
@@ -61,6 +63,7 @@ CWindow::CWindow(CCommandLine6* commandLine, CLanguageOSVer* language, CXSize si
 CWindow::~CWindow() {
   pollerThread_.reset();
   release();
+  CFilePlaces::use(nullptr);
   statics() = {};
 }
 
@@ -86,6 +89,10 @@ void CWindow::resume() { statics().paused = false; }
 CXString CWindow::GetSoundFXFullPath(const CXString& name) const {
   return soundFXPath_.IsEmpty() ? name : soundFXPath_ + "\\" + name;
 }
+
+CXString CWindow::localFileName(const CXString& path) const { return language_->getLocalFileName(path); }
+bool CWindow::isToCode() const { return commandLine_->isToCode(); }
+bool CWindow::isToDecode() const { return commandLine_->isToDecode(); }
 
 // --- the main loop
 // -----------------------------------------------------------------------------------------------

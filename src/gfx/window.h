@@ -20,6 +20,7 @@
 #include <mutex>
 #include <vector>
 
+#include "files/file_places.h"
 #include "foundation/geometry.h"
 #include "foundation/timer_notificator.h"
 #include "foundation/xobject.h"
@@ -48,7 +49,7 @@ class CScreenUnit;
 class CSurface;
 class CXTimer;
 
-class CWindow : public CXObject {
+class CWindow : public CXObject, public CFilePlaces {
  public:
   static constexpr int kGraphicsError = -998;
   static constexpr int kSoundError = -997;
@@ -128,6 +129,14 @@ class CWindow : public CXObject {
   void SetSoundFXPath(CXString path) { soundFXPath_ = std::move(path); }
   // The sound folder, a backslash and the name; the name alone while no folder is set.
   CXString GetSoundFXFullPath(const CXString& name) const;
+
+  // What the file classes ask.
+  CXString rootPath() const override { return getRootPath(); }
+  CXString dataRoot() const override { return dataRoot_; }
+  bool hasLanguage() const override { return language_ != nullptr; }
+  CXString localFileName(const CXString& path) const override;
+  bool isToCode() const override;
+  bool isToDecode() const override;
 
   CCommandLine6* getCommandLine() const { return commandLine_; }
   CLanguageOSVer* getLanguage() const { return language_; }

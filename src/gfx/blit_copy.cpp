@@ -1,0 +1,70 @@
+// Copies without blending, and the change of format.
+
+#include <cstring>
+
+#include "gfx/blit.h"
+#include "gfx/blit_area.h"
+#include "gfx/pixel_format.h"
+
+namespace footlight::blit {
+
+namespace {
+
+void copyRows(const _canvas& source, const _canvas& destination, const Area& area) {
+  forEachRow(area, [&](std::int64_t from, std::int64_t to) {
+    std::memmove(pixels16(destination) + to, pixels16(source) + from,
+                 static_cast<std::size_t>(area.width) * 2);
+  });
+}
+
+void copyRows32(const _canvas& source, const _canvas& destination, const Area& area) {
+  forEachPixel(area, [s = pixels16(source), t = pixels32(destination)](std::int64_t from, std::int64_t to) {
+    t[to] = toPixel32(s[from]);
+  });
+}
+
+void convertPixels(std::span<std::byte> data, auto function) {
+  auto* pixels = reinterpret_cast<std::uint16_t*>(data.data());
+  const std::size_t count = data.size() / 4 * 2;
+  for (std::size_t i = 0; i < count; ++i) pixels[i] = static_cast<std::uint16_t>(function(pixels[i]));
+}
+
+}  // namespace
+
+bool copy(const _canvas& source, const _canvas& destination) {
+  if (!isTwoBytes(source.bpp)) return false;
+  const bool same = source.bpp == destination.bpp;
+  if (!same && destination.bpp != 24 && destination.bpp != 32) return false;
+  const auto area = areaOf(source, destination);
+  if (!area) return false;
+  if (same) copyRows(source, destination, *area);
+  if (destination.bpp == 32) copyRows32(source, destination, *area);
+  return true;
+}
+
+bool copy_alpha_as_mask(const _canvas& source, const _canvas& destination) {
+  if (!isTwoBytes(source.bpp) || source.bpp != destination.bpp || source.alpha.empty()) return false;
+  const auto area = areaOf(source, destination);
+  if (!area) return false;
+  forEachPixel(*area, [s = pixels16(source), a = alphaOf(source), t = pixels16(destination)](
+                          std::int64_t from, std::int64_t to) {
+    if (a[from] != 0) t[to] = s[from];
+  });
+  return true;
+}
+
+// The lowest green bit of a 5-5-5 pixel and of a 5-6-5 pixel alike does not survive.
+bool convert_bpp(std::span<std::byte> data, int from, int to) {
+  if (from == to) return true;
+  if (from == 15 && to == 16) {
+    convertPixels(data, [](std::uint32_t p) { return (p & 0x1F) | (p & 0xFFC0) << 1; });
+    return true;
+  }
+  if (from == 16 && to == 15) {
+    convertPixels(data, [](std::uint32_t p) { return (p & 0x1F) | (p & 0xFFC0) >> 1; });
+    return true;
+  }
+  return false;
+}
+
+}  // namespace footlight::blit

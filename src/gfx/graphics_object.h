@@ -1,0 +1,263 @@
+#pragma once
+
+// Base of everything that holds pixels or draws them: a place, a size, pixels in one of the formats of
+// pixel_format.h, an alpha plane beside them, an opacity.
+//
+// Pixels and alpha lie in blocks that objects may share (pixel_block.h). An object with `compression` other
+// than none holds packed bytes; whatever needs plain pixels unpacks them first.
+//
+// An object that changes says so with `Invalidate`: its place goes to the refresh screen that lists it, if
+// any, and to its observers. It leaves the screen and its observers when it ends. Nothing here keeps a plain
+// pointer to another object: where it is drawn (`destiny`), who lists it and who observes it are held weakly.
+//
+// Positions are pixels of the destination. Clipping rectangles are in the object's own coordinates.
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "foundation/geometry.h"
+#include "foundation/xobject.h"
+#include "foundation/xstring.h"
+#include "gfx/color.h"
+#include "gfx/invalidate_observer.h"
+#include "gfx/pixel_block.h"
+
+namespace footlight {
+
+class CFile;
+class CRefreshScreen;
+class CWindow;
+
+// What an object's bytes hold now.
+enum class _compression {
+  none = 0,
+  lzw = 2,
+  lzwOverRle = 3,
+  rle = 4,
+  jpeg = 5,  // colour only; the alpha plane is lzw then
+};
+
+enum class _channel { alpha = -1, red = 0, green = 1, blue = 2 };
+
+class CGraphicsObject : public CXObject, public CInvalidateObserver {
+ public:
+  // No pixels. The window may be null; then nothing is ever shown.
+  explicit CGraphicsObject(CWindow* window) : window_(window) {}
+  // Black pixels and no alpha plane; no pixels when the size is over the limits.
+  CGraphicsObject(CWindow* window, CXSize size, int bpp);
+  // Takes these pixels.
+  CGraphicsObject(CWindow* window, CXSize size, PixelBlock pixels);
+  // Shares the source's pixels and copies its state; stands on no screen and has no observers.
+  CGraphicsObject(CWindow* window, const CGraphicsObject& source);
+  ~CGraphicsObject() override;
+  CGraphicsObject(const CGraphicsObject&) = delete;
+  CGraphicsObject& operator=(const CGraphicsObject&) = delete;
+
+  // Shares the pixels.
+  std::unique_ptr<CXObject> clone() const override;
+
+  // From packed to plain and back, keeping the packed form at hand. See graphics_pack.cpp.
+  virtual void pack(bool freePlain);
+  virtual void unpack();
+  virtual int getGfxType() const { return 0; }  // 2 for animations
+  virtual void setMonitorCollisions(bool monitor) { monitorCollisions_ = monitor; }
+  virtual bool getMonitorCollisionsFlag() const { return monitorCollisions_; }
+  virtual void SetOpacity(std::uint8_t opacity);  // redraws the object
+  virtual void DeCompress();
+  virtual void DeCompressRLE2();
+  virtual void bringBackCompressed();
+  // The pixels as they stand now; empty when there are none. Valid until the next call that changes them.
+  virtual std::span<std::byte> GetDataPtr() { return data_.bytes(); }
+  // Is the point, in pixels of the screen, on the object? Transparent pixels are not.
+  virtual bool testHit(CXPoint point);
+  virtual CXPoint getCenterPoint() const { return {width_ / 2, height_ / 2}; }  // in object coordinates
+
+  virtual void setPosition(int px, int py) { SetPosition(px, py); }
+  virtual void setPosition(CXPoint point) { setPosition(point.x, point.y); }
+  virtual void SetPosition(CXPoint point) { SetPosition(point.x, point.y); }
+  // Puts the anchor there. Redraws nothing by itself.
+  virtual void SetPosition(int px, int py);
+  virtual void Move(CXPoint distance) { Move(distance.x, distance.y); }
+  // Redraws where the object was and where it is.
+  virtual void Move(int dx, int dy);
+  virtual void setAnchor(int ax, int ay) { anchor_ = {ax, ay}; }
+  virtual void setAnchor(CXPoint anchor) { anchor_ = anchor; }
+  virtual CXPoint getAnchor() const { return anchor_; }
+  // Shows or hides, and redraws.
+  virtual void Visible(bool visible);
+  // Frees all pixels; size and place stay.
+  virtual void Flush();
+
+  virtual int GetPixelSize() const;
+  // One plane's value at a place of the object; 0 outside.
+  virtual int GetPixel(_channel channel, CXPoint point);
+  virtual CColor GetPixel(CXPoint point) { return GetPixel(point.x, point.y); }
+  virtual CColor GetPixel(int px, int py);              // black outside and while packed
+  void SetPixel(int px, int py, const CColor& colour);  // 15 and 16 bits per pixel
+
+  // Turns upside down, left to right, and back; 2-byte pixels. See graphics_edit.cpp.
+  virtual void FlipH();
+  virtual void FlipV();
+  virtual void resetFlips();
+  virtual void Fill(CColor* colour);               // 15, 16 and 32 bits per pixel
+  virtual void Fill(CXRect rect, CColor* colour);  // 15 and 16; a rectangle that is not inside is ignored
+  void ToGrayScale();
+
+  // Draws the object onto another one; the one place that picks a blitter.
+  virtual void redraw(CGraphicsObject* destination);
+  // Draws the object onto its destiny.
+  virtual void Redraw();
+
+  // Each gives the object's error code. The base converts what a subclass loaded to the display's format.
+  virtual int Load(CXString name);
+  virtual int Load(CFile* file);
+  // Writes the picture file form with this number in its header; the bytes go out as they stand, cut to the
+  // clipping rectangle. Gives the error code, 2000 when the file cannot be written.
+  virtual int Save(CXString name, _compression compression);
+  virtual int Save(CFile* file, _compression compression);
+
+  virtual int Width() const { return width_; }
+  virtual int Height() const { return height_; }
+  virtual CXSize Size() const { return {width_, height_}; }
+  virtual void setSize(CXSize size);
+  virtual CXPoint getPosition() const { return GetPosition(); }
+  virtual CXPoint GetPosition() const { return position_; }
+  virtual CXRect getRect() const {
+    return {position_.x, position_.y, wrap_add(position_.x, width_), wrap_add(position_.y, height_)};
+  }
+  // Where the object stands on the screen, cut to the clipping rectangle; the first also to the destiny.
+  virtual CXRect GetBoundingBox() const;
+  virtual CXRect GetAbsoluteBoundingBox() const;
+  // Does the other rectangle cover at least so many hundredths of this object's bounding box?
+  virtual bool isNear(CXRect rect, int percent) const;
+  virtual bool isNear(CGraphicsObject* object, int percent) const;
+  virtual CXPoint ClientCoords(CXPoint point) const { return point - GetPosition(); }
+  virtual void SetClippingRect(CXRect rect) { clippingRect_ = rect; }
+
+  // The object's place, or the part of it in a rectangle of the screen, must be drawn anew.
+  virtual void Invalidate(CXRect* rect);
+  virtual void Invalidate();
+  // `T` is the observer and the engine object whose end ends the observing. Nobody observes twice.
+  template <class T>
+  void addInvalidateObserver(T* observer) {
+    addObserver(observer, observer);
+  }
+  virtual void removeInvalidateObserver(const CInvalidateObserver* observer);
+  virtual void notifyInvalidate(CXRect* rect);
+  // What is really on view: the object itself, or an animation's current frame.
+  virtual CGraphicsObject* getDrawn() { return this; }
+
+  void onInvalidate(CGraphicsObject* object, CXRect* rect) override;
+  void onDestroy(CGraphicsObject* object) override;
+
+  void Show() { Visible(true); }
+  void Hide() { Visible(false); }
+  bool isVisible() const { return visible_; }
+  // Was the object invalidated since the last call?
+  bool isInvalidated() { return std::exchange(invalidated_, false); }
+  void setInvalidated(bool invalidated) { invalidated_ = invalidated; }
+  // The point in pixels of the screen, within the bounding box; with `useAlpha` on a pixel that is not
+  // transparent.
+  bool isAt(CXPoint point, bool useAlpha);
+  bool isInside(int px, int py, bool useAlpha);
+  // Centres the object.
+  void FitRect(const CXRect& rect);
+  void FitObject(const CGraphicsObject& object) { FitRect(object.GetBoundingBox()); }
+  // The plain place, without anchor and reports.
+  void placeAt(CXPoint position) { position_ = position; }
+  CXPoint toLocalAxis(CXPoint point) const { return point - position_; }
+  CXRect toLocalAxis(CXRect rect) const { return rect - position_; }
+
+  // New black pixels and an alpha plane, all transparent.
+  void alloc(CXSize size, int bpp);
+  // New black pixels of the present size and format.
+  void Alloc();
+  // To another format, in place; see blit::convert_bpp. Objects that share the pixels change with this one.
+  void Convert(int toBpp);
+  void Compress(_compression method);
+
+  CWindow* getWindow() const { return window_; }
+  CXString getObjectFileName() const { return fileName_; }
+  void SetFlags(int flags) { flags_ = flags; }
+  int GetFlags() const { return flags_; }
+  void setAutoClip(bool autoClip) { autoClip_ = autoClip; }
+  CXRect GetClippingRect() const { return clippingRect_; }
+  void SetViewport(const CXRect& rect) { viewport_ = rect; }
+  int getBpp() const { return data_ ? data_.bpp() : bpp_; }
+  int getPitch() const { return pitch_; }
+  std::uint8_t GetOpacity() const { return opacity_; }
+  void AddOpacity(int delta);
+  _compression getCompression() const { return compression_; }
+  void setAlphaAsMask(bool mask) { alphaAsMask_ = mask; }
+  // The planes, for those who share them. Null blocks stand for no pixels and no alpha plane.
+  const PixelBlock& pixels() const { return data_; }
+  void setPixels(PixelBlock pixels) { data_ = std::move(pixels); }
+  const PixelBlock& AlphaChannel() const { return alpha_; }
+  void AlphaChannel(PixelBlock alpha) { alpha_ = std::move(alpha); }
+  bool hasAlpha() const { return static_cast<bool>(alpha_); }
+  // Takes another object's place, size, pixels and alpha plane; both share them from then on.
+  void link(const CGraphicsObject& other);
+
+  void SetDestiny(CGraphicsObject* destiny) { destiny_ = destiny; }
+  CGraphicsObject* getDestiny() const { return destiny_.get(); }
+  void setRefreshOwner(CRefreshScreen* owner);
+  CRefreshScreen* getRefreshOwner() const;
+
+ protected:
+  // The pixels for a shallow copy: the shared block, or a copy of memory that cannot be shared.
+  virtual PixelBlock shareablePixels() const { return data_; }
+  // Bytes of the alpha plane if it covers the picture, else none.
+  std::span<std::byte> plainAlpha() const;
+  bool hasPlainPixels() const { return data_ && compression_ == _compression::none; }
+  std::size_t pixelCount() const {
+    return static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_);
+  }
+
+  CXString fileName_;
+  CWindow* window_;
+  CXPoint position_;
+  int width_ = 0;  // never below 0
+  int height_ = 0;
+  int pitch_ = 0;
+  int bpp_ = 0;  // while there are no pixels
+  PixelBlock data_;
+  PixelBlock alpha_;
+  _compression compression_ = _compression::none;
+  CXRect clippingRect_;
+  CXPoint anchor_;
+  std::uint8_t opacity_ = 255;
+  bool visible_ = true;
+  bool invalidated_ = false;
+
+ private:
+  struct Observer {
+    CInvalidateObserver* observer;
+    WeakRef<CXObject> object;
+  };
+
+  void addObserver(CInvalidateObserver* observer, CXObject* object);
+  template <class Call>
+  void tellObservers(Call call);
+  bool clipTo(CXSize destination);
+  bool canEdit() const;
+  void dropPacked();
+  void reportMove();
+
+  WeakRef<CXObject> refreshOwner_;  // a CRefreshScreen
+  WeakRef<CGraphicsObject> destiny_;
+  std::vector<Observer> observers_;
+  int flags_ = 0;
+  bool autoClip_ = true;
+  CXRect viewport_;
+  bool flippedH_ = false;
+  bool flippedV_ = false;
+  bool alphaAsMask_ = false;
+  bool monitorCollisions_ = false;
+
+  bool unpacked_ = false;
+  PixelBlock packedData_;
+  PixelBlock packedAlpha_;
+};
+
+}  // namespace footlight

@@ -1,0 +1,105 @@
+#include "gfx/image.h"
+
+#include <algorithm>
+
+#include "files/file.h"
+#include "foundation/diagnose.h"
+#include "foundation/limits.h"
+#include "gfx/img_format.h"
+#include "gfx/refresh_screen.h"
+#include "script/melement.h"
+
+namespace footlight {
+
+CImage::CImage(CWindow* window, const CXString& name) : CGraphicsObject(window) { CImage::Load(name, true); }
+
+CImage::CImage(CWindow* window, const CMElement& element) : CGraphicsObject(window) {
+  setFilename(element.getPropertyValue("FILENAME"));
+  if (getFileName().IsString()) {
+    if (!element.isPropertyAvailable("PRELOAD") || element.getPropertyBoolValue("PRELOAD")) {
+      CImage::Load(getFileName(), true);
+    }
+    if (element.getPropertyBoolValue("VISIBLE")) {
+      CImage::show();
+    } else {
+      CImage::hide();
+    }
+  }
+  // Last, so that the hiding above releases nothing.
+  toRelease(element.getPropertyBoolValue("RELEASEAFTERUSE"));
+}
+
+std::unique_ptr<CXObject> CImage::clone() const { return std::make_unique<CImage>(window_, *this); }
+
+int CImage::Load(const CXString& givenName, bool convert) {
+  const CXString name = givenName;  // may be the file name that changes below
+  Invalidate();
+  flush();
+  setErrorCode(0);
+  if (name.Lower().endsWith(".img")) {
+    CFile file(window_, name, CFile::kReadBinary);
+    setErrorCode(file.LastError());
+    if (LastError() == 0) Load(&file);
+  } else {
+    setErrorCode(CFile::kNotFound);
+    diagnose::report(diagnose::Group::file, name, "", "pictures of this kind are not read");
+  }
+  if (LastError() != 0) return LastError();
+  unpack();
+  Visible(true);
+  setFilename(name);
+  setLoaded(true);
+  Invalidate();
+  CGraphicsObject::fileName_ = name;
+  if (convert) CGraphicsObject::Load(name);
+  return LastError();
+}
+
+int CImage::Load(CFile* file) {
+  const std::int64_t length = std::int64_t{file->Length()} - file->Tell();
+  std::optional<ImgPicture> picture;
+  const char* why = "the picture file is too long";
+  if (length <= limits::kPictureFileBytes) {
+    std::vector<std::byte> bytes(static_cast<std::size_t>(std::max<std::int64_t>(0, length)));
+    const int count = file->Read(bytes.data(), static_cast<int>(bytes.size()));
+    bytes.resize(static_cast<std::size_t>(std::max(0, count)));
+    picture = readImg(bytes, &why);
+  }
+  if (!picture) {
+    diagnose::report(diagnose::Group::file, file->getFileName(), "", why);
+    setErrorCode(CFile::kNotFound);
+    return LastError();
+  }
+  setSize(picture->size);
+  bpp_ = picture->bpp;
+  compression_ = picture->compression;
+  placeAt(picture->position);
+  data_ = PixelBlock(std::move(picture->colour), picture->bpp);
+  alpha_ = picture->alpha.empty() ? PixelBlock() : PixelBlock(std::move(picture->alpha), 8);
+  setErrorCode(0);
+  DeCompress();
+  return 0;
+}
+
+void CImage::flush() {
+  Flush();
+  setLoaded(false);
+}
+
+void CImage::show() {
+  if (!isLoaded() && getFileName().IsString()) Load(getFileName(), true);
+  Visible(true);
+}
+
+void CImage::hide() {
+  if (releaseAfterUse()) flush();
+  Visible(false);
+}
+
+void CImage::retire() {
+  Visible(false);
+  if (CRefreshScreen* owner = getRefreshOwner(); owner != nullptr) *owner >> this;
+  flush();
+}
+
+}  // namespace footlight

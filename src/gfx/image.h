@@ -1,0 +1,45 @@
+#pragma once
+
+// A still picture from a file. It is either unloaded, with its file name kept, or loaded. One that is to be
+// released after use goes back to unloaded at each `hide` and loads anew at the next `show`.
+//
+// A picture with run-length pixels is unpacked as it is loaded by name, and keeps the packed form at hand.
+
+#include "files/file_resolver.h"
+#include "gfx/graphics_object.h"
+
+namespace footlight {
+
+class CMElement;
+
+class CImage : public CGraphicsObject, public CFileResolver {
+ public:
+  explicit CImage(CWindow* window) : CGraphicsObject(window) {}
+  // Loads at once; the result is the error code.
+  CImage(CWindow* window, const CXString& name);
+  // Shares the object's pixels.
+  CImage(CWindow* window, const CGraphicsObject& object) : CGraphicsObject(window, object) {}
+  // Reads RELEASEAFTERUSE, FILENAME, PRELOAD and VISIBLE.
+  CImage(CWindow* window, const CMElement& element);
+
+  // Shares the pixels and has no file name.
+  std::unique_ptr<CXObject> clone() const override;
+  int getGfxType() const override { return 1; }
+
+  // Replaces the picture and shows it; `convert` also turns it to the display's format. 2000 when there is no
+  // such file or it is no picture that we read: the object is empty then.
+  virtual int Load(const CXString& name, bool convert);
+  int Load(CXString name) override { return Load(name, true); }
+  // The picture from where the file stands to its end. Run-length pixels stay packed.
+  int Load(CFile* file) override;
+
+  // Back to unloaded.
+  virtual void flush();
+  virtual void show();
+  virtual void hide();
+
+  void retire() override;
+  void destroy() override { dispose(); }
+};
+
+}  // namespace footlight

@@ -1,0 +1,34 @@
+#include "gfx/image_file.h"
+
+#include "files/path.h"
+#include "foundation/diagnose.h"
+#include "gfx/image.h"
+
+namespace footlight {
+
+_filetype CImageFile::Load(const CXString& name) {
+  object_.reset();
+  const CXString extension = CPath(window_, name).GetExtension();
+  if (extension == "img" || extension == "jpg") {
+    object_.reset(new CImage(window_, name));
+    return _filetype::image;
+  }
+  diagnose::report(diagnose::Group::file, name, "", "pictures of this kind are not read");
+  return _filetype::unknown;
+}
+
+_filetype CImageFile::Save(CGraphicsObject* object, const CXString& name, _compression compression) {
+  if (object == nullptr) return _filetype::unknown;
+  const CXString extension = CPath(window_, name).GetExtension();
+  if (extension == "img") {
+    CImage(window_, *object).Save(name, compression);
+    return _filetype::image;
+  }
+  if (extension == "ann") {
+    object->Save(name, compression);
+    return _filetype::animation;
+  }
+  return _filetype::unknown;
+}
+
+}  // namespace footlight

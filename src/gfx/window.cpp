@@ -1,0 +1,220 @@
+#include "gfx/window.h"
+
+#include "app/application.h"
+#include "app/command_line6.h"
+#include "app/language_os_ver.h"
+#include "app/xtimer.h"
+#include "gfx/direct_draw_surface.h"
+#include "gfx/refresh_screen.h"
+#include "gfx/surface.h"
+#include "gfx/window_music.h"
+#include "input/device_poller.h"
+#include "input/poller_thread.h"
+#include "platform/platform.h"
+#include "script/public_trash.h"
+
+namespace footlight {
+
+namespace {
+
+// What the engine keeps for all of the process; the window's end resets it.
+struct Statics {
+  CWindow* instance = nullptr;
+  CXString rootPath;
+  CXString exePath;
+  bool paused = false;
+};
+
+Statics& statics() {
+  static Statics values;
+  return values;
+}
+
+CXString asFolder(CXString path) {
+  if (path.IsString() && path.lastChar() != '\\') path += '\\';
+  return path;
+}
+
+}  // namespace
+
+CWindow::CWindow(CCommandLine6* commandLine, CLanguageOSVer* language, CXSize size, CXString exePath)
+    : commandLine_(commandLine),
+      language_(language),
+      screenSize_(size),
+      videoMemory_(commandLine->isVMem()),
+      windowMode_(commandLine->isWindowMode()),
+      soundOn_(commandLine->isSoundEnabled()),
+      musicOn_(commandLine->isMusicEnabled()) {
+  Statics& all = statics();
+  all = {this, asFolder(CXString(platform::current().files().currentDirectory())),
+         asFolder(std::move(exePath)), false};
+  dataRoot_ = all.rootPath;
+  CFilePlaces::use(this);
+  timer_ = std::make_unique<CXTimer>();
+  SetCursor(platform::Cursor::main);
+  devicePoller_ = std::make_unique<CDevicePoller>(this);
+  addIPoller(devicePoller_.get());
+  publicTrash_ = std::make_unique<CPublicTrash>(timer_.get());
+  if (platform::current().input().wantsPollingThread()) {
+    pollerThread_ = std::make_unique<CPollerThread>(&criticalSection_, [this] { tickPollers(); });
+  }
+}
+
+CWindow::~CWindow() {
+  pollerThread_.reset();
+  release();
+  CFilePlaces::use(nullptr);
+  statics() = {};
+}
+
+void CWindow::release() {
+  publicTrash_.reset();
+  refreshScreen_.reset();
+  backSurface_.reset();
+  surface_.reset();
+  music_.reset();
+  timer_.reset();
+  devicePoller_.reset();
+  keyListeners_.clear();
+  mouseListeners_.clear();
+}
+
+CWindow* CWindow::getInstance() { return statics().instance; }
+CXString CWindow::getRootPath() { return statics().rootPath; }
+CXString CWindow::getExePath() { return statics().exePath; }
+bool CWindow::isPaused() { return statics().paused; }
+void CWindow::pause() { statics().paused = true; }
+void CWindow::resume() { statics().paused = false; }
+
+CXString CWindow::GetSoundFXFullPath(const CXString& name) const {
+  return soundFXPath_.IsEmpty() ? name : soundFXPath_ + "\\" + name;
+}
+
+CXString CWindow::localFileName(const CXString& path) const { return language_->getLocalFileName(path); }
+bool CWindow::isToCode() const { return commandLine_->isToCode(); }
+bool CWindow::isToDecode() const { return commandLine_->isToDecode(); }
+
+// --- the main loop
+// -----------------------------------------------------------------------------------------------
+
+bool CWindow::domodal() {
+  Tick();
+  const bool ended = application_ != nullptr && application_->domodal();
+  return ended || quitFlag_;
+}
+
+// Frame, input, timers, animations, sounds, collisions, and last the handlers of the input: all that scripts
+// do in a tick shows in the frame of the next.
+void CWindow::Tick() {
+  if (!active_) return;
+  Redraw();
+  if (pollerThread_ == nullptr) tickPollers();
+  timer_->domodal();
+  // Here animations, then sounds, then collisions take their steps.
+  flushPollers();
+}
+
+int CWindow::OnCreate() {
+  timer_->add(1, this);
+  return 0;
+}
+
+void CWindow::Activate(bool active) {
+  active_ = active;
+  if (pollerThread_ != nullptr) pollerThread_->pause(!active);
+}
+
+int CWindow::OnActivateApp(bool active) {
+  if (active == active_) return 0;
+  Activate(active);
+  if (refreshScreen_ == nullptr) return 0;
+  if (active) {
+    refreshScreen_->onFocusOn();
+  } else {
+    refreshScreen_->onFocusOff();
+  }
+  return 0;
+}
+
+int CWindow::OnDestroy() {
+  pollerThread_.reset();
+  quit();
+  return 0;
+}
+
+bool CWindow::OnExit() { return application_ == nullptr || application_->OnExit(); }
+
+int CWindow::OnMove(int x, int y) {
+  if (!windowMode_ || refreshScreen_ == nullptr) return 0;
+  refreshScreen_->SetPosition(x, y);
+  Invalidate();
+  return 0;
+}
+
+// --- music
+// -------------------------------------------------------------------------------------------------------
+
+void CWindow::StartMusic(const CXString& name, bool looped) {
+  if (!soundOn_ || !musicOn_) return;
+  CXString full = getRootPath() + name;
+  if (music_ != nullptr && music_->fileName.equalsIgnoreCase(full)) return;
+  music_ = std::make_unique<Music>();
+  music_->fileName = std::move(full);
+  music_->looped = looped;
+}
+
+void CWindow::StopMusic() { music_.reset(); }
+
+CXString CWindow::getMusicFileName() const { return music_ != nullptr ? music_->fileName : CXString(); }
+
+int CWindow::getMusicVolume() const { return music_ != nullptr ? music_->volume : 0; }
+
+void CWindow::setMusicVolume(int volume) {
+  if (music_ != nullptr) music_->volume = volume;
+}
+
+void CWindow::setMusicPan(int pan) {
+  if (music_ != nullptr) music_->pan = pan;
+}
+
+void CWindow::setMusicFreq(int frequency) {
+  if (music_ != nullptr) music_->frequency = frequency;
+}
+
+// --- cursor and messages
+// -----------------------------------------------------------------------------------------
+
+void CWindow::SetCursor(platform::Cursor cursor) {
+  if (!cursorLocked_ && cursor != platform::Cursor::none) platform::current().shell().setCursor(cursor);
+}
+
+void CWindow::BeginActiveCursor() {
+  if (!activeCursorLocked_) SetCursor(platform::Cursor::active);
+}
+
+void CWindow::lockActiveCursor(bool locked) {
+  EndActiveCursor();
+  activeCursorLocked_ = locked;
+}
+
+void CWindow::ShowCursor() { platform::current().shell().showCursor(true); }
+void CWindow::HideCursor() { platform::current().shell().showCursor(false); }
+
+void CWindow::ShowError(const CXString& caption) {
+  // Code page 1250: B3 is a small l with a stroke, B9 and EA a and e with a tail, BF z with a dot.
+  constexpr const char* kGraphicsText =
+      "Nieprawid\xB3owe dzia\xB3"
+      "anie karty graficznej.";
+  constexpr const char* kSoundText =
+      "Nieprawid\xB3owe dzia\xB3"
+      "anie karty d\x9Fwi\xEAkowej.";
+  constexpr const char* kOtherText =
+      "Nieznany b\xB3\xB9"
+      "d krytyczny.";
+  const int code = LastError();
+  if (code == 0) return;
+  const char* text = code == kGraphicsError ? kGraphicsText : code == kSoundError ? kSoundText : kOtherText;
+  platform::current().shell().messageBox(caption, text);
+}
+
+}  // namespace footlight

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "foundation/geometry.h"
+
+namespace footlight {
+
+// Hears the mouse through the window (see CWindow::registerMouseListener). A true answer keeps the event from
+// the listeners behind. Points are pixels of the screen; buttons are 0 left, 1 middle, 2 right.
+class CMouseListener {
+ public:
+  virtual ~CMouseListener() = default;
+  virtual bool onMouseMove(CXPoint /*point*/) { return false; }
+  virtual bool onClick(int /*button*/, CXPoint /*point*/) { return false; }
+  virtual bool onClick(CXPoint /*point*/) { return false; }  // left button, tried first
+  virtual bool onRelease(int /*button*/, CXPoint /*point*/) { return false; }
+  virtual bool onRelease(CXPoint /*point*/) { return false; }  // left button, tried first
+  virtual bool onDblClick(CXPoint /*point*/) { return false; }
+  virtual void onSetFocus() {}
+  virtual void onLooseFocus() {}
+};
+
+}  // namespace footlight

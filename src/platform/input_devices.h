@@ -41,11 +41,11 @@ class InputDevices {
   virtual std::vector<KeyEvent> takeKeyEvents() = 0;
   // False for a code outside 0 to 255.
   virtual bool isKeyDown(int scanCode) const = 0;
-  // Where the cursor is; moving it makes no mouse event.
-  virtual CursorPosition cursorPosition() const = 0;
-  virtual void moveCursor(CursorPosition position) = 0;
+  // Where the cursor is. Moving it makes no mouse event and is the engine's thread's alone.
+  virtual CursorPosition cursorPosition() const { return {0, 0}; }
+  virtual void moveCursor(CursorPosition) {}
   // Whether a thread shall poll these devices; without one the tick does.
-  virtual bool wantsPollingThread() const = 0;
+  virtual bool wantsPollingThread() const { return false; }
 };
 
 }  // namespace footlight::platform

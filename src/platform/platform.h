@@ -34,7 +34,7 @@ class Platform {
   virtual std::string locale() const = 0;
   // Lets the machine hand over its events: input goes to the devices, the rest is the answer, oldest first.
   // The host calls it once before each tick.
-  virtual std::vector<WindowEvent> pump() = 0;
+  virtual std::vector<WindowEvent> pump() { return {}; }
 };
 
 // Installs the machine under the engine; null takes it away. The caller keeps ownership.

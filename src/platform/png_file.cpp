@@ -51,6 +51,7 @@ std::optional<std::vector<std::byte>> encodePng(int width, int height, std::span
   image->width = static_cast<png_uint_32>(width);
   image->height = static_cast<png_uint_32>(height);
   image->format = alpha ? PNG_FORMAT_BGRA : PNG_FORMAT_BGR;
+  image->flags = PNG_IMAGE_FLAG_FAST;  // rows without filters, which any reader takes quickly
   const std::vector<std::byte> packed = alpha ? std::vector<std::byte>{} : withoutAlpha(pixels);
   const void* source = alpha ? static_cast<const void*>(pixels.data()) : packed.data();
 

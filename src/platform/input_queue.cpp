@@ -4,6 +4,7 @@
 
 #include "foundation/diagnose.h"
 #include "foundation/limits.h"
+#include "platform/input_recorder.h"
 
 namespace footlight::platform {
 
@@ -27,12 +28,19 @@ void InputQueue::put(const KeyEvent& event) {
   const std::lock_guard lock(mutex_);
   down_.set(static_cast<std::size_t>(event.scanCode), event.down);
   append(keys_, event);
+  if (recorder_ != nullptr) recorder_->write(event);
 }
 
 void InputQueue::put(const MouseEvent& event) {
   const std::lock_guard lock(mutex_);
   cursor_ = {event.x, event.y};
   append(mouse_, event);
+  if (recorder_ != nullptr) recorder_->write(event);
+}
+
+void InputQueue::recordTo(InputRecorder* recorder) {
+  const std::lock_guard lock(mutex_);
+  recorder_ = recorder;
 }
 
 std::vector<MouseEvent> InputQueue::takeMouseEvents() {

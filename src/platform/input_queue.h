@@ -11,6 +11,8 @@
 
 namespace footlight::platform {
 
+class InputRecorder;
+
 class InputQueue : public InputDevices {
  public:
   static constexpr int kScanCodes = 256;
@@ -20,6 +22,8 @@ class InputQueue : public InputDevices {
   // A scan code outside 0 to 255 is ignored.
   void put(const KeyEvent& event);
   void put(const MouseEvent& event);
+  // Every event is also written there; null ends that. The recorder stays the caller's.
+  void recordTo(InputRecorder* recorder);
 
   std::vector<MouseEvent> takeMouseEvents() override;
   std::vector<KeyEvent> takeKeyEvents() override;
@@ -35,6 +39,7 @@ class InputQueue : public InputDevices {
   std::vector<KeyEvent> keys_;
   std::bitset<kScanCodes> down_;
   CursorPosition cursor_{0, 0};
+  InputRecorder* recorder_ = nullptr;
 };
 
 }  // namespace footlight::platform

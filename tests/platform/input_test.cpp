@@ -1,9 +1,12 @@
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <thread>
+#include <unistd.h>
 
 #include "foundation/diagnose.h"
 #include "foundation/limits.h"
+#include "platform/input_recorder.h"
 #include "platform/input_script.h"
 
 namespace footlight::platform {
@@ -106,6 +109,40 @@ TEST(InputScript, NamesTheBadLine) {
   InputScript script;
   EXPECT_THAT(script.load("/nowhere/input.txt"), HasSubstr("/nowhere/input.txt"));
   EXPECT_THAT(script.load("/"), HasSubstr("cannot be read"));
+}
+
+TEST(InputRecorder, WritesWhatTheScriptPlays) {
+  const auto path = std::filesystem::temp_directory_path() / ("footlight_input_" + std::to_string(getpid()));
+  const std::vector<MouseEvent> mouse = {{MouseEventKind::move, 3, 4},
+                                         {MouseEventKind::buttonDown, 3, 4, MouseButton::middle},
+                                         {MouseEventKind::doubleClick, 5, 6},
+                                         {MouseEventKind::buttonUp, 5, 6, MouseButton::middle}};
+  {
+    InputRecorder recorder(path.string());
+    ASSERT_TRUE(recorder.isGood());
+    InputQueue queue(false);
+    queue.recordTo(&recorder);
+    recorder.setTick(7);
+    for (const MouseEvent& event : mouse) queue.put(event);
+    queue.put(KeyEvent{57, true});
+    recorder.setTick(9);
+    queue.put(KeyEvent{57, false});
+    recorder.write(WindowEvent{WindowEvent::Kind::activate, 0});
+  }
+  InputScript script;
+  ASSERT_EQ(script.load(path.string()), "");
+  std::filesystem::remove(path);
+  InputQueue queue(false);
+  std::vector<WindowEvent> window;
+  script.play(6, queue, window);
+  EXPECT_THAT(queue.takeMouseEvents(), IsEmpty());
+  script.play(7, queue, window);
+  EXPECT_EQ(queue.takeMouseEvents(), mouse);
+  EXPECT_THAT(queue.takeKeyEvents(), ElementsAre(KeyEvent{57, true}));
+  script.play(9, queue, window);
+  EXPECT_THAT(queue.takeKeyEvents(), ElementsAre(KeyEvent{57, false}));
+  EXPECT_THAT(window, ElementsAre(WindowEvent{WindowEvent::Kind::activate, 0}));
+  EXPECT_FALSE(InputRecorder("/nowhere/input.txt").isGood());
 }
 
 }  // namespace

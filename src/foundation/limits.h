@@ -30,4 +30,9 @@ inline constexpr int kUnloadRounds = 3;        // sweeps for objects that ONDONE
 inline constexpr int kDirtyRects = 4096;       // of one screen; more of them dirty all of it
 inline constexpr int kIniValueBytes = 10240;   // of one value read
 
+// Whether a picture, a surface or a screen may be that large.
+constexpr bool isPictureSize(std::int64_t width, std::int64_t height) {
+  return width > 0 && height > 0 && width <= kPictureSide && height <= kPictureSide && width * height <= kPicturePixels;
+}
+
 }  // namespace footlight::limits

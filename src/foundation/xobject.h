@@ -2,10 +2,10 @@
 
 // CXObject is the root of everything that sits in a container or that scripts can reach.
 //
-// Life of an object. Whoever creates an object owns it. An object that may still be in use further up the call
-// stack is never deleted at once: its owner calls `dispose`, which makes every WeakRef to it null and deletes it
-// when the last Ref (a "pin") has gone. Code that calls into scripts therefore holds a Ref to each object that it
-// touches afterwards, and nothing else keeps a plain pointer over such a call.
+// Life of an object. Whoever creates an object owns it. An object that may still be in use further up the
+// call stack is never deleted at once: its owner calls `dispose`, which makes every WeakRef to it null and
+// deletes it when the last Ref (a "pin") has gone. Code that calls into scripts therefore holds a Ref to each
+// object that it touches afterwards, and nothing else keeps a plain pointer over such a call.
 //
 // All of this belongs to the engine's main thread; the counters are not atomic.
 
@@ -21,7 +21,8 @@ class CMessage;
 class CXObject {
  public:
   CXObject() = default;
-  // A copy is a new object: it takes the error code, but neither pins nor weak references nor the deletion mark.
+  // A copy is a new object: it takes the error code, but neither pins nor weak references nor the deletion
+  // mark.
   CXObject(const CXObject& other) : errorCode_(other.errorCode_) {}
   CXObject& operator=(const CXObject& other) {
     errorCode_ = other.errorCode_;
@@ -90,8 +91,7 @@ class Ref {
   Ref(const Ref& other) : Ref(other.object_) {}
   Ref(Ref&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
   template <class U>
-    requires std::is_convertible_v<U*, T*>
-  Ref(const Ref<U>& other) : Ref(other.get()) {}
+  requires std::is_convertible_v<U*, T*> Ref(const Ref<U>& other) : Ref(other.get()) {}
   Ref& operator=(Ref other) noexcept {
     std::swap(object_, other.object_);
     return *this;

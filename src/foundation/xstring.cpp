@@ -198,7 +198,8 @@ int CXString::Find(char character, int start) const {
 
 int CXString::FindLast(char character, int start) const {
   if (start < -1) return -1;
-  return asPosition(view().rfind(character, start == -1 ? std::string_view::npos : static_cast<std::size_t>(start)));
+  return asPosition(
+      view().rfind(character, start == -1 ? std::string_view::npos : static_cast<std::size_t>(start)));
 }
 
 int CXString::FindSubString(std::string_view text, int start) const {
@@ -206,7 +207,8 @@ int CXString::FindSubString(std::string_view text, int start) const {
 }
 
 int CXString::findOneOf(std::string_view characters, int start) const {
-  return asPosition(view().find_first_of(characters, static_cast<std::size_t>(clampPosition(start, length_))));
+  return asPosition(
+      view().find_first_of(characters, static_cast<std::size_t>(clampPosition(start, length_))));
 }
 
 int CXString::getCount(char character) const {
@@ -290,8 +292,8 @@ int CXString::toNumber() const {
   std::int64_t value = 0;
   for (; *p >= '0' && *p <= '9'; ++p) value = std::min(value * 10 + (*p - '0'), kCeiling);
   if (negative) value = -value;
-  return static_cast<int>(std::clamp<std::int64_t>(value, std::numeric_limits<int>::min(),
-                                                   std::numeric_limits<int>::max()));
+  return static_cast<int>(
+      std::clamp<std::int64_t>(value, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
 }
 
 double CXString::toDouble() const {
@@ -348,7 +350,9 @@ void CXString::removeTag(std::string_view tag) {
   }
 }
 
-void CXString::FillWith(char character, int n) { *this = CXString(std::string(static_cast<std::size_t>(std::max(n, 0)), character)); }
+void CXString::FillWith(char character, int n) {
+  *this = CXString(std::string(static_cast<std::size_t>(std::max(n, 0)), character));
+}
 
 CXString CXString::Format(const char* format, ...) {
   va_list arguments;

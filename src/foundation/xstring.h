@@ -2,9 +2,10 @@
 
 // CXString is the engine's text: 8-bit, code page 1250, zero-ended, owned, passed by value.
 //
-// Texts below 32 characters live inside the object, so that the short texts of scripts never allocate. The visible
-// capacity follows the class's growth rule (see each operation); a text may hold zero bytes only where its length
-// was given. Positions outside a text are clamped to it; a range that ends before it starts is empty.
+// Texts below 32 characters live inside the object, so that the short texts of scripts never allocate. The
+// visible capacity follows the class's growth rule (see each operation); a text may hold zero bytes only
+// where its length was given. Positions outside a text are clamped to it; a range that ends before it starts
+// is empty.
 
 #include <cstdarg>
 #include <cstddef>
@@ -49,7 +50,8 @@ class CXString {
   operator std::string_view() const { return view(); }
   std::string str() const { return std::string(view()); }
 
-  // Appending fits while the lengths together stay below the capacity; else the capacity becomes the sum + 32.
+  // Appending fits while the lengths together stay below the capacity; else the capacity becomes the sum
+  // + 32.
   CXString& operator+=(std::string_view text);
   CXString& operator+=(const CXString& text) { return *this += text.view(); }
   CXString& operator+=(const char* text) { return *this += std::string_view(text != nullptr ? text : ""); }
@@ -161,6 +163,7 @@ class CXString {
 inline CXString operator+(CXString a, std::string_view b) { return a += b; }
 inline CXString operator+(CXString a, const CXString& b) { return a += b; }
 inline CXString operator+(CXString a, const char* b) { return a += b; }
+inline CXString operator+(CXString a, const std::string& b) { return a += std::string_view(b); }
 inline CXString operator+(const char* a, const CXString& b) { return CXString(a) += b; }
 
 }  // namespace footlight

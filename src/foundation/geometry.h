@@ -78,7 +78,8 @@ class CXRect {
   constexpr CXPoint CenterPoint() const { return {wrap_add(left, Width() / 2), wrap_add(top, Height() / 2)}; }
   // The top-left corner that centres something of this size in the rectangle.
   constexpr CXPoint GetCenteredPosition(CXSize size) const {
-    return {wrap_add(left, (Width() - size.width) / 2), wrap_add(top, (Height() - size.height) / 2)};
+    return {wrap_add(left, wrap_sub(Width(), size.width) / 2),
+            wrap_add(top, wrap_sub(Height(), size.height) / 2)};
   }
 
   CXRect& operator+=(CXPoint shift);

@@ -11,6 +11,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string_view>
 #include <utility>
 
 namespace footlight {
@@ -43,10 +44,19 @@ class CXObject {
   virtual CXString toString() const;
   virtual void notifyMessageReceive(CMessage* message);
   virtual int processMessage(CMessage* message);
+  // A hash for look-ups that never shows in any order: objects that are equal have the same one. Classes
+  // whose getHashcode gives one number to many objects have a better one.
+  virtual std::size_t lookupHash() const { return getHashcode(); }
 
   // The engine's failure codes, 0 when all is well: 2000 file, 3000 application, -997 sound, -998 graphics.
   void setErrorCode(int code) { errorCode_ = code; }
   int LastError() const { return errorCode_; }
+
+  // There is no log: the text is dropped.
+  void log(std::string_view /*text*/, bool /*newLine*/ = true) const {}
+  // A stop watch by name for developers: starts it, or writes the milliseconds since its start to the debug
+  // output.
+  static void profile(std::string_view text, bool starts);
 
   static std::int16_t swap_word(std::int16_t value);
   static std::int32_t swap_dword(std::int32_t value);

@@ -19,7 +19,7 @@ class CWindow;
 class CTimerObject : public CXObject {
  public:
   TimerId id = 0;
-  std::uint32_t interval = 0;   // milliseconds between firings
+  int interval = 0;             // milliseconds between firings; below 0 it never fires
   std::uint64_t count = 0;      // firings so far
   std::uint32_t last = 0;       // clock at the last firing or reset
   std::uint32_t pausedFor = 0;  // milliseconds since `last`, taken at a pause

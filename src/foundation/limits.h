@@ -17,6 +17,7 @@ inline constexpr std::int64_t kPictureFileBytes = kPicturePixels * 6;
 inline constexpr std::int64_t kTextFileBytes = std::int64_t{64} << 20;
 inline constexpr std::int64_t kLogicalLineBytes = std::int64_t{1} << 20;
 inline constexpr int kObjectsInScope = 1000000;
+inline constexpr int kDefinitionProperties = 1 << 21;  // of one definition file
 inline constexpr std::int64_t kStringBytes = std::int64_t{16} << 20;
 inline constexpr int kArrayElements = 1 << 20;
 inline constexpr int kClonesByOneCall = 65536;
@@ -28,5 +29,10 @@ inline constexpr int kInputEvents = 4096;      // queued, of one device
 inline constexpr int kUnloadRounds = 3;        // sweeps for objects that ONDONE handlers add
 inline constexpr int kDirtyRects = 4096;       // of one screen; more of them dirty all of it
 inline constexpr int kIniValueBytes = 10240;   // of one value read
+
+// Whether a picture, a surface or a screen may be that large.
+constexpr bool isPictureSize(std::int64_t width, std::int64_t height) {
+  return width > 0 && height > 0 && width <= kPictureSide && height <= kPictureSide && width * height <= kPicturePixels;
+}
 
 }  // namespace footlight::limits

@@ -3,12 +3,22 @@
 // Cuts a text into tokens: maximal runs of characters that are no separators. Empty tokens are never given.
 // The tokenizer keeps its own copy of the text.
 
+#include <algorithm>
 #include <string_view>
 
 #include "foundation/xobject.h"
 #include "foundation/xstring.h"
 
 namespace footlight {
+
+// Cuts the next token off a text in memory; empty behind the last one.
+inline std::string_view takeToken(std::string_view& rest, std::string_view separators) {
+  const auto start = std::min(rest.find_first_not_of(separators), rest.size());
+  const auto end = std::min(rest.find_first_of(separators, start), rest.size());
+  const std::string_view token = rest.substr(start, end - start);
+  rest.remove_prefix(end);
+  return token;
+}
 
 class CStringTokenizer : public CXObject {
  public:

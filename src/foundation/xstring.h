@@ -94,6 +94,7 @@ class CXString {
 
   friend bool operator==(const CXString& a, const CXString& b) { return a.view() == b.view(); }
   friend bool operator==(const CXString& a, std::string_view b) { return a.view() == b; }
+  friend bool operator==(const CXString& a, const std::string& b) { return a.view() == b; }
   friend bool operator==(const CXString& a, const char* b) { return a.view() == std::string_view(b); }
   friend std::strong_ordering operator<=>(const CXString& a, const CXString& b) {
     return a.view() <=> b.view();

@@ -1,7 +1,7 @@
 #pragma once
 
-// The display device: a screen of a given size and depth, in a window or full, and memory surfaces that the engine
-// composes frames in. Only CSurface and CDirectDrawSurface call this.
+// The display device: a screen of a given size and depth, in a window or full, and memory surfaces that the
+// engine composes frames in. Only CSurface and CDirectDrawSurface call this.
 
 #include <cstddef>
 #include <cstdint>
@@ -27,7 +27,8 @@ class Surface {
   virtual ~Surface() = default;
   virtual int width() const = 0;
   virtual int height() const = 0;
-  // The pixels and the bytes from row to row; stable until the surface is lost or goes. Null while it is lost.
+  // The pixels and the bytes from row to row; stable until the surface is lost or goes. Null while it is
+  // lost.
   virtual std::byte* pixels() = 0;
   virtual int pitch() const = 0;
   virtual bool isLost() const = 0;

@@ -1,6 +1,7 @@
 #pragma once
 
-// Buffered input. Events wait in bounded queues until a poller takes them.
+// Buffered input. Events wait in bounded queues until a poller takes them. All operations may be called on
+// the thread that polls as well as on the engine's thread.
 
 #include <cstdint>
 #include <span>
@@ -15,11 +16,21 @@ struct MouseEvent {
   MouseEventKind kind;
   int x, y;  // pixels of the engine's screen
   MouseButton button = MouseButton::left;
+
+  friend bool operator==(const MouseEvent&, const MouseEvent&) = default;
 };
 
 struct KeyEvent {
   int scanCode;  // hardware scan code of set 1
   bool down;
+
+  friend bool operator==(const KeyEvent&, const KeyEvent&) = default;
+};
+
+struct CursorPosition {
+  int x, y;  // pixels of the engine's screen
+
+  friend bool operator==(const CursorPosition&, const CursorPosition&) = default;
 };
 
 class InputDevices {
@@ -28,7 +39,13 @@ class InputDevices {
   // Takes what has come since the last call, oldest first.
   virtual std::vector<MouseEvent> takeMouseEvents() = 0;
   virtual std::vector<KeyEvent> takeKeyEvents() = 0;
+  // False for a code outside 0 to 255.
   virtual bool isKeyDown(int scanCode) const = 0;
+  // Where the cursor is. Moving it makes no mouse event and is the engine's thread's alone.
+  virtual CursorPosition cursorPosition() const { return {0, 0}; }
+  virtual void moveCursor(CursorPosition) {}
+  // Whether a thread shall poll these devices; without one the tick does.
+  virtual bool wantsPollingThread() const { return false; }
 };
 
 }  // namespace footlight::platform

@@ -1,10 +1,14 @@
 #pragma once
 
-// What the engine needs of the machine, as interfaces. Nothing outside this folder calls the operating system.
+// What the engine needs of the machine, as interfaces. Nothing outside this folder calls the operating
+// system.
 //
 // One Platform exists at a time. The host makes it (see sdl/ and headless/), installs it with `use` before it
 // builds anything of the engine, and takes it away after the engine is gone. Everything here is called on the
 // engine's thread unless an interface says otherwise.
+
+#include <string>
+#include <vector>
 
 #include "platform/clock.h"
 #include "platform/display.h"
@@ -12,6 +16,7 @@
 #include "platform/input_devices.h"
 #include "platform/modules.h"
 #include "platform/shell.h"
+#include "platform/window_event.h"
 
 namespace footlight::platform {
 
@@ -27,6 +32,11 @@ class Platform {
   virtual Modules& modules() = 0;
   // The system's language as four hexadecimal digits, upper case, as in "0415".
   virtual std::string locale() const = 0;
+  // An estimate of the processor's speed; a machine of virtual time has a round one.
+  virtual int processorMegahertz() const { return 1000; }
+  // Lets the machine hand over its events: input goes to the devices, the rest is the answer, oldest first.
+  // The host calls it once before each tick.
+  virtual std::vector<WindowEvent> pump() { return {}; }
 };
 
 // Installs the machine under the engine; null takes it away. The caller keeps ownership.

@@ -49,21 +49,24 @@ class CMProperty : public CXObject {
   Origin origin_;
 };
 
-// Owns its properties, in file order.
+// Owns its properties, in file order. Long lists keep an index, so that looking a name up does not walk them.
 class CMProperties : public CXObject {
  public:
   CMProperty* get(std::string_view name) const;
   bool contains(std::string_view name) const { return get(name) != nullptr; }
-  void add(std::unique_ptr<CMProperty> property) { list_.push_back(std::move(property)); }
+  void add(std::unique_ptr<CMProperty> property);
   void remove(std::string_view name);
-  void removeAll() { list_.clear(); }
+  void removeAll();
   int getSize() const { return static_cast<int>(list_.size()); }
   CMProperty* getAt(int index) const { return list_[static_cast<std::size_t>(index)].get(); }
   auto begin() const { return list_.begin(); }
   auto end() const { return list_.end(); }
 
  private:
+  using Index = std::unordered_map<std::string_view, CMProperty*>;
+
   std::vector<std::unique_ptr<CMProperty>> list_;
+  mutable std::unique_ptr<Index> index_;  // keys point into the properties' own names
 };
 
 // A list of elements that owns them or only refers to them. Looking a name up costs one probe, however long the

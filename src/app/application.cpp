@@ -1,0 +1,76 @@
+#include "app/application.h"
+
+#include "app/command_line6.h"
+#include "app/config.h"
+#include "app/mc_application.h"
+#include "app/structure_parser.h"
+#include "files/file.h"
+#include "files/path.h"
+#include "files/resources_manager.h"
+#include "gfx/window.h"
+#include "input/hot_spot.h"
+#include "platform/platform.h"
+#include "script/mc_runner.h"
+#include "script/mc_variable_factory.h"
+#include "script/watchdog.h"
+
+namespace footlight {
+
+namespace {
+
+constexpr const char* kDataFolder = "Dane";
+constexpr const char* kSoundFolder = "Wavs";
+
+}  // namespace
+
+CApplication::CApplication(CWindow* window, const CXString& iniName, const CXString& bigFileName,
+                           CCommandLine6* commandLine)
+    : window_(window), commandLine_(commandLine), iniName_(iniName), bigFileName_(bigFileName) {
+  if (bigFileName_.IsString()) CFile::openBigFile(bigFileName_);
+  window_->SetApplicationInterface(this);
+  if (iniName_.IsString()) config_ = std::make_unique<CConfig>(CWindow::getRootPath() + iniName_);
+  watchdog::use([window] { return !window->isQuitting(); });
+}
+
+CApplication::~CApplication() {
+  application_.reset();
+  parser_.reset();
+  config_.reset();
+  resources_.reset();
+  CFile::closeBigFile();
+  CHotSpot::done();
+  CMC_RunnerFactory::done();
+  CMC_VariableFactory::done();
+  watchdog::use({});
+  window_->SetApplicationInterface(nullptr);
+}
+
+void CApplication::preinitializeApplication() {
+  const CXString path = commandLine_->getPath();
+  resources_ = std::make_unique<CResourcesManager>(window_);
+  if (path.IsString()) {
+    platform::current().files().allowRoot(path);
+    CFile::chDir(path);
+  }
+  const CPath here(window_);
+  window_->setDataRoot(here.GetFullPath(""));
+  window_->SetSoundFXPath(here.GetFullPath(kSoundFolder));
+  CFile::chDir(kDataFolder);
+  parser_ = std::make_unique<CMC_StructureParser>(window_, "application.def");
+  application_ = parser_->takeApplication();
+  if (application_) {
+    application_->initialize(nullptr);
+  } else {
+    setErrorCode(kNoApplication);
+  }
+}
+
+bool CApplication::domodal() {
+  if (application_) application_->domodal();
+  if (config_) config_->tick();
+  return false;
+}
+
+CXString CApplication::getWAVPath(const CXString& name) const { return window_->GetSoundFXFullPath(name); }
+
+}  // namespace footlight

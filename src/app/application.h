@@ -1,0 +1,57 @@
+#pragma once
+
+// CApplication ties the window, the files, the INI file and the script world together. The host makes it after the
+// window, calls `preinitializeApplication`, which brings the game up to its first scene, and ends it before the window.
+
+#include <memory>
+
+#include "foundation/xobject.h"
+#include "foundation/xstring.h"
+
+namespace footlight {
+
+class CCommandLine6;
+class CConfig;
+class CMC_Application;
+class CMC_StructureParser;
+class CResourcesManager;
+class CWindow;
+
+class CApplication : public CXObject {
+ public:
+  static constexpr int kNoApplication = 3000;  // the error code when no application could be built
+
+  // Opens the INI file in the root path, if a name is given. Window and command line stay the caller's.
+  CApplication(CWindow* window, const CXString& iniName, const CXString& bigFileName, CCommandLine6* commandLine);
+  ~CApplication() override;
+  CApplication(const CApplication&) = delete;
+  CApplication& operator=(const CApplication&) = delete;
+
+  // Finds the data, builds the game and enters its first scene. The error code tells whether there is one.
+  virtual void preinitializeApplication();
+  // One step of the game; false.
+  virtual bool domodal();
+  virtual bool OnExit() { return true; }
+  virtual void OnWindowCommand(int /*id*/) {}
+  virtual int OnKeyDown(int /*key*/, int /*flags*/) { return 0; }
+  // The sound folder, a backslash and the name.
+  virtual CXString getWAVPath(const CXString& name) const;
+
+  CMC_Application* getMCApplicationIfc() const { return application_.get(); }
+  CCommandLine6* getCommandLine() const { return commandLine_; }
+  // Null when the host gave no INI name.
+  CConfig* GetConfigInterface() const { return config_.get(); }
+  CResourcesManager* getGeneralResourcesManager() const { return resources_.get(); }
+
+ private:
+  CWindow* window_;
+  CCommandLine6* commandLine_;
+  std::unique_ptr<CConfig> config_;
+  std::unique_ptr<CResourcesManager> resources_;
+  CXString iniName_;
+  CXString bigFileName_;
+  std::unique_ptr<CMC_StructureParser> parser_;  // owns the scenes, so it outlives the application
+  Owned<CMC_Application> application_;
+};
+
+}  // namespace footlight

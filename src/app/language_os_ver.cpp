@@ -1,0 +1,49 @@
+#include "app/language_os_ver.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "platform/platform.h"
+
+namespace footlight {
+
+namespace {
+
+struct Language {
+  const char* code;
+  int number;
+  const char* folder;
+};
+
+constexpr Language kLanguages[] = {
+    {"0415", 1, "POL"}, {"0405", 2, "CZE"}, {"0402", 3, "BUL"}, {"0418", 4, "ROM"},
+    {"0419", 5, "RUS"}, {"040E", 6, "HUN"}, {"041B", 7, "SLO"},
+};
+
+}  // namespace
+
+CLanguageOSVer::CLanguageOSVer() { choose(platform::current().locale()); }
+
+void CLanguageOSVer::choose(const CXString& code) {
+  const CXString upper = code.Upper();
+  const auto* const found = std::find_if(std::begin(kLanguages), std::end(kLanguages),
+                                         [&](const Language& language) { return upper == language.code; });
+  if (found == std::end(kLanguages)) return;
+  language_ = found->number;
+  folder_ = found->folder;
+}
+
+void CLanguageOSVer::setLanguageFolder(const CXString& code) {
+  choose(code);
+  if (window_ != nullptr && onLanguageChange) onLanguageChange();
+}
+
+CXString CLanguageOSVer::getLocalFileName(const CXString& path) const {
+  if (folder_.IsEmpty()) return path;
+  const int slash = path.FindLast('\\');
+  if (slash < 0) return folder_ + "\\" + path;
+  CXString local = path.Left(slash + 1) + folder_ + "\\" + path.Right(slash + 1);
+  return platform::current().files().fileExists(local) ? local : path;
+}
+
+}  // namespace footlight

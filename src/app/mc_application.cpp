@@ -1,0 +1,88 @@
+#include "app/mc_application.h"
+
+#include "app/mc_episode.h"
+#include "app/mc_system.h"
+#include "app/structure_parser.h"
+#include "foundation/string_tokenizer.h"
+#include "gfx/window.h"
+#include "script/mc_behaviour.h"
+#include "script/mc_cnv_loader.h"
+#include "script/mc_variable_factory.h"
+#include "script/melement.h"
+#include "script/object_factory.h"
+
+namespace footlight {
+
+CMC_Application::CMC_Application(CWindow* window, const CMElement* element, const CMC_StructureParser& built)
+    : CMC_Scene(window, element, type::kApplication) {
+  if (getName() == "DEMO") setName("GAME");
+  CMC_Behaviour::initTrash();
+  CStringTokenizer episodes(element->getPropertyValue("EPISODES"), ", ");
+  while (episodes.hasMoreTokens()) {
+    CMC_Scene* episode = built.get(episodes.nextToken());
+    if (episode == nullptr) continue;
+    addSubScene(episode);
+    for (CMC_Scene* scene : episode->getSubScenes()) addObject(scene);
+  }
+  CStringTokenizer scenes(element->getPropertyValue("SCENES"), ", ");
+  while (scenes.hasMoreTokens()) {
+    CMC_Scene* scene = built.get(scenes.nextToken());
+    addSubScene(scene);
+    addObject(scene);
+  }
+  const CXString start = element->getPropertyValue("STARTWITH");
+  if (start.IsString()) startWith_ = built.get(start);
+  if (startWith_ == nullptr && !getSubScenes().empty()) startWith_ = getSubScenes().front();
+  enterFolder(window->getDataRoot());
+  loadCnv();
+}
+
+CMC_Application::~CMC_Application() {
+  if (isSignalBound(kOnDone)) onSignal("ONDONE");
+  unloadSubScene(nullptr);
+  CMC_ObjectsContainer::unload();
+  CMC_Behaviour::doneTrash();
+  doneDefUnit();
+}
+
+bool CMC_Application::initialize(CMC_Scene* /*previous*/) {
+  addObject(new CMC_PlainObject("RANDOM", type::kRandom));
+  addObject(new CMC_System());
+  addObject(new CMC_CNVLoader(getWindow()));
+  initContents();
+  if (startWith_ == nullptr) return false;
+  _goto(startWith_, nullptr);
+  return true;
+}
+
+void CMC_Application::domodal() {
+  CMC_VariableFactory::clearPool();
+  CMC_Behaviour::flushTrash();
+  if (restartPending_) restartNow();
+  CMC_Scene::domodal();
+}
+
+void CMC_Application::restartNow() {
+  restartPending_ = false;
+  if (startWith_ == nullptr) return;
+  if (getCurrentScene() == startWith_) {
+    startWith_->restart();
+    return;
+  }
+  unloadSubScene(startWith_);
+  makeCurrent(startWith_);
+  startWith_->initialize(nullptr);
+}
+
+void CMC_Application::unload(CMC_Scene* next) {
+  if (getCurrentScene() == nullptr) return;
+  onSignal("ONDONE");
+  unloadSubScene(next);
+}
+
+void CMC_Application::exit() {
+  getWindow()->quit();
+  onSignal("ONEXIT");
+}
+
+}  // namespace footlight

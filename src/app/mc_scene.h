@@ -1,0 +1,122 @@
+#pragma once
+
+// CMC_Scene is the unit of a game: a named folder of assets with a definition file of objects, shown one at a time. An
+// episode is a scene that holds scenes, the application one that holds episodes and scenes.
+//
+// A scene object lives as long as the application; only its contents come and go. GOTO and its kin only set a pending
+// slot, which the next step looks at, so a scene is never torn down while its own code runs. Sub-scenes belong to the
+// parser that built them.
+
+#include <memory>
+#include <vector>
+
+#include "script/mc_objects_container.h"
+
+namespace footlight {
+
+class CMC_Application;
+class CMC_DLLExModuleInterface;
+class CUnit6;
+
+class CMC_Scene : public CMC_ObjectsContainer {
+ public:
+  CMC_Scene(CWindow* window, const CMElement* element, int type = type::kScene);
+  ~CMC_Scene() override;
+  static bool isTypeOf(int type) {
+    return type == type::kScene || type == type::kEpisode || type == type::kApplication;
+  }
+
+  // Enters: reads the definition, builds and initialises the objects. `previous` is the sub-scene before, or null.
+  virtual bool initialize(CMC_Scene* previous);
+  // One step: a pending change of the sub-scene, then the sub-scene's own step.
+  virtual void domodal();
+  virtual void restart();
+  // Leaves: ends the objects. `next` is what comes after, or null.
+  virtual void unload(CMC_Scene* next);
+  using CMC_ObjectsContainer::unload;
+
+  // The object's own handling first; if nothing took the signal, an object named "__" + name + "__" runs. The answer
+  // tells whether the own handling took it.
+  bool onSignal(const CXString& name) override;
+  bool onSignal(const CXString& name, const TextList& arguments) override { return CMC_Object::onSignal(name, arguments); }
+
+  // A sub-scene by its exact name, or null.
+  CMC_Scene* find(const CXString& name) const;
+  using CMC_ObjectsContainer::find;
+  // This object if the name is its own, else whatever in the subtree has it.
+  CMC_Scene* getScene(const CXString& name);
+  using CMC_Object::getScene;
+  CMC_Scene* getCurrentScene() const { return currentSubScene_; }
+  // The innermost scene that runs below this one; this one itself if none does.
+  CMC_Scene* getInnermostScene();
+  int getSubId(const CMC_Scene* scene) const;
+  const std::vector<CMC_Scene*>& getSubScenes() const { return subScenes_; }
+  void setPending(CMC_Scene* scene) { pendingSubScene_ = scene; }
+  // The sub-scene behind and before the current one; null at the ends.
+  CMC_Scene* getNextScene() const;
+  CMC_Scene* getPreviousScene() const;
+  // Marks the last but one of the history as pending and drops the last entry.
+  void back();
+
+  const CXString& getPath() const { return path_; }
+  const CXString& getDesc() const { return description_; }
+  bool isDeamon() const { return deamon_; }
+  CUnit6* getUnit() const { return unit_; }
+  void setDraggedName(CXString name) { draggedName_ = std::move(name); }
+  const CXString& getDraggedName() const { return draggedName_; }
+
+  bool shouldMusicBeStarted() const { return shouldStartMusic_; }
+  // The own music, else the parent's.
+  CXString getMusicFilename() const;
+  void startMusic(const char* name, bool force);
+  void stopMusic();
+
+  // Makes a BUTTON or a VGO; other words do nothing.
+  void createObject(const CXString& word, const CXString& name);
+  // Ends an object of this scene; parents and sub-scenes stay.
+  void removeAndDestroy(CMC_Object* object);
+
+  // The one unit of the process; made by the first scene.
+  static CUnit6* getDefUnit();
+  static void doneDefUnit();
+
+ protected:
+  // Changes the sub-scene.
+  void _goto(CMC_Scene* target, CMC_Scene* previous);
+  // Reads the definition file of this level, if there is one in the current directory.
+  void loadCnv();
+  // Runs `init` of every object, then the object __INIT__ with this container.
+  void initContents();
+  void addSubScene(CMC_Scene* scene);
+  // The folder "Dane" below the root, and the level's own folder in it. False when there is none.
+  bool enterFolder(const CXString& root) const;
+  CMC_Object* resolveEx(const CMElement* element) override;
+  void unloadSubScene(CMC_Scene* next);
+  void clearCurrentScene() { currentSubScene_ = nullptr; }
+  void makeCurrent(CMC_Scene* scene) { currentSubScene_ = scene; }
+
+ private:
+  void enterScene(CMC_Scene* previous);
+  void resolveDLLs(const CXString& list);
+  void doneDLLs();
+  void saveStats();
+
+  CXString dlls_;
+  CXString description_;
+  CXString path_;
+  CXString background_;
+  CXString music_;
+  bool deamon_;
+  CUnit6* unit_ = nullptr;
+  std::vector<CMC_Scene*> subScenes_;
+  CMC_Scene* currentSubScene_ = nullptr;
+  CMC_Scene* pendingSubScene_ = nullptr;
+  std::vector<CMC_Scene*> history_;
+  std::vector<std::unique_ptr<CMC_DLLExModuleInterface>> modules_;
+  CXString previousUnitName_;
+  CXString draggedName_;
+  bool shouldStartMusic_ = true;
+  int enteredAt_ = 0;  // seconds of the clock; 0 when not running
+};
+
+}  // namespace footlight

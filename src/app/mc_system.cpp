@@ -1,0 +1,146 @@
+#include "app/mc_system.h"
+
+#include <algorithm>
+#include <chrono>
+
+#include "app/random.h"
+#include "files/path.h"
+#include "gfx/window.h"
+#include "platform/platform.h"
+#include "script/mc_objects_container.h"
+#include "script/mc_variable_factory.h"
+#include "script/method_tables.h"
+
+namespace footlight {
+
+namespace {
+
+using Factory = CMC_VariableFactory;
+
+constexpr const char* kDays[] = {"Niedziela", "Poniedzialek", "Wtorek", "Sroda", "Czwartek", "Piatek", "Sobota"};
+constexpr const char* kMonths[] = {"Styczen", "Luty",     "Marzec",   "Kwiecien",    "Maj",      "Czerwiec",
+                                   "Lipiec",  "Sierpien", "Wrzesien", "Pazdziernik", "Listopad", "Grudzien"};
+
+struct Calendar {
+  int year, month, day, weekDay, hour, minutes, seconds;  // month and day from 1, Sunday is 0
+};
+
+Calendar today() {
+  using namespace std::chrono;
+  const sys_seconds moment{seconds{platform::current().clock().unixSeconds()}};
+  const auto date = floor<days>(moment);
+  const year_month_day calendar{date};
+  const hh_mm_ss time{moment - date};
+  return {static_cast<int>(calendar.year()),
+          static_cast<int>(static_cast<unsigned>(calendar.month())),
+          static_cast<int>(static_cast<unsigned>(calendar.day())),
+          static_cast<int>(weekday{date}.c_encoding()),
+          static_cast<int>(time.hours().count()),
+          static_cast<int>(time.minutes().count()),
+          static_cast<int>(time.seconds().count())};
+}
+
+Result getDate(CMC_System& /*system*/, Call& /*call*/) {
+  const Calendar now = today();
+  return Factory::makeInteger(now.year % 100 * 10000 + now.month * 100 + now.day);
+}
+
+Result getDateString(CMC_System& /*system*/, Call& /*call*/) {
+  const Calendar now = today();
+  return Factory::makeString(CXString::Format("%d/%s/%d", now.day, kMonths[now.month - 1], now.year));
+}
+
+Result getDay(CMC_System& /*system*/, Call& /*call*/) { return Factory::makeInteger(today().day); }
+
+Result getDayOfWeek(CMC_System& /*system*/, Call& /*call*/) { return Factory::makeInteger(today().weekDay + 1); }
+
+Result getDayOfWeekString(CMC_System& /*system*/, Call& /*call*/) {
+  return Factory::makeString(kDays[today().weekDay]);
+}
+
+Result getMonth(CMC_System& /*system*/, Call& /*call*/) { return Factory::makeInteger(today().month); }
+
+Result getMonthString(CMC_System& /*system*/, Call& /*call*/) {
+  return Factory::makeString(kMonths[today().month - 1]);
+}
+
+Result getYear(CMC_System& /*system*/, Call& /*call*/) { return Factory::makeInteger(today().year); }
+
+Result getTimeString(CMC_System& /*system*/, Call& /*call*/) {
+  const Calendar now = today();
+  return Factory::makeString(CXString::Format("%d:%d", now.hour, now.minutes));
+}
+
+Result getHour(CMC_System& /*system*/, Call& /*call*/) { return Factory::makeInteger(today().hour); }
+
+Result getMinutes(CMC_System& /*system*/, Call& /*call*/) { return Factory::makeInteger(today().minutes); }
+
+Result getSeconds(CMC_System& /*system*/, Call& /*call*/) { return Factory::makeInteger(today().seconds); }
+
+Result getSystemTime(CMC_System& /*system*/, Call& /*call*/) {
+  return Factory::makeInteger(static_cast<int>(platform::current().clock().ticks()));
+}
+
+Result getMhz(CMC_System& /*system*/, Call& /*call*/) {
+  return Factory::makeInteger(platform::current().processorMegahertz());
+}
+
+// Sleeps in slices, so that a closed window is noticed.
+Result delay(CMC_System& /*system*/, Call& call) {
+  constexpr int kSlice = 50;
+  const CWindow* window = call.scope() != nullptr ? call.scope()->getWindow() : nullptr;
+  for (int left = call.integer(0); left > 0 && (window == nullptr || !window->isQuitting()); left -= kSlice) {
+    platform::current().clock().sleep(static_cast<std::uint32_t>(std::min(left, kSlice)));
+  }
+  return {};
+}
+
+Result copyFile(CMC_System& /*system*/, Call& call) {
+  CWindow* window = call.scope() != nullptr ? call.scope()->getWindow() : nullptr;
+  const CXString from = CPath::resolveFileName(window, call.text(0));
+  const CXString to = CPath::resolveFileName(window, call.text(1));
+  return Factory::makeBool(platform::current().files().copy(from, to));
+}
+
+constexpr Method kMethods[] = {
+    {1, "GETDATE", 0, 0, method<getDate>},
+    {2, "GETDATESTRING", 0, 0, method<getDateString>},
+    {3, "GETDAY", 0, 0, method<getDay>},
+    {4, "GETDAYOFWEEK", 0, 0, method<getDayOfWeek>},
+    {5, "GETDAYOFWEEKSTRING", 0, 0, method<getDayOfWeekString>},
+    {6, "GETMONTH", 0, 0, method<getMonth>},
+    {7, "GETMONTHSTRING", 0, 0, method<getMonthString>},
+    {8, "GETYEAR", 0, 0, method<getYear>},
+    {9, "GETTIMESTRING", 0, 0, method<getTimeString>},
+    {10, "GETHOUR", 0, 0, method<getHour>},
+    {11, "GETMINUTES", 0, 0, method<getMinutes>},
+    {12, "GETSECONDS", 0, 0, method<getSeconds>},
+    {13, "GETSYSTEMTIME", 0, 0, method<getSystemTime>},
+    {14, "GETMHZ", 0, 0, method<getMhz>},
+    {15, "DELAY", 1, 1, method<delay>},
+    {16, "COPYFILE", 2, 2, method<copyFile>},
+};
+
+// RANDOM
+
+Result getRandom(CMC_Object& /*object*/, Call& call) {
+  if (!call.has(0)) return Factory::makeInteger(0);
+  if (!call.has(1)) return Factory::makeInteger(CXRandom::random(call.integer(0)));
+  return Factory::makeInteger(CXRandom::random(call.integer(0), call.integer(1)));
+}
+
+// Fills an array; until objects of that type hold values there is nothing to fill.
+Result getPlenty(CMC_Object& /*object*/, Call& /*call*/) { return {}; }
+
+constexpr Method kRandomMethods[] = {
+    {1, "GET", 0, 2, method<getRandom>},
+    {2, "GETPLENTY", 5, 5, method<getPlenty>},
+};
+
+}  // namespace
+
+std::span<const Method> methods::system() { return kMethods; }
+
+std::span<const Method> methods::random() { return kRandomMethods; }
+
+}  // namespace footlight

@@ -1,0 +1,15 @@
+#pragma once
+
+// SYSTEM: the clock, the calendar (UTC, Polish names) and a few services of the machine. It has no state.
+
+#include "script/mc_object.h"
+
+namespace footlight {
+
+class CMC_System : public CMC_Object {
+ public:
+  CMC_System() : CMC_Object("SYSTEM", type::kSystem) {}
+  static bool isTypeOf(int type) { return type == type::kSystem; }
+};
+
+}  // namespace footlight

@@ -1,0 +1,25 @@
+#include "app/script_run.h"
+
+#include "script/mc_behaviour.h"
+
+namespace footlight {
+
+Result runByName(CMC_ObjectsContainer* scene, const Call& call, RunWords words) {
+  const Ref<CMC_Object> object(scene != nullptr ? scene->getObject(call.text(0)) : nullptr);
+  CMC_Runner* runner = object ? object->getRunner() : nullptr;
+  if (runner == nullptr) return {};
+  const CXString method = call.text(1);
+  const auto isWord = [&method, words](std::string_view word) {
+    return words == RunWords::exact ? method == word : method.equalsIgnoreCase(word);
+  };
+  auto* behaviour = object_cast<CMC_Behaviour>(object.get());
+  if (behaviour != nullptr && (isWord("RUN") || isWord("RUNC"))) {
+    const TextList arguments = call.textsFrom(2);
+    behaviour->run(nullptr, &arguments, isWord("RUNC"));
+    return {};
+  }
+  const Result result = runner->run(method.view(), object.get(), scene, call.arguments().subspan(2));
+  return result.stops() ? Result() : result;
+}
+
+}  // namespace footlight

@@ -1,0 +1,36 @@
+#pragma once
+
+// Builds the tree of a game from its one document: first all scenes, then the episodes, which find their scenes among
+// those built, then the application. The parser owns the scenes and episodes for as long as the game lives.
+
+#include <memory>
+#include <vector>
+
+#include "app/mc_scene.h"
+
+namespace footlight {
+
+class CMC_Application;
+class CWindow;
+
+class CMC_StructureParser : public CXObject {
+ public:
+  // Makes the pools and the runners, then reads the document; without one the parser stays empty.
+  CMC_StructureParser(CWindow* window, const CXString& fileName);
+  ~CMC_StructureParser() override;
+
+  // The first built scene or episode of exactly that name, or null.
+  CMC_Scene* get(const CXString& name) const;
+  CMC_Application* getMCApplication() const { return application_.get(); }
+  // Hands the application over; the parser keeps the rest.
+  Owned<CMC_Application> takeApplication();
+
+ private:
+  void load(const CXString& fileName);
+
+  CWindow* window_;
+  std::vector<Owned<CMC_Scene>> built_;
+  Owned<CMC_Application> application_;
+};
+
+}  // namespace footlight

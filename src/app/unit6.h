@@ -1,0 +1,96 @@
+#pragma once
+
+// CUnit6 is the run-time side of a scene: the sink of mouse and key events, dragging, the music file, the background
+// and the scene's resources. There is one for the whole process, borrowed by the scene that runs.
+
+#include <memory>
+#include <vector>
+
+#include "foundation/geometry.h"
+#include "foundation/timer_notificator.h"
+#include "foundation/xobject.h"
+#include "foundation/xstring.h"
+#include "gfx/screen_unit.h"
+#include "input/key_listener.h"
+#include "input/mouse_listener.h"
+
+namespace footlight {
+
+class CGraphicsObject;
+class CMC_Scene;
+class CRefreshScreen;
+class CResourcesManager;
+class CWindow;
+
+class CUnit6 : public CXObject, public CScreenUnit, public CKeyListener, public CMouseListener {
+ public:
+  static constexpr int kMousePriority = 100000;
+  static constexpr int kDragPriority = 10000;
+  static constexpr int kNoCode = 0;
+
+  CUnit6(CWindow* window, CXString name, CResourcesManager* general);
+  ~CUnit6() override;
+  CUnit6(const CUnit6&) = delete;
+  CUnit6& operator=(const CUnit6&) = delete;
+
+  // Takes a scene on; `other` is the unit whose music goes on, or null.
+  virtual void initialize(CMC_Scene* scene, CUnit6* other);
+  void onInitialUpdate() override;
+  bool wasInitiallyUpdated() const override { return wasInitiallyUpdated_; }
+  virtual void domodal() {}
+  // Lets the scene go: dragging, the drawn objects, the background and the scene's resources end.
+  virtual void done(CMC_Scene* scene, CUnit6* other);
+  virtual CWindow* getWindow() const { return window_; }
+  virtual CRefreshScreen* getCanvas() const;
+  virtual bool isActive() const { return active_; }
+  // Plays a music file; null means the scene's. Without `force` only if the scene says that music should start.
+  virtual void startMusic(const char* name, bool force);
+  virtual void stopMusic();
+  virtual const CXString& getMusicFileName() const { return musicFileName_; }
+  virtual const CXString& getBackgroundFileName() const { return backgroundFileName_; }
+  virtual void setBackground();
+  // Moves an object with the mouse: on top of all others while it is dragged.
+  virtual void onStartDragging(CGraphicsObject* object, CXPoint point, bool endsAtClick);
+  virtual void onDragging(CXPoint point);
+  virtual void onEndDragging();
+  virtual CResourcesManager* getResourcesManager() const { return resources_.get(); }
+  virtual void onTimer(TimerId /*id*/) {}
+  virtual void flushEditBoxes() {}
+
+  // Puts the dragged object back where it was taken.
+  void bringBackDraggingObjectPosition();
+  bool isDragging() const { return dragging_; }
+  void setBackgroundFileName(CXString name) { backgroundFileName_ = std::move(name); }
+  const CXString& getUnitName() const { return unitName_; }
+  void setUnitName(CXString name) { unitName_ = std::move(name); }
+  CMC_Scene* getScene() const { return scene_.get(); }
+  int getRetCode() const { return retCode_; }
+  void setRetCode(int code) { retCode_ = code; }
+
+  bool onMouseMove(CXPoint point) override;
+  bool onClick(int button, CXPoint point) override;
+  bool onRelease(int button, CXPoint point) override;
+  using CMouseListener::onClick;
+  using CMouseListener::onRelease;
+
+ private:
+  CXString unitName_;
+  CWindow* window_;
+  WeakRef<CMC_Scene> scene_;
+  bool active_ = false;
+  bool wasInitiallyUpdated_ = false;
+  int retCode_ = kNoCode;
+  CXString backgroundFileName_;
+  CXString musicFileName_;
+  std::unique_ptr<CResourcesManager> resources_;
+  CResourcesManager* general_;
+
+  bool dragging_ = false;
+  bool draggingMode_ = false;  // the drag ends with the next click instead of the release
+  WeakRef<CGraphicsObject> dragged_;
+  int draggedPriority_ = 0;
+  CXPoint dragStart_;
+  CXPoint dragPoint_;
+};
+
+}  // namespace footlight

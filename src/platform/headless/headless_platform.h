@@ -1,0 +1,58 @@
+#pragma once
+
+// A machine without window, sound and clock of its own: every run on it is the same to the byte. Time moves
+// when `advance` or a sleep tells it, input is what was put in, the display is memory, boxes are kept.
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/headless/headless_display.h"
+#include "platform/headless/headless_shell.h"
+#include "platform/headless/virtual_clock.h"
+#include "platform/input_queue.h"
+#include "platform/platform.h"
+#include "platform/posix/modules.h"
+
+namespace footlight::platform {
+
+struct HeadlessOptions {
+  std::uint32_t clockStart = 10000;      // ticks at the start
+  bool pacedReal = false;                // the clock waits for the machine's time
+  std::int64_t unixSeconds = 946684800;  // wall clock at the start: 2000-01-01, UTC
+  int bpp = 16;                          // of the desktop: 15, 16 or 32
+  int windowX = 0, windowY = 0;          // where a window's client area lies on the desktop
+  std::string locale = "0409";
+  std::string printFolder;  // the machine's folder for printed pages; empty: no printer
+  bool modules = true;      // whether shared libraries may be loaded
+};
+
+class HeadlessPlatform : public Platform {
+ public:
+  // Without `files` the machine has no disk: `files()` must not be called then.
+  explicit HeadlessPlatform(HeadlessOptions options = {}, std::unique_ptr<FileSystem> files = nullptr);
+
+  VirtualClock& clock() override { return clock_; }
+  FileSystem& files() override;
+  HeadlessDisplay& display() override { return display_; }
+  InputQueue& input() override { return input_; }
+  HeadlessShell& shell() override { return shell_; }
+  PosixModules& modules() override { return modules_; }
+  std::string locale() const override { return options_.locale; }
+  // Gives the window events that were put in.
+  std::vector<WindowEvent> pump() override;
+
+  void put(const WindowEvent& event) { windowEvents_.push_back(event); }
+
+ private:
+  HeadlessOptions options_;
+  VirtualClock clock_;
+  std::unique_ptr<FileSystem> files_;
+  HeadlessDisplay display_;
+  InputQueue input_;
+  HeadlessShell shell_;
+  PosixModules modules_;
+  std::vector<WindowEvent> windowEvents_;
+};
+
+}  // namespace footlight::platform

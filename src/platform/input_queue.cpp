@@ -1,0 +1,72 @@
+#include "platform/input_queue.h"
+
+#include <utility>
+
+#include "foundation/diagnose.h"
+#include "foundation/limits.h"
+#include "platform/input_recorder.h"
+
+namespace footlight::platform {
+
+namespace {
+
+template <class Event>
+void append(std::vector<Event>& queue, const Event& event) {
+  if (queue.size() >= static_cast<std::size_t>(limits::kInputEvents)) {
+    guardHit("input-queue");
+    return;
+  }
+  queue.push_back(event);
+}
+
+bool isScanCode(int code) { return code >= 0 && code < InputQueue::kScanCodes; }
+
+}  // namespace
+
+void InputQueue::put(const KeyEvent& event) {
+  if (!isScanCode(event.scanCode)) return;
+  const std::lock_guard lock(mutex_);
+  down_.set(static_cast<std::size_t>(event.scanCode), event.down);
+  append(keys_, event);
+  if (recorder_ != nullptr) recorder_->write(event);
+}
+
+void InputQueue::put(const MouseEvent& event) {
+  const std::lock_guard lock(mutex_);
+  cursor_ = {event.x, event.y};
+  append(mouse_, event);
+  if (recorder_ != nullptr) recorder_->write(event);
+}
+
+void InputQueue::recordTo(InputRecorder* recorder) {
+  const std::lock_guard lock(mutex_);
+  recorder_ = recorder;
+}
+
+std::vector<MouseEvent> InputQueue::takeMouseEvents() {
+  const std::lock_guard lock(mutex_);
+  return std::exchange(mouse_, {});
+}
+
+std::vector<KeyEvent> InputQueue::takeKeyEvents() {
+  const std::lock_guard lock(mutex_);
+  return std::exchange(keys_, {});
+}
+
+bool InputQueue::isKeyDown(int scanCode) const {
+  if (!isScanCode(scanCode)) return false;
+  const std::lock_guard lock(mutex_);
+  return down_.test(static_cast<std::size_t>(scanCode));
+}
+
+CursorPosition InputQueue::cursorPosition() const {
+  const std::lock_guard lock(mutex_);
+  return cursor_;
+}
+
+void InputQueue::moveCursor(CursorPosition position) {
+  const std::lock_guard lock(mutex_);
+  cursor_ = position;
+}
+
+}  // namespace footlight::platform

@@ -1,0 +1,45 @@
+#pragma once
+
+// The input devices of both back ends: bounded queues and the state that follows from what was put in. A back
+// end puts events in as they come; over the bound an event is dropped, but the key state and the cursor still
+// follow it. Every operation may be called on any thread.
+
+#include <bitset>
+#include <mutex>
+
+#include "platform/input_devices.h"
+
+namespace footlight::platform {
+
+class InputRecorder;
+
+class InputQueue : public InputDevices {
+ public:
+  static constexpr int kScanCodes = 256;
+
+  explicit InputQueue(bool wantsPollingThread) : wantsPollingThread_(wantsPollingThread) {}
+
+  // A scan code outside 0 to 255 is ignored.
+  void put(const KeyEvent& event);
+  void put(const MouseEvent& event);
+  // Every event is also written there; null ends that. The recorder stays the caller's.
+  void recordTo(InputRecorder* recorder);
+
+  std::vector<MouseEvent> takeMouseEvents() override;
+  std::vector<KeyEvent> takeKeyEvents() override;
+  bool isKeyDown(int scanCode) const override;
+  CursorPosition cursorPosition() const override;
+  void moveCursor(CursorPosition position) override;
+  bool wantsPollingThread() const override { return wantsPollingThread_; }
+
+ private:
+  const bool wantsPollingThread_;
+  mutable std::mutex mutex_;
+  std::vector<MouseEvent> mouse_;
+  std::vector<KeyEvent> keys_;
+  std::bitset<kScanCodes> down_;
+  CursorPosition cursor_{0, 0};
+  InputRecorder* recorder_ = nullptr;
+};
+
+}  // namespace footlight::platform

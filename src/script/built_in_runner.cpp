@@ -1,0 +1,271 @@
+// The statements behind "@": control flow, local variables, timers. Their object is the behaviour that they stand in.
+
+#include <algorithm>
+
+#include "app/random.h"
+#include "gfx/window.h"
+#include "script/mc_behaviour.h"
+#include "script/mc_behaviour_entry.h"
+#include "script/mc_condition.h"
+#include "script/mc_expression.h"
+#include "script/mc_objects_container.h"
+#include "script/mc_variable_factory.h"
+#include "script/method_tables.h"
+#include "script/object_factory.h"
+#include "script/watchdog.h"
+
+namespace footlight {
+
+namespace {
+
+using Factory = CMC_VariableFactory;
+
+// Code passed to a statement: a behaviour of the scope by name, or one made from the text for this use.
+struct Code {
+  Ref<CMC_Behaviour> behaviour;
+  Owned<CMC_Behaviour> throwaway;
+};
+
+Code codeOf(const Call& call, int index) {
+  CMC_Object* passed = call.object(index);
+  if (const auto* inlineCode = dynamic_cast<const CMC_InlineCode*>(passed)) {
+    if (CMC_Behaviour* behaviour = inlineCode->behaviour()) return {Ref<CMC_Behaviour>(behaviour), nullptr};
+  }
+  const CXString text = call.text(index);
+  if (text.IsEmpty() || call.scope() == nullptr) return {};
+  if (auto* named = call.find<CMC_Behaviour>(text)) return {Ref<CMC_Behaviour>(named), nullptr};
+  Owned<CMC_Behaviour> made(new CMC_Behaviour(call.scope(), "temp", text));
+  made->init();
+  return {Ref<CMC_Behaviour>(made.get()), std::move(made)};
+}
+
+// Control flow
+
+bool isTestTrue(const Call& call, const CXString& test) {
+  const bool isAnd = test.FindSubString("&&") >= 0;
+  const char* mark = isAnd ? "&&" : "||";
+  int start = 0;
+  for (;;) {
+    const int end = test.FindSubString(mark, start);
+    const bool piece = CMC_Condition::valid(call.scope(), test.Mid(start, end < 0 ? test.Length() : end));
+    if (piece != isAnd) return piece;
+    if (end < 0) return piece;
+    start = end + 2;
+  }
+}
+
+Result ifStatement(CMC_Behaviour& /*behaviour*/, Call& call) {
+  const bool isLongForm = call.count() > 3;
+  const bool holds = isLongForm ? CMC_Condition::valid(call.scope(), call.text(0), call.text(1).view(), call.text(2))
+                                : isTestTrue(call, call.text(0));
+  const int then = isLongForm ? 3 : 1;
+  const Code code = codeOf(call, holds ? then : then + 1);
+  if (!code.behaviour) return {};
+  return code.behaviour->run(code.behaviour.get(), nullptr, false) ? Result::breakRun() : Result();
+}
+
+Result whileStatement(CMC_Behaviour& /*behaviour*/, Call& call) {
+  const Code code = codeOf(call, 3);
+  const CXString left = call.text(0);
+  const CXString word = call.text(1);
+  const CXString right = call.text(2);
+  while (watchdog::mayContinue() && CMC_Condition::valid(call.scope(), left, word.view(), right)) {
+    if (code.behaviour) code.behaviour->run(nullptr, nullptr, false);
+  }
+  return {};
+}
+
+// The counter of a loop, in the scope while the loop lasts; the one of an outer loop comes back afterwards.
+class LoopCounter {
+ public:
+  explicit LoopCounter(CMC_ObjectsContainer* scope)
+      : scope_(scope), outer_(scope->getOwnObject(kName)), counter_(new CMC_Integer(kName, CMC_Variable::kNoPool)) {
+    if (outer_) scope_->removeObject(outer_.get());
+    counter_->setScene(scope);
+    counter_->setAsTemporary();  // never bound at compile time: the innermost counter is the one that counts
+    scope_->addObject(counter_.get());
+  }
+  ~LoopCounter() {
+    if (scope_->getOwnObject(kName) == counter_.get()) scope_->removeObject(counter_.get());
+    CMC_Object::destroy(counter_.get());
+    if (!outer_ || outer_->isDisposed()) return;
+    if (scope_->getOwnObject(kName) == nullptr) {
+      scope_->addObject(outer_.get());
+    } else {
+      CMC_Object::destroy(outer_.get());
+    }
+  }
+  LoopCounter(const LoopCounter&) = delete;
+  LoopCounter& operator=(const LoopCounter&) = delete;
+
+  void set(int value) { counter_->setValue(value); }
+
+ private:
+  static constexpr const char* kName = "_I_";
+
+  Ref<CMC_ObjectsContainer> scope_;
+  Ref<CMC_Object> outer_;
+  Ref<CMC_Integer> counter_;
+};
+
+Result loop(CMC_Behaviour& /*behaviour*/, Call& call) {
+  if (call.scope() == nullptr) return {};
+  const std::int64_t start = call.integer(1);
+  const std::int64_t end = start + call.integer(2);
+  const std::int64_t step = call.integer(3);
+  const Code code = codeOf(call, 0);
+  const bool isUpward = start < end;
+  LoopCounter counter(call.scope());
+  for (std::int64_t i = start; isUpward ? i < end : i > end; i += step) {
+    if (!watchdog::mayContinue()) return {};
+    counter.set(static_cast<int>(i));
+    if (code.behaviour && code.behaviour->run(nullptr, nullptr, true)) return Result::breakRun();
+  }
+  return {};
+}
+
+Result breakStatement(CMC_Behaviour& /*behaviour*/, Call& /*call*/) { return Result::breakRun(); }
+
+Result oneBreak(CMC_Behaviour& /*behaviour*/, Call& /*call*/) { return Result::oneBreak(); }
+
+Result continueStatement(CMC_Behaviour& /*behaviour*/, Call& /*call*/) { return Result::continueRun(); }
+
+// Values
+
+Result returnStatement(CMC_Behaviour& /*behaviour*/, Call& call) {
+  constexpr const char* kName = "__RETURN__";
+  const Ref<CMC_Variable> value = asVariable(call.object(0));
+  // The value is taken before the earlier result goes: they may be one.
+  const Ref<CMC_Variable> copy = Factory::copyVariable(value.get());
+  CMC_ObjectsContainer* scope = call.scope();
+  if (scope == nullptr) return {};
+  if (const Ref<CMC_Object> earlier{scope->getOwnObject(kName)}) {
+    scope->removeObject(earlier.get());
+    CMC_Object::destroy(earlier.get());
+  }
+  if (!copy) return {};
+  std::unique_ptr<CMC_Variable> result = Factory::makeNamed(copy->getType(), kName);
+  result->set(copy.get());
+  result->setScene(scope);
+  scope->addObject(result.release());
+  return Result(copy);
+}
+
+Result conv(CMC_Behaviour& /*behaviour*/, Call& call) {
+  const int wanted = CMC_Object::getTypeId(call.text(1));
+  const Ref<CMC_Variable> value = asVariable(call.object(0));
+  const Ref<CMC_Variable> converted = Factory::make(wanted);
+  if (converted && value) converted->set(value.get());
+  return Result(converted);
+}
+
+Result declare(CMC_Behaviour& behaviour, const Call& call, int type) {
+  CMC_ObjectsContainer* scope = call.scope();
+  const CXString name = call.text(0);
+  if (scope == nullptr || scope->getObject(name) != nullptr) return {};
+  const Ref<CMC_Variable> value = asVariable(call.object(1));
+  Ref<CMC_Variable> made(Factory::makeNamed(type, name).release());
+  if (value) made->set(value.get());
+  made->setScene(scope);
+  made->setAsTemporary();
+  if (!scope->addObject(made.get())) return {};
+  behaviour.addTempObject(made.get());
+  return Result(Factory::copyVariable(made.get()));
+}
+
+Result declareBool(CMC_Behaviour& behaviour, Call& call) { return declare(behaviour, call, type::kBool); }
+
+Result declareDouble(CMC_Behaviour& behaviour, Call& call) { return declare(behaviour, call, type::kDouble); }
+
+Result declareInt(CMC_Behaviour& behaviour, Call& call) { return declare(behaviour, call, type::kInteger); }
+
+Result declareString(CMC_Behaviour& behaviour, Call& call) { return declare(behaviour, call, type::kString); }
+
+Result value(CMC_Behaviour& /*behaviour*/, Call& call) { return Result(Ref<CMC_Object>(call.findAny(call.text(0)))); }
+
+// Objects, timers, names
+
+CMC_Behaviour* addTimerBehaviour(CMC_ObjectsContainer* scope, CXString code) {
+  code.Replace('&', '$');
+  CXString name;
+  do {
+    name = CXString("timer_") + std::to_string(CXRandom::next());
+  } while (scope->getObject(name) != nullptr);
+  auto* behaviour = new CMC_Behaviour(scope, name, code);
+  const Ref<CMC_Behaviour> keep(behaviour);
+  behaviour->init();
+  return scope->addObject(behaviour) ? behaviour : nullptr;
+}
+
+CXString bodyText(const Call& call, int index) {
+  if (const auto* inlineCode = dynamic_cast<const CMC_InlineCode*>(call.object(index))) {
+    if (const CMC_Behaviour* behaviour = inlineCode->behaviour()) return behaviour->getCode();
+  }
+  const CXString text = call.text(index);
+  const auto* named = call.find<CMC_Behaviour>(text);
+  return named != nullptr ? named->getCode() : text;
+}
+
+Result runOnTimer(CMC_Behaviour& /*behaviour*/, Call& call) {
+  CMC_ObjectsContainer* scope = call.scope();
+  if (scope == nullptr) return {};
+  const Ref<CMC_Behaviour> made(addTimerBehaviour(scope, bodyText(call, 2)));
+  if (!made) return {};
+  TextList arguments{"0"};
+  const TextList further = call.textsFrom(4);
+  arguments.insert(arguments.end(), further.begin(), further.end());
+
+  const CXString endCode = call.text(3);
+  CMC_Behaviour* next = endCode.IsString() ? call.find<CMC_Behaviour>(endCode) : nullptr;
+  const bool isInline = dynamic_cast<const CMC_InlineCode*>(call.object(3)) != nullptr;
+  if (endCode.IsString() && (next == nullptr || isInline)) {
+    next = addTimerBehaviour(scope, bodyText(call, 3));
+    made->ownTimerNext();
+  }
+  made->runOnTimer(call.integer(0), call.integer(1), std::move(arguments), next);
+  return Result(Factory::makeString(made->getName()));
+}
+
+Result create(CMC_Behaviour& /*behaviour*/, Call& call) {
+  createBareObject(call.scope(), call.text(0), call.text(1));
+  return {};
+}
+
+Result getApplicationName(CMC_Behaviour& /*behaviour*/, Call& call) {
+  const CMC_ObjectsContainer* scope = call.scope();
+  while (scope != nullptr && scope->getType() != type::kApplication) scope = scope->getParent();
+  return Result(Factory::makeString(scope != nullptr ? scope->getName() : CXString()));
+}
+
+Result getCurrentScene(CMC_Behaviour& /*behaviour*/, Call& call) {
+  return Result(Factory::makeString(call.scope() != nullptr ? call.scope()->getName() : CXString()));
+}
+
+Result msgBox(CMC_Behaviour& /*behaviour*/, Call& /*call*/) { return {}; }
+
+constexpr Method kMethods[] = {
+    {1, "IF", 1, 5, method<ifStatement>},
+    {2, "WHILE", 4, 4, method<whileStatement>},
+    {3, "RETURN", 1, 1, method<returnStatement>},
+    {4, "BREAK", 0, 0, method<breakStatement>},
+    {5, "CONV", 2, 2, method<conv>},
+    {6, "MSGBOX", 0, Method::kAny, method<msgBox>},
+    {7, "BOOL", 2, 2, method<declareBool>},
+    {8, "DOUBLE", 2, 2, method<declareDouble>},
+    {9, "INT", 2, 2, method<declareInt>},
+    {10, "STRING", 2, 2, method<declareString>},
+    {11, "LOOP", 4, 4, method<loop>},
+    {12, "VALUE", 1, 1, method<value>},
+    {13, "RUNONTIMER", 3, Method::kAny, method<runOnTimer>},
+    {14, "CREATE", 2, 2, method<create>},
+    {15, "GETAPPLICATIONNAME", 0, 0, method<getApplicationName>},
+    {16, "GETCURRENTSCENE", 0, 0, method<getCurrentScene>},
+    {17, "ONEBREAK", 0, 0, method<oneBreak>},
+    {18, "CONTINUE", 0, 0, method<continueStatement>},
+};
+
+}  // namespace
+
+std::span<const Method> methods::builtIns() { return kMethods; }
+
+}  // namespace footlight

@@ -1,0 +1,444 @@
+#include "script/mc_behaviour_entry.h"
+
+#include <algorithm>
+#include <array>
+
+#include "foundation/limits.h"
+#include "script/mc_expression.h"
+#include "script/mc_structure.h"
+#include "script/mc_variable_factory.h"
+
+namespace footlight {
+
+namespace {
+
+// Compiling nests with the brackets of the text; past the limit a piece is a plain value.
+class CompileDepth {
+ public:
+  CompileDepth() { ++depth; }
+  ~CompileDepth() { --depth; }
+  CompileDepth(const CompileDepth&) = delete;
+  CompileDepth& operator=(const CompileDepth&) = delete;
+  static bool isTooDeep() {
+    if (depth <= limits::kBracketDepth) return false;
+    guardHit("brackets in one statement");
+    return true;
+  }
+
+ private:
+  static inline int depth = 0;
+};
+
+bool hasMark(std::string_view text) { return text.find('$') != std::string_view::npos; }
+
+CXString withoutEnds(const CXString& text) { return text.Mid(1, text.Length() - 1); }
+
+}  // namespace
+
+// Cutting
+
+std::vector<CXString> CMC_Behaviour_Entry::cutStatements(const CXString& code) {
+  std::vector<CXString> statements;
+  CXString statement;
+  int depth = 0;
+  for (const char c : code.view()) {
+    if (c == ' ') continue;
+    if (c == '(') ++depth;
+    if (c == ')') --depth;
+    if (c == ';' && depth == 0) {
+      statements.push_back(std::move(statement));
+      statement = CXString();
+    } else {
+      statement += c;
+    }
+  }
+  return statements;
+}
+
+CXString CMC_Behaviour_Entry::fillParams(const CXString& text, const TextList* arguments) {
+  CXString filled;
+  for (int i = 0; i < text.Length(); ++i) {
+    const char c = text.GetAt(i);
+    const int index = c == '$' && i + 1 < text.Length() ? text.GetAt(i + 1) - '1' : -1;
+    if (index >= 0 && index < 9 && arguments != nullptr && index < static_cast<int>(arguments->size())) {
+      filled += (*arguments)[static_cast<std::size_t>(index)];
+      ++i;
+    } else {
+      filled += c;
+    }
+  }
+  return filled;
+}
+
+CXString CMC_Behaviour_Entry::stripBraces(CXString code) {
+  code.AllTrim();
+  if (code.startsWith("{")) {
+    code.right(1);
+    if (code.endsWith("}")) code.left(code.Length() - 1);
+  }
+  return code.AllTrim();
+}
+
+bool CMC_Behaviour_Entry::isInlineCode(std::string_view text) {
+  return text.starts_with("{") || text.starts_with("\"{");
+}
+
+CXString CMC_Behaviour_Entry::inlineCodeOf(CXString text) {
+  if (text.startsWith("\"")) {
+    text.right(1);
+    if (text.endsWith("\"")) text.left(text.Length() - 1);
+  }
+  return stripBraces(std::move(text));
+}
+
+CXString CMC_Behaviour_Entry::uniqueName(const CMC_ObjectsContainer* scene, const char* prefix) {
+  static std::int64_t counter = 0;
+  CXString name;
+  do {
+    name = CXString(prefix) + std::to_string(++counter);
+  } while (scene->getObject(name) != nullptr);
+  return name;
+}
+
+// Compiling
+
+CMC_InlineCode::CMC_InlineCode(CMC_Behaviour* behaviour, bool hasMarks)
+    : CMC_String(behaviour->getName()), behaviour_(behaviour), hasMarks_(hasMarks) {
+  setName("temp");
+}
+
+CMC_Behaviour_Entry::CMC_Behaviour_Entry(CMC_Behaviour* behaviour, CXString line)
+    : line_(std::move(line)), origin_(behaviour->origin()) {
+  const CompileDepth depth;
+  if (line_.endsWith(";")) line_.left(line_.Length() - 1);
+  if (CompileDepth::isTooDeep()) {
+    valueText_ = line_;
+  } else {
+    compile(behaviour);
+  }
+}
+
+CMC_Behaviour_Entry::~CMC_Behaviour_Entry() {
+  if (!ownsTempBehaviours_) return;
+  for (const Slot& slot : slots_) {
+    const auto* code = dynamic_cast<const CMC_InlineCode*>(slot.fixed.get());
+    CMC_Behaviour* behaviour = code != nullptr ? code->behaviour() : nullptr;
+    if (behaviour == nullptr) continue;
+    const Ref<CMC_Behaviour> keep(behaviour);
+    if (behaviour->getScene() != nullptr) behaviour->getScene()->removeObject(behaviour);
+    CMC_Object::destroy(behaviour);
+  }
+}
+
+void CMC_Behaviour_Entry::compile(CMC_Behaviour* behaviour) {
+  CMC_ObjectsContainer* scene = behaviour->getScene();
+  const int open = line_.Find('(');
+  const char first = line_.GetAt(0);
+  if (first == '@') {
+    kind_ = Kind::builtIn;
+    method_ = line_.Mid(1, open);
+    runner_ = CMC_RunnerFactory::getRunner(type::kBuiltIns);
+    methodId_ = runner_ != nullptr ? runner_->resolveMethod(method_) : -1;
+    compileArguments(behaviour, open);
+  } else if (first == '*') {
+    compileIndirect(behaviour, open);
+  } else if (line_.startsWith("THIS")) {
+    kind_ = Kind::callerCall;
+    method_ = line_.Mid(5, open);
+    compileArguments(behaviour, open);
+  } else if (first == '[') {
+    compileExpression(behaviour);
+  } else if (const int caret = line_.Find('^'); first == '"' || caret < 0) {
+    compileValue(scene);
+  } else {
+    compileCall(behaviour, caret, open);
+  }
+}
+
+void CMC_Behaviour_Entry::compileIndirect(CMC_Behaviour* behaviour, int open) {
+  kind_ = Kind::indirectCall;
+  const int close = line_.Find(']') + 1;
+  int caret = line_.Find('^');
+  if (close < open) {
+    caret = line_.Find('^', close);
+    open = line_.Find('(', std::max(caret, 0));
+  }
+  objectName_ = line_.Mid(1, caret);
+  if (objectName_.startsWith("[")) {
+    auto expression = std::make_unique<CMC_Expression>(behaviour->getScene(), withoutEnds(objectName_));
+    expression_ = Ref<CMC_Object>(expression.get());
+    expression.release()->dispose();
+  } else if (behaviour->getScene() != nullptr) {
+    object_ = WeakRef<CMC_Object>(behaviour->getScene()->getObject(objectName_));
+  }
+  method_ = line_.Mid(caret + 1, open);
+  compileArguments(behaviour, open);
+}
+
+void CMC_Behaviour_Entry::compileExpression(CMC_Behaviour* behaviour) {
+  const CXString inside = withoutEnds(line_);
+  if (hasMark(inside)) {
+    valueText_ = CXString("[") + inside + "]";
+    return;
+  }
+  kind_ = Kind::expression;
+  // The statement's Ref is the expression's only owner.
+  auto expression = std::make_unique<CMC_Expression>(behaviour->getScene(), inside);
+  expression_ = Ref<CMC_Object>(expression.get());
+  expression.release()->dispose();
+}
+
+void CMC_Behaviour_Entry::compileValue(CMC_ObjectsContainer* scene) {
+  valueText_ = line_;
+  CMC_Object* named = scene != nullptr ? scene->getObject(line_) : nullptr;
+  if (named != nullptr && !named->isTemporary()) {
+    object_ = WeakRef<CMC_Object>(named);
+    valueText_ = named->getName();
+  }
+}
+
+void CMC_Behaviour_Entry::compileCall(CMC_Behaviour* behaviour, int caret, int open) {
+  CMC_ObjectsContainer* scene = behaviour->getScene();
+  objectName_ = line_.Left(caret);
+  method_ = line_.Mid(caret + 1, open);
+  if (hasMark(objectName_)) {
+    kind_ = Kind::dynamicCall;
+  } else {
+    kind_ = Kind::objectCall;
+    CMC_Object* found = findByName(scene, objectName_);
+    if (found != nullptr && !found->isTemporary()) {
+      object_ = WeakRef<CMC_Object>(found);
+      runner_ = found->getRunner();
+      methodId_ = runner_ != nullptr ? runner_->resolveMethod(method_) : -1;
+    }
+  }
+  compileArguments(behaviour, open);
+}
+
+CMC_Object* CMC_Behaviour_Entry::findByName(const CMC_ObjectsContainer* scene, const CXString& name) {
+  if (scene == nullptr) return nullptr;
+  const int bar = name.Find('|');
+  if (bar < 0) return scene->getObject(name);
+  auto* structure = scene->find<CMC_Structure>(name.slice(0, bar));
+  return structure != nullptr ? structure->getField(name.Right(bar + 1)) : nullptr;
+}
+
+void CMC_Behaviour_Entry::compileArguments(CMC_Behaviour* behaviour, int open) {
+  if (open < 0) return;
+  params_ = line_.Mid(open + 1, line_.Length() - 1);
+  int depth = 0;
+  int start = 0;
+  for (int i = 0; i <= params_.Length(); ++i) {
+    const char c = params_.GetAt(i == params_.Length() ? -2 : i);
+    if (c == '(') ++depth;
+    if (c == ')') --depth;
+    if (i < params_.Length() && (c != ',' || depth != 0)) continue;
+    if (i > start) slots_.push_back(compileArgument(behaviour, params_.Mid(start, i)));
+    start = i + 1;
+  }
+  for (const Slot& slot : slots_) {
+    if (slot.entry || slot.hasMarks) constParams_ = false;
+  }
+}
+
+CMC_Behaviour_Entry::Slot CMC_Behaviour_Entry::compileArgument(CMC_Behaviour* behaviour, CXString piece) {
+  Slot slot;
+  slot.hasMarks = hasMark(piece);
+  CMC_ObjectsContainer* scene = behaviour->getScene();
+  if (piece.startsWith("[") && !slot.hasMarks && !CompileDepth::isTooDeep()) {
+    auto expression = std::make_unique<CMC_Expression>(scene, withoutEnds(piece));
+    slot.fixed = Ref<CMC_Object>(expression.get());
+    expression.release()->dispose();
+    return slot;
+  }
+  const bool mayBeCode = piece.startsWith("@") || slot.hasMarks || piece.Find('^') >= 0;
+  if (mayBeCode && isInlineCode(piece) && scene != nullptr) {
+    slot.fixed = makeInlineArgument(behaviour, piece);
+    return slot;
+  }
+  if (!mayBeCode && piece.startsWith("&")) {
+    const CXString name = piece.Right(1);
+    CMC_Object* referred = scene != nullptr ? scene->getVariable(name) : nullptr;
+    slot.fixed = referred != nullptr ? Ref<CMC_Object>(referred) : Ref<CMC_Object>(CMC_Variable::resolve(name));
+    return slot;
+  }
+  slot.entry = std::make_unique<CMC_Behaviour_Entry>(behaviour, std::move(piece));
+  return slot;
+}
+
+Ref<CMC_Object> CMC_Behaviour_Entry::makeInlineArgument(CMC_Behaviour* behaviour, const CXString& piece) {
+  CMC_ObjectsContainer* scene = behaviour->getScene();
+  const CXString code = inlineCodeOf(piece);
+  auto* made = new CMC_Behaviour(scene, uniqueName(scene, "temp_"), code, behaviour->origin());
+  const Ref<CMC_Behaviour> keep(made);
+  made->init();
+  scene->addObject(made);
+  auto* argument = new CMC_InlineCode(made, hasMark(code));
+  Ref<CMC_Object> value(argument);
+  argument->dispose();
+  return value;
+}
+
+// Running
+
+Result CMC_Behaviour_Entry::run(const RunContext& context) const {
+  if (kind_ == Kind::expression) return Result(expression_);
+  if (kind_ == Kind::value) return runValue(context);
+
+  std::vector<Ref<CMC_Object>> values;
+  values.reserve(slots_.size());
+  Throwaways throwaways;
+  for (const Slot& slot : slots_) values.push_back(argumentOf(slot, context, &throwaways));
+
+  Result result = dispatch(context, values);
+
+  for (const Ref<CMC_Behaviour>& throwaway : throwaways) {
+    if (throwaway->getScene() != nullptr) throwaway->getScene()->removeObject(throwaway.get());
+    CMC_Object::destroy(throwaway.get());
+  }
+  return result;
+}
+
+Result CMC_Behaviour_Entry::runValue(const RunContext& context) const {
+  if (CMC_Object* bound = object_.get()) return Result(Ref<CMC_Object>(bound));
+  Result value = valueOfText(context);
+  if (value.value()) return value;
+  return Result(CMC_Variable::resolve(line_));
+}
+
+Result CMC_Behaviour_Entry::valueOfText(const RunContext& context) const {
+  if (!hasMark(valueText_)) {
+    CMC_Object* found = findByName(context.scene, valueText_);
+    const bool isValue = found != nullptr && CMC_Variable::isValueType(found->getType());
+    return Result(Ref<CMC_Object>(isValue ? found : nullptr));
+  }
+  const CXString text = fillParams(valueText_, context.arguments);
+  if (valueText_.startsWith("[")) {
+    auto* expression = new CMC_Expression(context.scene, withoutEnds(text));
+    const Ref<CMC_Expression> keep(expression);
+    expression->dispose();
+    return Result(expression->calculate());
+  }
+  CMC_Object* variable = context.scene != nullptr ? context.scene->getVariable(text) : nullptr;
+  return variable != nullptr ? Result(Ref<CMC_Object>(variable)) : Result(CMC_Variable::resolve(text));
+}
+
+Ref<CMC_Object> CMC_Behaviour_Entry::argumentOf(const Slot& slot, const RunContext& context,
+                                                Throwaways* throwaways) const {
+  if (slot.entry) {
+    if (slot.hasMarks) return runFilled(fillParams(slot.entry->line_, context.arguments), context, throwaways);
+    return slot.entry->run(context).take();
+  }
+  if (!constParams_ && slot.hasMarks && context.arguments != nullptr) {
+    // Inline code sees the arguments of the code around it.
+    const auto* code = dynamic_cast<const CMC_InlineCode*>(slot.fixed.get());
+    CMC_Behaviour* behaviour = code != nullptr ? code->behaviour() : nullptr;
+    if (behaviour != nullptr) behaviour->setParams(*context.arguments);
+  }
+  return slot.fixed;
+}
+
+Ref<CMC_Object> CMC_Behaviour_Entry::runFilled(const CXString& text, const RunContext& context,
+                                               Throwaways* throwaways) {
+  CMC_ObjectsContainer* scene = context.scene;
+  if (text.startsWith("[")) {
+    auto* expression = new CMC_Expression(scene, withoutEnds(text));
+    Ref<CMC_Object> value(expression);
+    expression->dispose();
+    return value;
+  }
+  if (text.startsWith("@") || hasMark(text) || text.Find('^') >= 0) {
+    if (!isInlineCode(text) || scene == nullptr) return CMC_Behaviour_Entry(context.behaviour, text).run(context).take();
+    auto* made = new CMC_Behaviour(scene, uniqueName(scene, "xtemp_"), inlineCodeOf(text), context.behaviour->origin());
+    throwaways->emplace_back(made);
+    made->init();
+    scene->addObject(made);
+    auto* argument = new CMC_InlineCode(made, false);
+    argument->setName("xtemp");
+    Ref<CMC_Object> value(argument);
+    argument->dispose();
+    return value;
+  }
+  CMC_Object* variable = scene != nullptr ? scene->getVariable(text) : nullptr;
+  return variable != nullptr ? Ref<CMC_Object>(variable) : Ref<CMC_Object>(CMC_Variable::resolve(text));
+}
+
+Result CMC_Behaviour_Entry::dispatch(const RunContext& context, ArgumentList arguments) const {
+  switch (kind_) {
+    case Kind::builtIn:
+      return runner_ != nullptr ? runner_->run(methodId_, context.behaviour, context.scene, arguments) : Result();
+    case Kind::dynamicCall: return dispatchDynamic(context, arguments);
+    case Kind::callerCall: {
+      const bool inClass = context.scene != nullptr && context.scene->getType() == type::kClass;
+      return callMethod(inClass ? context.scene : context.caller, context, arguments);
+    }
+    case Kind::indirectCall: return callMethod(findIndirect(context), context, arguments);
+    default: return callMethod(findObject(context), context, arguments);
+  }
+}
+
+Result CMC_Behaviour_Entry::dispatchDynamic(const RunContext& context, ArgumentList arguments) const {
+  const CXString name = fillParams(objectName_, context.arguments);
+  CMC_Object* object = findByName(context.scene, name);
+  if (object == nullptr) {
+    reportMissing(name);
+    return {};
+  }
+  if (!hasMark(method_)) return callMethod(object, context, arguments);
+  CMC_Runner* runner = object->getRunner();
+  if (runner == nullptr) return {};
+  return runner->run(fillParams(method_, context.arguments).view(), object, context.scene, arguments);
+}
+
+CMC_Object* CMC_Behaviour_Entry::findObject(const RunContext& context) const {
+  if (CMC_Object* bound = object_.get()) return bound;
+  CMC_Object* found = findByName(context.scene, objectName_);
+  if (found == nullptr) reportMissing(objectName_);
+  return found;
+}
+
+CMC_Object* CMC_Behaviour_Entry::findIndirect(const RunContext& context) const {
+  if (context.scene == nullptr) return nullptr;
+  Ref<CMC_Variable> source;
+  if (auto* expression = object_cast<CMC_Expression>(expression_.get())) {
+    source = expression->calculate();
+  } else {
+    CMC_Object* named = object_.get();
+    if (named == nullptr) named = context.scene->getVariable(objectName_);
+    source = asVariable(named);
+  }
+  if (!source) return nullptr;
+  const CXString name = getStringValue(source.get());
+  CMC_Object* found = findByName(context.scene, name);
+  if (found == nullptr) reportMissing(name);
+  return found;
+}
+
+Result CMC_Behaviour_Entry::callMethod(CMC_Object* object, const RunContext& context, ArgumentList arguments) const {
+  CMC_Runner* runner = object != nullptr ? object->getRunner() : nullptr;
+  if (runner == nullptr) return {};
+  if (runner != runner_) {
+    runner_ = runner;
+    methodId_ = runner->resolveMethod(method_);
+  }
+  if (methodId_ >= 0) return runner->run(methodId_, object, context.scene, arguments);
+  return runner->run(method_.view(), object, context.scene, arguments);
+}
+
+void CMC_Behaviour_Entry::reportMissing(const CXString& name) const {
+  if (diagnose::isOn()) diagnose::report(diagnose::Group::object, name, method_, "no such object", origin_);
+}
+
+// A whole text
+
+CodeLines::CodeLines(CMC_Behaviour* behaviour, CXString text) : text_(std::move(text)) {
+  for (CXString& statement : CMC_Behaviour_Entry::cutStatements(text_)) {
+    entries_.push_back(std::make_unique<CMC_Behaviour_Entry>(behaviour, std::move(statement)));
+  }
+}
+
+void CodeLines::releaseTempBeh(bool owns) const {
+  for (const auto& entry : entries_) entry->releaseTempBeh(owns);
+}
+
+}  // namespace footlight

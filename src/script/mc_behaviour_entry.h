@@ -1,0 +1,137 @@
+#pragma once
+
+// One statement of a behaviour, compiled. There is no lexer and no syntax tree: a statement is classified by its first
+// character and by a few marks, and its arguments are compiled recursively as statements of their own. Nothing reports
+// a syntax error: what cannot be understood compiles to something that does nothing at run time.
+//
+// An entry never changes after compiling but for its bindings: objects that it found are held weakly; one that has
+// gone is looked up again by name at the next run, as a name that was missing from the start.
+
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "script/mc_behaviour.h"
+#include "script/mc_variable.h"
+
+namespace footlight {
+
+class CMC_Expression;
+
+// Where and for whom a statement runs.
+struct RunContext {
+  CMC_Behaviour* behaviour;         // the statement's owner
+  CMC_ObjectsContainer* scene;      // its scope
+  CMC_Object* caller;               // THIS, or null
+  const TextList* arguments;        // $1 to $9, or null
+};
+
+// An argument that is code: a text with the name of the behaviour that was made from it.
+class CMC_InlineCode : public CMC_String {
+ public:
+  CMC_InlineCode(CMC_Behaviour* behaviour, bool hasMarks);
+  CMC_Behaviour* behaviour() const { return behaviour_.get(); }
+  // The code holds a `$` that stands for an argument of the code around it.
+  bool hasMarks() const { return hasMarks_; }
+
+ private:
+  WeakRef<CMC_Behaviour> behaviour_;
+  bool hasMarks_;
+};
+
+class CMC_Behaviour_Entry {
+ public:
+  // Compiles one statement in the scope of the behaviour.
+  CMC_Behaviour_Entry(CMC_Behaviour* behaviour, CXString line);
+  ~CMC_Behaviour_Entry();
+  CMC_Behaviour_Entry(const CMC_Behaviour_Entry&) = delete;
+  CMC_Behaviour_Entry& operator=(const CMC_Behaviour_Entry&) = delete;
+
+  Result run(const RunContext& context) const;
+
+  const CXString& getMethod() const { return method_; }
+  const CXString& getLine() const { return line_; }
+  CMC_Object* getObject() const { return object_.get(); }
+  bool isReference() const { return kind_ == Kind::indirectCall; }
+  // Whether the inline behaviours of this statement go with it.
+  void releaseTempBeh(bool owns) const { ownsTempBehaviours_ = owns; }
+
+  // Cuts code into statements. The last one needs its semicolon; blanks vanish everywhere.
+  static std::vector<CXString> cutStatements(const CXString& code);
+  // The text with each `$n` that has an argument replaced by it.
+  static CXString fillParams(const CXString& text, const TextList* arguments);
+  // A variable as text.
+  static CXString getStringValue(CMC_Variable* variable) { return variable->asText(); }
+  // The code without one pair of outer braces.
+  static CXString stripBraces(CXString code);
+  // Whether a piece of text is inline code: a brace at its start or behind an opening quote.
+  static bool isInlineCode(std::string_view text);
+  // The code inside the braces, and inside the quotes around them.
+  static CXString inlineCodeOf(CXString text);
+  // A name that no object of the scope has: the prefix and a number that is never used again.
+  static CXString uniqueName(const CMC_ObjectsContainer* scene, const char* prefix);
+
+ private:
+  enum class Kind { value, expression, builtIn, indirectCall, callerCall, objectCall, dynamicCall };
+
+  // One argument: a value that stays, or a statement to run at each call.
+  struct Slot {
+    Ref<CMC_Object> fixed;
+    std::unique_ptr<CMC_Behaviour_Entry> entry;
+    bool hasMarks = false;  // its text holds a `$`
+  };
+  // Behaviours made from filled text for one call.
+  using Throwaways = std::vector<Ref<CMC_Behaviour>>;
+
+  void compile(CMC_Behaviour* behaviour);
+  void compileIndirect(CMC_Behaviour* behaviour, int open);
+  void compileExpression(CMC_Behaviour* behaviour);
+  void compileValue(CMC_ObjectsContainer* scene);
+  void compileCall(CMC_Behaviour* behaviour, int caret, int open);
+  void compileArguments(CMC_Behaviour* behaviour, int open);
+  Slot compileArgument(CMC_Behaviour* behaviour, CXString piece);
+  static Ref<CMC_Object> makeInlineArgument(CMC_Behaviour* behaviour, const CXString& piece);
+
+  Result runValue(const RunContext& context) const;
+  Result valueOfText(const RunContext& context) const;
+  Ref<CMC_Object> argumentOf(const Slot& slot, const RunContext& context, Throwaways* throwaways) const;
+  static Ref<CMC_Object> runFilled(const CXString& text, const RunContext& context, Throwaways* throwaways);
+  Result dispatch(const RunContext& context, ArgumentList arguments) const;
+  Result dispatchDynamic(const RunContext& context, ArgumentList arguments) const;
+  static CMC_Object* findByName(const CMC_ObjectsContainer* scene, const CXString& name);
+  CMC_Object* findObject(const RunContext& context) const;
+  CMC_Object* findIndirect(const RunContext& context) const;
+  Result callMethod(CMC_Object* object, const RunContext& context, ArgumentList arguments) const;
+  void reportMissing(const CXString& name) const;
+
+  CXString line_;
+  Origin origin_;
+  Kind kind_ = Kind::value;
+  bool constParams_ = true;
+  mutable bool ownsTempBehaviours_ = true;
+  CXString objectName_;
+  CXString method_;
+  CXString params_;
+  CXString valueText_;
+  mutable WeakRef<CMC_Object> object_;        // found by name, at compile time or at a run
+  mutable CMC_Runner* runner_ = nullptr;      // the runner that `methodId_` belongs to
+  mutable int methodId_ = -1;
+  Ref<CMC_Object> expression_;                // a value or source that is an expression of this statement
+  std::vector<Slot> slots_;
+};
+
+// The statements of one text. Ends its inline behaviours when the last user lets go of it.
+class CodeLines {
+ public:
+  CodeLines(CMC_Behaviour* behaviour, CXString text);
+
+  const CXString& text() const { return text_; }
+  const std::vector<std::unique_ptr<CMC_Behaviour_Entry>>& entries() const { return entries_; }
+  void releaseTempBeh(bool owns) const;
+
+ private:
+  CXString text_;
+  std::vector<std::unique_ptr<CMC_Behaviour_Entry>> entries_;
+};
+
+}  // namespace footlight

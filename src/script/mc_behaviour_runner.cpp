@@ -1,0 +1,77 @@
+// Scripts' methods of BEHAVIOUR.
+
+#include <algorithm>
+
+#include "script/mc_behaviour.h"
+#include "script/mc_variable_factory.h"
+#include "script/method_tables.h"
+
+namespace footlight {
+
+namespace {
+
+constexpr const char* kReturn = "__RETURN__";
+
+CMC_Object* returned(const Call& call) { return call.findAny(kReturn); }
+
+// A text that names an object other than a plain value goes in quotes, so that it arrives in the code as a literal.
+CXString argumentText(const Call& call, int index) {
+  CXString text = call.text(index);
+  const CMC_Object* named = call.findAny(text);
+  if (named == nullptr || CMC_Variable::isValueType(named->getType())) return text;
+  return CXString("\"") + text + "\"";
+}
+
+Result runOnce(CMC_Behaviour& behaviour, Call& call, bool checkCondition) {
+  TextList arguments;
+  for (int i = 0; i < call.count(); ++i) arguments.push_back(argumentText(call, i));
+  if (behaviour.run(nullptr, &arguments, checkCondition)) return Result::breakRun();
+  return Result(CMC_VariableFactory::copyVariable(object_cast<CMC_Variable>(returned(call))));
+}
+
+Result run(CMC_Behaviour& behaviour, Call& call) { return runOnce(behaviour, call, false); }
+
+Result runC(CMC_Behaviour& behaviour, Call& call) { return runOnce(behaviour, call, true); }
+
+Result runLooped(CMC_Behaviour& behaviour, Call& call) {
+  const std::int64_t start = call.integer(0);
+  const std::int64_t end = start + call.integer(1);
+  const std::int64_t step = call.has(2) ? call.integer(2) : 1;
+  TextList arguments(1);
+  for (int i = 2; i < call.count(); ++i) arguments.push_back(argumentText(call, i));
+  for (std::int64_t counter = start; counter < end; counter += step) {
+    arguments[0] = CXString::toString(static_cast<int>(counter));
+    if (behaviour.run(nullptr, &arguments, true)) break;
+  }
+  return Result(Ref<CMC_Object>(returned(call)));
+}
+
+Result breakBehaviour(CMC_Behaviour& behaviour, Call& /*call*/) {
+  behaviour._break();
+  return {};
+}
+
+Result enable(CMC_Behaviour& behaviour, Call& /*call*/) {
+  behaviour.enable(true);
+  return {};
+}
+
+Result disable(CMC_Behaviour& behaviour, Call& /*call*/) {
+  behaviour.enable(false);
+  return {};
+}
+
+constexpr Method kMethods[] = {
+    {1, "RUN", 0, Method::kAny, method<run>},
+    {2, "RUNC", 0, Method::kAny, method<runC>},
+    {3, "RUNLOOPED", 2, Method::kAny, method<runLooped>},
+    {4, "BREAK", 0, 0, method<breakBehaviour>},
+    {5, "ENABLE", 0, 0, method<enable>},
+    {6, "DISABLE", 0, 0, method<disable>},
+};
+
+}  // namespace
+
+std::span<const Method> methods::behaviour() { return kMethods; }
+
+}  // namespace footlight

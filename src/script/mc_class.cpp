@@ -1,0 +1,158 @@
+#include "script/mc_class.h"
+
+#include "files/path.h"
+#include "foundation/limits.h"
+#include "script/mc_behaviour.h"
+#include "script/mc_variable_factory.h"
+#include "script/melement.h"
+#include "script/melements_loader.h"
+#include "script/method_tables.h"
+
+namespace footlight {
+
+namespace {
+
+constexpr const char* kFolder = "$COMMON\\CLASSES\\";
+
+int classDepth(const CMC_ObjectsContainer* scope) {
+  int depth = 0;
+  for (; scope != nullptr; scope = scope->getParent()) depth += scope->getType() == type::kClass ? 1 : 0;
+  return depth;
+}
+
+}  // namespace
+
+CMC_Class::CMC_Class(CMC_ObjectsContainer* container, const CMElement* element)
+    : CMC_ObjectsContainer(container->getWindow(), container, element, type::kClass),
+      defFile_(element->getPropertyValue("DEF")),
+      baseFiles_(element->getPropertyValue("BASE")) {
+  initializeBehaviours(container, element);
+}
+
+CMC_Class::CMC_Class(const CMC_Class& pattern, CXString name, CMC_ObjectsContainer* scope)
+    : CMC_ObjectsContainer(scope->getWindow(), std::move(name), type::kClass),
+      defFile_(pattern.defFile_),
+      baseFiles_(pattern.baseFiles_),
+      isInstance_(true) {
+  setScene(scope);
+  setParent(scope);
+}
+
+std::unique_ptr<CMC_Class> CMC_Class::newInstance(const CXString& name, CMC_ObjectsContainer* scope) const {
+  if (classDepth(scope) >= limits::kClassFiles) {
+    guardHit("classes within classes");
+    return nullptr;
+  }
+  std::unique_ptr<CMC_Class> instance(new CMC_Class(*this, name, scope));
+  instance->load();
+  return instance;
+}
+
+void CMC_Class::load() {
+  int files = 0;
+  for (CXString& file : baseFiles_.toVector(",")) {
+    if (++files > limits::kClassFiles) {
+      guardHit("base files of a class");
+      break;
+    }
+    import(file.AllTrim());
+  }
+  import(defFile_);
+}
+
+void CMC_Class::import(const CXString& file) {
+  const CXString path = CPath::resolveFileName(getWindow(), CXString(kFolder) + file);
+  if (const auto elements = CMElementsLoader::load(getWindow(), path)) resolveObjects(*elements);
+}
+
+bool CMC_Class::addObject(CMC_Object* object) {
+  CMC_Object* older = object != nullptr ? getOwnObject(object->getName()) : nullptr;
+  const bool isLevel = older != nullptr && older->getType() >= type::kApplication && older->getType() <= type::kScene;
+  if (older != nullptr && older != object && !isLevel) {
+    // The table is keyed by the name: the older one comes out, is renamed and goes back in.
+    removeObject(older);
+    older->setName(CXString("SUPER_") + older->getName());
+    addObject(older);
+  }
+  if (object != nullptr) object->setClass(this);
+  return CMC_ObjectsContainer::addObject(object);
+}
+
+void CMC_Class::init() {
+  const Ref<CMC_Class> self(this);
+  initObjects();
+  CMC_Object::init();
+}
+
+void CMC_Class::destruct() {
+  if (!isInstance_ || isDestructed_) return;
+  isDestructed_ = true;
+  const Ref<CMC_Class> self(this);
+  if (auto* behaviour = object_cast<CMC_Behaviour>(getOwnObject("DESTRUCTOR"))) behaviour->run(nullptr, nullptr, false);
+}
+
+bool CMC_Class::done(bool keep) {
+  const Ref<CMC_Class> self(this);
+  if (isInstance_) {
+    destruct();
+    unload();
+  }
+  return CMC_Object::done(keep);
+}
+
+// Scripts' methods
+
+namespace {
+
+Result newInstance(CMC_Class& pattern, Call& call) {
+  if (pattern.isInstance() || call.scope() == nullptr) return {};
+  std::unique_ptr<CMC_Class> made = pattern.newInstance(call.text(0), call.scope());
+  if (!made) return {};
+  const Ref<CMC_Class> instance(made.get());
+  if (!call.scope()->addObject(made.release())) return {};
+  instance->init();
+  static_cast<CMC_Class_Runner*>(instance->getRunner())
+      ->runClass(instance.get(), call.scope(), call.arguments().subspan(1), "CONSTRUCTOR");
+  return {};
+}
+
+Result deleteInstance(CMC_Class& /*pattern*/, Call& call) {
+  const Ref<CMC_Class> instance(call.named<CMC_Class>(0));
+  if (!instance || !instance->isInstance()) return {};
+  instance->destruct();
+  if (instance->getScene() != nullptr) instance->getScene()->removeObject(instance.get());
+  CMC_Object::destroy(instance.get());
+  return {};
+}
+
+constexpr Method kMethods[] = {
+    {1, "NEW", 1, Method::kAny, method<newInstance>},
+    {2, "DELETE", 1, 1, method<deleteInstance>},
+};
+
+}  // namespace
+
+std::span<const Method> methods::scriptClass() { return kMethods; }
+
+Result CMC_Class_Runner::run(std::string_view method, CMC_Object* object, CMC_ObjectsContainer* scope,
+                             ArgumentList arguments) {
+  if (resolveMethod(method) >= 0) return CMC_Runner::run(method, object, scope, arguments);
+  return runClass(object, scope, arguments, method);
+}
+
+Result CMC_Class_Runner::runClass(CMC_Object* object, CMC_ObjectsContainer* scope, ArgumentList arguments,
+                                  std::string_view method) {
+  const Ref<CMC_Class> instance(object_cast<CMC_Class>(object));
+  const Ref<CMC_Behaviour> behaviour(instance ? instance->find<CMC_Behaviour>(method) : nullptr);
+  if (!behaviour) {
+    if (instance && diagnose::isOn() && method != "CONSTRUCTOR") {
+      diagnose::report(diagnose::Group::method, instance->getName(), method, "no such method");
+    }
+    return {};
+  }
+  const TextList texts = Call(scope, arguments).textsFrom(0);
+  behaviour->run(nullptr, &texts, false);
+  return Result(CMC_VariableFactory::copyVariable(object_cast<CMC_Variable>(instance->getOwnObject("__RETURN__"))));
+}
+
+}  // namespace footlight

@@ -1,0 +1,128 @@
+#include "script/mc_expression.h"
+
+#include <algorithm>
+
+#include "foundation/depth.h"
+#include "script/mc_behaviour.h"
+#include "script/mc_behaviour_entry.h"
+#include "script/mc_variable_factory.h"
+#include "script/melement.h"
+
+namespace footlight {
+
+namespace {
+
+constexpr std::string_view kOperators = "+-*@%";
+constexpr std::string_view kOperatorWords[] = {"ADD", "SUB", "MUL", "DIV", "MOD"};
+
+}  // namespace
+
+Ref<CMC_Variable> asVariable(CMC_Object* object) {
+  if (object == nullptr) return nullptr;
+  if (auto* expression = object_cast<CMC_Expression>(object)) return expression->calculate();
+  if (auto* variable = object_cast<CMC_Variable>(object)) return Ref<CMC_Variable>(variable);
+  return CMC_VariableFactory::makeString(object->getName());
+}
+
+CMC_Expression::CMC_Expression(CMC_ObjectsContainer* container, const CMElement* element)
+    : CMC_Variable(container, element, type::kExpression),
+      operand1_(element->getPropertyValue("OPERAND1")),
+      operand2_(element->getPropertyValue("OPERAND2")),
+      operation_(resolveOp(element->getPropertyValue("OPERATOR"))),
+      still_(true),
+      holder_(new CMC_Behaviour(container, "temp", "")) {
+  initializeBehaviours(container, element);
+}
+
+CMC_Expression::CMC_Expression(CMC_ObjectsContainer* container, const CXString& text)
+    : CMC_Variable(CXString(), type::kExpression), still_(false), holder_(new CMC_Behaviour(container, "temp", "")) {
+  setScene(container);
+  cut(text);
+  compile();
+}
+
+CMC_Expression::~CMC_Expression() = default;
+
+Operation CMC_Expression::resolveOp(std::string_view text) {
+  if (text.size() == 1) {
+    const auto symbol = kOperators.find(text[0]);
+    return symbol == std::string_view::npos ? Operation::none : static_cast<Operation>(symbol + 1);
+  }
+  const auto* word = std::find(std::begin(kOperatorWords), std::end(kOperatorWords), text);
+  return word == std::end(kOperatorWords) ? Operation::none
+                                          : static_cast<Operation>(word - std::begin(kOperatorWords) + 1);
+}
+
+void CMC_Expression::init() {
+  const Ref<CMC_Expression> self(this);
+  CMC_Variable::init();
+  items_.clear();
+  items_.push_back({Operation::none, operand1_, nullptr});
+  items_.push_back({operation_, operand2_, nullptr});
+  compile();
+}
+
+// Cuts at operators outside of square brackets.
+void CMC_Expression::cut(const CXString& text) {
+  Operation operation = Operation::none;
+  int start = 0;
+  int depth = 0;
+  for (int i = 0; i < text.Length(); ++i) {
+    const char c = text.GetAt(i);
+    depth += c == '[' ? 1 : (c == ']' ? -1 : 0);
+    if (depth != 0 || kOperators.find(c) == std::string_view::npos) continue;
+    items_.push_back({operation, text.Mid(start, i), nullptr});
+    operation = resolveOp({&c, 1});
+    start = i + 1;
+  }
+  items_.push_back({operation, text.Right(start), nullptr});
+}
+
+void CMC_Expression::compile() {
+  for (Item& item : items_) {
+    if (item.text.IsString()) item.entry = std::make_unique<CMC_Behaviour_Entry>(holder_.get(), item.text);
+  }
+}
+
+Ref<CMC_Variable> CMC_Expression::operand(const Item& item) {
+  if (!item.entry) return nullptr;
+  const RunContext context{holder_.get(), getScene(), nullptr, nullptr};
+  const Ref<CMC_Object> value = item.entry->run(context).take();
+  return asVariable(value.get());
+}
+
+Ref<CMC_Variable> CMC_Expression::calculate() {
+  const DepthGuard depth;
+  if (!depth) return CMC_VariableFactory::makeInteger(0);
+  const Ref<CMC_Expression> self(this);
+  if (items_.empty()) return CMC_VariableFactory::makeInteger(0);
+
+  Ref<CMC_Variable> result = operand(items_.front());
+  for (std::size_t i = 1; i < items_.size(); ++i) {
+    Ref<CMC_Variable> value = operand(items_[i]);
+    // A missing operand is 0 of the type beside it.
+    if (!result) result = CMC_VariableFactory::make(value ? value->getType() : type::kInteger);
+    if (!result) result = CMC_VariableFactory::makeInteger(0);
+    if (!value) value = CMC_VariableFactory::makeInteger(0);
+    if (items_[i].operation != Operation::none) result = result->calculate(value.get(), items_[i].operation);
+  }
+  return result ? result : CMC_VariableFactory::makeInteger(0);
+}
+
+bool CMC_Expression::equals(CMC_Variable* other) { return calculate()->equals(other); }
+
+int CMC_Expression::compare(CMC_Variable* other) { return calculate()->compare(other); }
+
+Ref<CMC_Variable> CMC_Expression::convert(int type) { return calculate()->convert(type); }
+
+Ref<CMC_Variable> CMC_Expression::calculate(CMC_Variable* other, Operation operation) {
+  return calculate()->calculate(other, operation);
+}
+
+int CMC_Expression::asInteger() { return calculate()->asInteger(); }
+
+double CMC_Expression::asDouble() { return calculate()->asDouble(); }
+
+bool CMC_Expression::asBool() { return calculate()->asBool(); }
+
+}  // namespace footlight

@@ -1,0 +1,77 @@
+#pragma once
+
+// Arithmetic: operands and operators from left to right, without precedence. The type of the whole is the type of the
+// first operand. An expression stands for its result wherever a value is read; it is calculated at each reading.
+
+#include <memory>
+#include <vector>
+
+#include "script/mc_variable.h"
+
+namespace footlight {
+
+class CMC_Behaviour;
+class CMC_Behaviour_Entry;
+
+class CMC_Expression : public CMC_Variable {
+ public:
+  // From a definition: OPERAND1, OPERATOR, OPERAND2; compiled by `init`.
+  CMC_Expression(CMC_ObjectsContainer* container, const CMElement* element);
+  // From inline text without its brackets; compiled at once.
+  CMC_Expression(CMC_ObjectsContainer* container, const CXString& text);
+  ~CMC_Expression() override;
+  static bool isTypeOf(int type) { return type == type::kExpression; }
+
+  void init() override;
+  // The value now. Null only when a run is refused at the nesting limit.
+  Ref<CMC_Variable> calculate();
+  // True for an expression from a definition; one from inline text belongs to its statement.
+  bool isStill() const { return still_; }
+  // The number of "+", "-", "*", "@", "%" or of the words ADD, SUB, MUL, DIV, MOD; none for another text.
+  static Operation resolveOp(std::string_view text);
+
+  void set(CMC_Variable* /*other*/) override {}
+  void clear() override {}
+  void swap(CMC_Variable* /*a*/, CMC_Variable* /*b*/) override {}
+  void inc() override {}
+  void dec() override {}
+  bool equals(CMC_Variable* other) override;
+  int compare(CMC_Variable* other) override;
+  Ref<CMC_Variable> convert(int type) override;
+  Ref<CMC_Variable> calculate(CMC_Variable* other, Operation operation) override;
+  void setDefault(CMC_Variable* /*value*/) override {}
+  void resetINI() override {}
+  int getBufferLen() const override { return 0; }
+  void netstore(std::span<std::byte> /*buffer*/) const override {}
+  bool netrestore(std::span<const std::byte> /*value*/) override { return false; }
+  void fromString(const CXString& /*text*/) override {}
+  int asInteger() override;
+  double asDouble() override;
+  bool asBool() override;
+  // The name: the text of the value comes from `calculate`.
+  CXString toString() const override { return getName(); }
+
+ private:
+  struct Item {
+    Operation operation;  // joins this operand to what stands left of it
+    CXString text;        // empty for an operand that is missing
+    std::unique_ptr<CMC_Behaviour_Entry> entry;
+  };
+
+  void cut(const CXString& text);
+  void compile();
+  Ref<CMC_Variable> operand(const Item& item);
+
+  CXString operand1_;
+  CXString operand2_;
+  Operation operation_ = Operation::none;
+  bool still_;
+  Owned<CMC_Behaviour> holder_;  // gives the operands a scope
+  std::vector<Item> items_;
+};
+
+// Any object as a value: a variable itself, the result of an expression, the name of everything else as a STRING.
+// Null for null.
+Ref<CMC_Variable> asVariable(CMC_Object* object);
+
+}  // namespace footlight

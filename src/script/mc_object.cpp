@@ -1,0 +1,282 @@
+#include "script/mc_object.h"
+
+#include <algorithm>
+
+#include "foundation/limits.h"
+#include "script/mc_behaviour.h"
+#include "script/mc_class.h"
+#include "script/mc_objects_container.h"
+#include "script/mc_runner.h"
+#include "script/melement.h"
+
+namespace footlight {
+
+CMC_Object::CMC_Object(CMC_ObjectsContainer* container, const CMElement* element, int type)
+    : name_(element->getName()), type_(type), origin_(element->origin()), scene_(container) {}
+
+CMC_Object::CMC_Object(CXString name, int type) : name_(std::move(name)), type_(type) {}
+
+CMC_Object::CMC_Object(const CMC_Object& other)
+    : CXObject(other), name_(other.name_), type_(other.type_), origin_(other.origin_) {}
+
+CMC_Object::~CMC_Object() = default;
+
+void CMC_Object::init() {
+  if (isSignalBound(kOnInit)) onSignal("ONINIT");
+}
+
+bool CMC_Object::done(bool /*keep*/) {
+  if (isSignalBound(kOnDone)) onSignal("ONDONE");
+  return true;
+}
+
+void CMC_Object::setScene(CMC_ObjectsContainer* scene) { scene_ = WeakRef<CMC_ObjectsContainer>(scene); }
+
+CMC_ObjectsContainer* CMC_Object::getScene() const { return scene_.get(); }
+
+CMC_Class* CMC_Object::getClass() const { return ownerClass_.get(); }
+
+void CMC_Object::setClass(CMC_Class* ownerClass) { ownerClass_ = WeakRef<CMC_Class>(ownerClass); }
+
+int CMC_Object::getCloneIdx() const {
+  const int bar = name_.FindLast('_');
+  return bar <= 0 || bar == name_.Length() - 1 ? 0 : name_.Right(bar + 1).toNumber();
+}
+
+CXString CMC_Object::getCloneName() {
+  ++clonesNo_;
+  CXString name = name_ + "_";
+  name += clonesNo_;
+  return name;
+}
+
+void CMC_Object::clone(int count) {
+  if (count > limits::kClonesByOneCall) {
+    guardHit("clones by one call");
+    return;
+  }
+  const Ref<CMC_Object> self(this);
+  for (int i = 0; i < count && !isDisposed(); ++i) {
+    std::unique_ptr<CMC_Object> target = copy();
+    if (!target) return;
+    clone(std::move(target));
+  }
+}
+
+void CMC_Object::clone(std::unique_ptr<CMC_Object> target) {
+  target->isClone_ = true;
+  target->scene_ = scene_;
+  target->name_ = getCloneName();
+  target->signalFlags_ = signalFlags_;
+  if (bindings_ != nullptr) {
+    for (const auto& [signal, list] : *bindings_) {
+      if (signal == "ONINIT") continue;
+      if (!target->bindings_) target->bindings_ = std::make_unique<BindingTable>();
+      BindingList& copied = (*target->bindings_)[signal];
+      for (const auto& binding : list) copied.push_back(std::make_shared<SignalBinding>(*binding));
+    }
+  }
+  if (CMC_ObjectsContainer* scene = getScene()) scene->addObject(target.release());
+}
+
+int CMC_Object::getBehaviourIndex(std::string_view name) const {
+  const auto signals = getBehavioursList();
+  const auto found = std::find_if(signals.begin(), signals.end(), [name](const char* s) { return name.starts_with(s); });
+  return found == signals.end() ? -1 : static_cast<int>(found - signals.begin());
+}
+
+int CMC_Object::getSignalIndex(std::string_view name) const {
+  name = name.substr(0, name.find('^'));
+  const auto signals = getBehavioursList();
+  const auto found = std::find(signals.begin(), signals.end(), name);
+  return found == signals.end() ? -1 : static_cast<int>(found - signals.begin());
+}
+
+std::span<const char* const> CMC_Object::getBehavioursList() const {
+  const TypeDescription* description = findType(type_);
+  return description != nullptr ? description->signals : std::span<const char* const>();
+}
+
+CMC_Runner* CMC_Object::getRunner() const { return CMC_RunnerFactory::getRunner(type_); }
+
+bool CMC_Object::verifyBehaviour(const CXString& /*signal*/) { return true; }
+
+CXString CMC_Object::typeToString(int type) {
+  const TypeDescription* description = findType(type);
+  return description != nullptr && description->stringWord != nullptr ? CXString(description->stringWord)
+                                                                      : CXString::toString(type);
+}
+
+void CMC_Object::initializeBehaviours(CMC_ObjectsContainer* container, const CMElement* element) {
+  tmpBehList_.clear();
+  const auto signals = getBehavioursList();
+  if (signals.empty()) return;
+  if (element == nullptr) {
+    rebind(container);
+    return;
+  }
+  if (container == nullptr) return;
+  for (const auto& property : element->properties()) {
+    for (const char* signal : signals) {
+      const CXString& name = property->getName();
+      if (!name.startsWith(signal) || property->getValue().IsEmpty()) continue;
+      bindProperty(container, name, property->getValue(), property->origin());
+      setSignalFlag(static_cast<int>(&signal - signals.data()));
+    }
+  }
+}
+
+void CMC_Object::bindProperty(CMC_ObjectsContainer* container, const CXString& property, CXString value,
+                              Origin origin) {
+  value.AllTrim();
+  if (value.startsWith("{")) {
+    addBehaviour(property, makeInlineBehaviour(container, property, value, origin), nullptr, container);
+    return;
+  }
+  CXString name = value;
+  std::shared_ptr<const TextList> arguments;
+  if (const int open = value.Find('('); open >= 0) {
+    name = value.Left(open).AllTrim();
+    const int close = value.Find(')');
+    CXString inside = value.Mid(open + 1, close < 0 ? value.Length() : close).AllTrim();
+    arguments = std::make_shared<TextList>(inside.toVector());
+  }
+  CMC_Behaviour* behaviour = container->find<CMC_Behaviour>(name);
+  if (behaviour != nullptr) {
+    addBehaviour(property, behaviour, std::move(arguments), container);
+  } else if (diagnose::isOn()) {
+    diagnose::report(diagnose::Group::behaviour, name_, property, "no behaviour of the name " + name.str(), origin);
+  }
+}
+
+CMC_Behaviour* CMC_Object::makeInlineBehaviour(CMC_ObjectsContainer* container, const CXString& property,
+                                               const CXString& code, Origin origin) {
+  CXString name = "beh_";
+  if (container->getType() == type::kClass) name += container->getName() + "_";
+  name += name_ + "_" + property;
+  auto behaviour = std::make_unique<CMC_Behaviour>(container, name, code, origin);
+  CMC_Behaviour* made = behaviour.get();
+  const Ref<CMC_Behaviour> keep(made);
+  made->init();
+  tmpBehList_.emplace_back(made);
+  container->addObject(behaviour.release());
+  return made;
+}
+
+void CMC_Object::rebind(CMC_ObjectsContainer* container) {
+  if (bindings_ == nullptr || container == nullptr) return;
+  for (auto& [signal, list] : *bindings_) {
+    for (const auto& binding : list) {
+      CMC_Behaviour* bound = binding->behaviour.get();
+      CMC_Behaviour* found = bound != nullptr ? container->find<CMC_Behaviour>(bound->getName()) : nullptr;
+      const int index = getBehaviourIndex(signal);
+      if (index < 0 || found == nullptr) continue;
+      binding->behaviour = WeakRef<CMC_Behaviour>(found);
+      setSignalFlag(index);
+    }
+  }
+}
+
+void CMC_Object::addBehaviour(const CXString& signal, CMC_Behaviour* behaviour,
+                              std::shared_ptr<const TextList> arguments, CMC_ObjectsContainer* container) {
+  if (behaviour == nullptr || !verifyBehaviour(signal)) return;
+  if (bindings_ == nullptr) bindings_ = std::make_unique<BindingTable>();
+  if (overrideSignals_) removeBehaviourForce(signal);
+  setSignalFlag(getSignalIndex(signal));
+  auto binding = std::make_shared<SignalBinding>();
+  binding->behaviour = WeakRef<CMC_Behaviour>(behaviour);
+  binding->arguments = std::move(arguments);
+  binding->container = WeakRef<CMC_ObjectsContainer>(container);
+  (*bindings_)[signal.str()].push_back(std::move(binding));
+}
+
+template <class Predicate>
+void CMC_Object::removeBindings(std::string_view signal, Predicate goes) {
+  if (bindings_ == nullptr) return;
+  const auto found = bindings_->find(signal);
+  if (found == bindings_->end()) return;
+  std::erase_if(found->second, [&](const std::shared_ptr<SignalBinding>& binding) {
+    binding->removed = goes(*binding);
+    return binding->removed;
+  });
+  if (found->second.empty()) bindings_->erase(found);
+}
+
+void CMC_Object::removeBehaviour(const CXString& signal, const CMC_ObjectsContainer* container) {
+  removeBindings(signal, [container](const SignalBinding& b) { return b.container.get() == container; });
+}
+
+void CMC_Object::removeBehaviourForce(const CXString& signal) {
+  removeBindings(signal, [](const SignalBinding&) { return true; });
+}
+
+void CMC_Object::removeAllBehaviours() {
+  if (bindings_ == nullptr) return;
+  for (auto& [signal, list] : *bindings_) {
+    for (const auto& binding : list) binding->removed = true;
+  }
+  bindings_.reset();
+}
+
+const BindingList* CMC_Object::getBehaviour(std::string_view signal) const {
+  if (bindings_ == nullptr) return nullptr;
+  const auto found = bindings_->find(signal);
+  return found == bindings_->end() ? nullptr : &found->second;
+}
+
+const SignalBinding* CMC_Object::getSingleBehaviour(std::string_view signal, int index) const {
+  const BindingList* list = getBehaviour(signal);
+  return list == nullptr || index < 0 || index >= static_cast<int>(list->size())
+             ? nullptr
+             : (*list)[static_cast<std::size_t>(index)].get();
+}
+
+bool CMC_Object::onSignal(const CXString& name, const TextList& arguments) { return deliver(name, &arguments); }
+
+bool CMC_Object::onSignal(const CXString& name) { return deliver(name, nullptr); }
+
+// Delivers from a snapshot, so that handlers may change the bindings: one that is removed in the pass no longer runs.
+bool CMC_Object::deliver(const CXString& name, const TextList* arguments) {
+  const BindingList* bound = isDisposed() ? nullptr : getBehaviour(name);
+  if (bound == nullptr) return false;
+  const Ref<CMC_Object> self(this);
+  const BindingList snapshot = *bound;
+  const auto runOne = [this](const SignalBinding& binding, const TextList* given) {
+    const Ref<CMC_Behaviour> behaviour(binding.removed || isDisposed() ? nullptr : binding.behaviour.get());
+    if (behaviour) behaviour->run(this, given, true);
+  };
+  if (arguments == nullptr) {
+    for (const auto& binding : snapshot) runOne(*binding, binding->arguments.get());
+    return true;
+  }
+  for (const auto& replaced : snapshot) {
+    for (const auto& binding : snapshot) {
+      runOne(*binding, binding == replaced ? arguments : binding->arguments.get());
+    }
+  }
+  return true;
+}
+
+void CMC_Object::onSceneDone(const CMC_ObjectsContainer* container) {
+  if (bindings_ == nullptr) return;
+  std::erase_if(*bindings_, [container](auto& entry) {
+    std::erase_if(entry.second, [container](const std::shared_ptr<SignalBinding>& binding) {
+      binding->removed = binding->container.get() == container;
+      return binding->removed;
+    });
+    return entry.second.empty();
+  });
+}
+
+void CMC_Object::destroy(CMC_Object* object) {
+  if (object == nullptr || object->isDisposed()) return;
+  {
+    const Ref<CMC_Object> keep(object);
+    if (object->isSignalBound(kOnDone)) object->onSignal("ONDONE");
+    if (object->isDisposed()) return;  // its own handler ended it
+    object->unlink();
+    object->dispose();
+  }
+}
+
+}  // namespace footlight

@@ -1,0 +1,281 @@
+#include "script/mc_objects_container.h"
+
+#include <algorithm>
+
+#include "app/application.h"
+#include "foundation/limits.h"
+#include "gfx/window.h"
+#include "script/mc_behaviour.h"
+#include "script/mc_groupped.h"
+#include "script/melement.h"
+#include "script/object_factory.h"
+
+namespace footlight {
+
+CMC_ObjectsContainer::CMC_ObjectsContainer(CWindow* window, CMC_ObjectsContainer* container, const CMElement* element,
+                                           int type)
+    : CMC_Object(container, element, type), window_(window) {}
+
+CMC_ObjectsContainer::CMC_ObjectsContainer(CWindow* window, CXString name, int type)
+    : CMC_Object(std::move(name), type), window_(window) {}
+
+CMC_ObjectsContainer::~CMC_ObjectsContainer() { endAll(); }
+
+void CMC_ObjectsContainer::unlink() { endAll(); }
+
+bool CMC_ObjectsContainer::isOwnedElsewhere(const CMC_Object* object) {
+  const int type = object->getType();
+  return type == type::kApplication || type == type::kEpisode || type == type::kScene;
+}
+
+// Names
+
+bool CMC_ObjectsContainer::removeObject(CMC_Object* object) {
+  const auto found = table_.find(object->getName().view());
+  if (found == table_.end() || found->second != object) return false;
+  table_.erase(found);
+  // What goes is mostly what came last.
+  const auto place = std::find(objects_.rbegin(), objects_.rend(), object);
+  if (place != objects_.rend()) objects_.erase(std::next(place).base());
+  ++generation_;
+  return true;
+}
+
+bool CMC_ObjectsContainer::addObject(CMC_Object* object) {
+  if (object == nullptr) return false;
+  if (CMC_Object* older = getOwnObject(object->getName())) {
+    if (older == object) return true;
+    const Ref<CMC_Object> keep(older);
+    removeObject(older);
+    if (!isOwnedElsewhere(older)) destroy(older);
+  }
+  if (getElementsNo() >= limits::kObjectsInScope) {
+    guardHit("objects in a scope");
+    if (!isOwnedElsewhere(object)) destroy(object);
+    return false;
+  }
+  objects_.push_back(object);
+  table_[object->getName().view()] = object;
+  ++generation_;
+  return true;
+}
+
+void CMC_ObjectsContainer::renameObject(CMC_Object* object, const CXString& name) {
+  if (!removeObject(object)) return;
+  object->setName(name);
+  addObject(object);
+}
+
+CMC_Object* CMC_ObjectsContainer::getOwnObject(std::string_view name) const {
+  const auto found = table_.find(name);
+  return found == table_.end() ? nullptr : found->second;
+}
+
+CMC_Object* CMC_ObjectsContainer::getObject(int index) const {
+  return index < 0 || index >= getElementsNo() ? nullptr : objects_[static_cast<std::size_t>(index)];
+}
+
+CMC_Object* CMC_ObjectsContainer::getObject(std::string_view name) const {
+  if (name.size() > limits::kNameBytes) return nullptr;
+  if (CMC_Object* own = getOwnObject(name)) return own;
+  if (CMC_Object* found = lookUp(name)) return found;
+  // Code of the levels above finds the objects of the scene that runs.
+  const int type = getType();
+  if (type != type::kApplication && type != type::kEpisode) return nullptr;
+  const CMC_ObjectsContainer* running = getScene();
+  for (; running != nullptr; name.remove_suffix(2)) {
+    if (CMC_Object* found = running->getOwnObject(name)) return found;
+    if (!name.ends_with("_0")) break;
+  }
+  return nullptr;
+}
+
+// The number 0 of a name is the object itself: each ending "_0" may go. The own scope is asked from the longest name
+// to the shortest, then the parents are asked from the shortest to the longest; each pair is asked once.
+CMC_Object* CMC_ObjectsContainer::lookUp(std::string_view name) const {
+  std::string_view shortest = name;
+  while (shortest.ends_with("_0")) {
+    shortest.remove_suffix(2);
+    if (CMC_Object* found = getOwnObject(shortest)) return found;
+  }
+  if (!parent_) return nullptr;
+  for (std::size_t length = shortest.size(); length <= name.size(); length += 2) {
+    for (const CMC_ObjectsContainer* scope = parent_.get(); scope != nullptr; scope = scope->parent_.get()) {
+      if (CMC_Object* found = scope->getOwnObject(name.substr(0, length))) return found;
+    }
+  }
+  return nullptr;
+}
+
+CMC_Object* CMC_ObjectsContainer::getVariable(std::string_view name) const {
+  CMC_Object* found = getObject(name);
+  const bool isValue = found != nullptr && found->getType() >= type::kInteger && found->getType() <= type::kDouble;
+  return isValue ? found : nullptr;
+}
+
+int CMC_ObjectsContainer::getObjectId(std::string_view name) const {
+  const auto found = std::find_if(objects_.begin(), objects_.end(),
+                                  [name](const CMC_Object* object) { return object->getName().view() == name; });
+  return found == objects_.end() ? -1 : static_cast<int>(found - objects_.begin());
+}
+
+std::vector<CMC_Object*> CMC_ObjectsContainer::getObjectsOfType(int type) const {
+  std::vector<CMC_Object*> found;
+  std::copy_if(objects_.begin(), objects_.end(), std::back_inserter(found),
+               [type](const CMC_Object* object) { return object->getType() == type; });
+  return found;
+}
+
+std::vector<WeakRef<CMC_Object>> CMC_ObjectsContainer::snapshot() const {
+  return {objects_.begin(), objects_.end()};
+}
+
+void CMC_ObjectsContainer::getObjects(std::string_view typeWord, CMC_Groupped* group) {
+  group->removeAll();
+  for (CMC_Object* object : getObjectsOfType(getTypeId(typeWord))) group->add(object);
+}
+
+void CMC_ObjectsContainer::setParent(CMC_ObjectsContainer* parent) {
+  if (CMC_ObjectsContainer* old = parent_.get()) {
+    removeObject(old);
+    if (old->parent_) removeObject(old->parent_.get());
+  }
+  parent_ = WeakRef<CMC_ObjectsContainer>(parent);
+  enterParents();
+}
+
+void CMC_ObjectsContainer::enterParents() {
+  CMC_ObjectsContainer* parent = parent_.get();
+  if (parent == nullptr) return;
+  addObject(parent);
+  if (parent->parent_) addObject(parent->parent_.get());
+}
+
+CConfig* CMC_ObjectsContainer::getConfig() const {
+  CApplication* application = window_ != nullptr ? window_->getApplication() : nullptr;
+  return application != nullptr ? application->GetConfigInterface() : nullptr;
+}
+
+// Building
+
+CMC_Object* CMC_ObjectsContainer::resolve(const CMElement* element, CMC_Groupped* group) {
+  const CXString word = element->getPropertyValue("TYPE");
+  const TypeDescription* description = findTypeByDefinition(word);
+  CMC_Object* object = description != nullptr ? makeObject(this, element, *description) : resolveEx(element);
+  if (object == nullptr || group == nullptr) return object;
+  for (const WeakRef<CMC_Behaviour>& behaviour : object->getTmpBehList()) {
+    if (behaviour && behaviour->getName().startsWith("beh_")) group->add(behaviour.get());
+  }
+  return object;
+}
+
+std::vector<const CMElement*> CMC_ObjectsContainer::resolveObjects(const CMElements& elements) {
+  constexpr int kLastPass = 6;
+  constexpr int kClasses = 4;
+  std::vector<const CMElement*> waiting;
+  for (const CMElement* element : elements) {
+    if (element->isPropertyAvailable("TYPE")) waiting.push_back(element);
+  }
+  for (int pass = 1; pass <= kLastPass; ++pass) {
+    buildPass(waiting, pass);
+    if (pass != kClasses) continue;
+    for (CMC_Object* object : getObjectsOfType(type::kBehaviour)) static_cast<CMC_Behaviour*>(object)->resolveCondition();
+  }
+  if (diagnose::isOn()) {
+    for (const CMElement* element : waiting) {
+      diagnose::report(diagnose::Group::definition, element->getName(), "",
+                       "unknown TYPE " + element->getPropertyValue("TYPE").str(), element->origin());
+    }
+  }
+  return waiting;
+}
+
+void CMC_ObjectsContainer::buildPass(std::vector<const CMElement*>& waiting, int pass) {
+  constexpr int kLastPass = 6;
+  std::vector<const CMElement*> left;
+  for (const CMElement* element : waiting) {
+    const TypeDescription* description = findTypeByDefinition(element->getPropertyValue("TYPE"));
+    CMC_Object* object = nullptr;
+    if (description != nullptr && description->pass == pass) {
+      if (adoptExisting(element, *description)) continue;
+      object = makeObject(this, element, *description);
+    } else if (description == nullptr && pass == kLastPass) {
+      object = resolveEx(element);
+    }
+    if (object != nullptr) {
+      addObject(object);
+    } else {
+      left.push_back(element);
+    }
+  }
+  waiting = std::move(left);
+}
+
+// Mouse, keyboard and canvas observer exist once a chain: a further element adds its bindings to the one there is.
+bool CMC_ObjectsContainer::adoptExisting(const CMElement* element, const TypeDescription& description) {
+  const int type = description.number;
+  if (type != type::kMouse && type != type::kKeyboard && type != type::kCanvasObserver) return false;
+  CMC_Object* existing = getObject(description.idWord);
+  if (existing == nullptr || existing->getType() != type) return false;
+  existing->initializeBehaviours(this, element);
+  return true;
+}
+
+void CMC_ObjectsContainer::initObjects() {
+  for (const WeakRef<CMC_Object>& object : snapshot()) {
+    const Ref<CMC_Object> keep(object.get());
+    if (keep && !isOwnedElsewhere(keep.get())) keep->init();
+  }
+}
+
+// Ending
+
+void CMC_ObjectsContainer::onSubSceneDone(const CMC_ObjectsContainer* container) {
+  for (const WeakRef<CMC_Object>& object : snapshot()) {
+    if (object) object->onSceneDone(container);
+  }
+  if (parent_) parent_->onSubSceneDone(container);
+}
+
+void CMC_ObjectsContainer::finishAll() {
+  const auto finish = [](const std::vector<WeakRef<CMC_Object>>& objects, auto belongs) {
+    for (const WeakRef<CMC_Object>& object : objects) {
+      const Ref<CMC_Object> keep(object.get());
+      if (keep && !isOwnedElsewhere(keep.get()) && belongs(*keep)) keep->done(true);
+    }
+  };
+  const auto all = snapshot();
+  finish(all, [](const CMC_Object& o) { return o.getType() == type::kClass; });
+  finish(all, [](const CMC_Object& o) { return o.getType() != type::kClass && o.doneFirst(); });
+  finish(all, [](const CMC_Object& o) { return o.getType() != type::kClass && !o.doneFirst(); });
+}
+
+void CMC_ObjectsContainer::endAll() {
+  // Handlers of ONDONE may add objects: these go in the same sweep, in a few rounds at most.
+  for (int round = 0; round < limits::kUnloadRounds && !objects_.empty(); ++round) {
+    const std::vector<CMC_Object*> dying = std::move(objects_);
+    objects_.clear();
+    table_.clear();
+    ++generation_;
+    std::vector<Ref<CMC_Object>> kept;
+    for (CMC_Object* object : dying) {
+      if (!isOwnedElsewhere(object)) kept.emplace_back(object);
+    }
+    for (const Ref<CMC_Object>& object : kept) destroy(object.get());
+  }
+  if (!objects_.empty()) guardHit("objects added while unloading");
+  for (CMC_Object* object : objects_) {
+    if (!isOwnedElsewhere(object)) object->dispose();
+  }
+  objects_.clear();
+  table_.clear();
+}
+
+void CMC_ObjectsContainer::unload() {
+  const Ref<CMC_ObjectsContainer> self(this);
+  finishAll();
+  endAll();
+  if (isSignalBound(kOnDone)) onSignal("ONDONE");
+}
+
+}  // namespace footlight

@@ -1,0 +1,197 @@
+#include "script/mc_runner.h"
+
+#include <algorithm>
+
+#include "script/mc_behaviour.h"
+#include "script/mc_expression.h"
+#include "script/mc_groupped.h"
+#include "script/mc_variable_factory.h"
+
+namespace footlight {
+
+// Reading arguments
+
+CMC_Object* Call::object(int index) const {
+  return index >= 0 && has(index) ? arguments_[static_cast<std::size_t>(index)].get() : nullptr;
+}
+
+Ref<CMC_Variable> Call::variable(int index) const {
+  CMC_Object* passed = object(index);
+  if (auto* expression = object_cast<CMC_Expression>(passed)) return expression->calculate();
+  return Ref<CMC_Variable>(object_cast<CMC_Variable>(passed));
+}
+
+int Call::integer(int index) const {
+  const Ref<CMC_Variable> value = variable(index);
+  return value ? value->asInteger() : 0;
+}
+
+double Call::real(int index) const {
+  const Ref<CMC_Variable> value = variable(index);
+  return value ? value->asDouble() : 0.0;
+}
+
+bool Call::boolean(int index) const {
+  const Ref<CMC_Variable> value = variable(index);
+  return value && value->asBool();
+}
+
+CXString Call::text(int index) const {
+  CMC_Object* passed = object(index);
+  if (passed == nullptr) return {};
+  if (!CMC_Variable::isTypeOf(passed->getType())) return passed->getName();
+  const Ref<CMC_Variable> value = variable(index);
+  return value ? value->asText() : CXString();
+}
+
+TextList Call::textsFrom(int first) const {
+  TextList texts;
+  for (int i = first; i < count(); ++i) texts.push_back(text(i));
+  return texts;
+}
+
+CMC_Object* Call::findAny(std::string_view name) const {
+  return scope_ != nullptr ? scope_->getObject(name) : nullptr;
+}
+
+// The methods of every object
+
+namespace {
+
+CXString signalText(const Call& call) {
+  CXString signal = call.text(0);
+  signal.Replace('$', '^');
+  return signal;
+}
+
+Result send(CMC_Object& object, Call& call) {
+  const CXString text = call.text(0);
+  object.onSignal(text.startsWith("@") ? text : CXString("ONSIGNAL^") + text);
+  return {};
+}
+
+Result addToGroup(CMC_Object& object, Call& call) {
+  if (auto* group = call.named<CMC_Groupped>(0)) group->add(&object);
+  return {};
+}
+
+// Arrays are filled by their own type; until an object of it exists there is nothing to add to.
+Result addToArray(CMC_Object& /*object*/, Call& /*call*/) { return {}; }
+
+Result getName(CMC_Object& object, Call& /*call*/) { return CMC_VariableFactory::makeString(object.getName()); }
+
+Result clone(CMC_Object& object, Call& call) {
+  object.clone(call.has(0) ? call.integer(0) : 1);
+  return {};
+}
+
+Result addBehaviour(CMC_Object& object, Call& call) {
+  auto arguments = call.count() > 2 ? std::make_shared<TextList>(call.textsFrom(2)) : nullptr;
+  if (auto* behaviour = call.named<CMC_Behaviour>(1)) {
+    object.addBehaviour(signalText(call), behaviour, std::move(arguments), call.scope());
+  }
+  return {};
+}
+
+Result getCloneIndex(CMC_Object& object, Call& /*call*/) {
+  return CMC_VariableFactory::makeInteger(object.getCloneIdx());
+}
+
+Result msgBox(CMC_Object& /*object*/, Call& /*call*/) { return {}; }
+
+Result resetClones(CMC_Object& object, Call& /*call*/) {
+  object.resetClones();
+  return {};
+}
+
+Result removeBehaviour(CMC_Object& object, Call& call) {
+  object.removeBehaviour(signalText(call), call.scope());
+  return {};
+}
+
+Result getClonesNo(CMC_Object& object, Call& /*call*/) {
+  return CMC_VariableFactory::makeInteger(object.getClonesNo());
+}
+
+Result removeAllBehaviours(CMC_Object& object, Call& /*call*/) {
+  object.removeAllBehaviours();
+  return {};
+}
+
+Result removeBehaviourForce(CMC_Object& object, Call& call) {
+  object.removeBehaviourForce(signalText(call));
+  return {};
+}
+
+Result overideSignals(CMC_Object& object, Call& call) {
+  object.overideSignals(call.boolean(0));
+  return {};
+}
+
+constexpr Method kBaseMethods[] = {
+    {96, "SEND", 1, 1, method<send>},
+    {97, "ADDTOGROUP", 1, 1, method<addToGroup>},
+    {98, "ADDTOARRAY", 1, 1, method<addToArray>},
+    {99, "GETNAME", 0, 0, method<getName>},
+    {100, "CLONE", 0, 1, method<clone>},
+    {101, "ADDBEHAVIOUR", 2, Method::kAny, method<addBehaviour>},
+    {102, "GETCLONEINDEX", 0, 0, method<getCloneIndex>},
+    {103, "MSGBOX", 0, Method::kAny, method<msgBox>},
+    {104, "RESETCLONES", 0, 0, method<resetClones>},
+    {105, "REMOVEBEHAVIOUR", 1, 1, method<removeBehaviour>},
+    {106, "GETCLONESNO", 0, 0, method<getClonesNo>},
+    {107, "REMOVEALLBEHAVIOURS", 0, 0, method<removeAllBehaviours>},
+    {108, "REMOVEBEHAVIOURFORCE", 1, 1, method<removeBehaviourForce>},
+    {109, "OVERIDESIGNALS", 1, 1, method<overideSignals>},
+};
+
+}  // namespace
+
+std::span<const Method> CMC_Runner::baseMethods() { return kBaseMethods; }
+
+// Dispatch
+
+void CMC_Runner::prepareMthHashSet() {
+  enter(kBaseMethods);
+  enter(own_);
+}
+
+void CMC_Runner::enter(std::span<const Method> methods) {
+  for (const Method& method : methods) {
+    const auto number = static_cast<std::size_t>(method.number);
+    if (byNumber_.size() <= number) byNumber_.resize(number + 1);
+    byNumber_[number] = &method;
+    numbers_[method.name] = method.number;
+  }
+}
+
+int CMC_Runner::resolveMethod(std::string_view name) const {
+  const auto found = numbers_.find(name);
+  return found == numbers_.end() ? -1 : found->second;
+}
+
+Result CMC_Runner::run(int methodId, CMC_Object* object, CMC_ObjectsContainer* scope, ArgumentList arguments) {
+  const bool known = methodId >= 0 && static_cast<std::size_t>(methodId) < byNumber_.size();
+  const Method* method = known ? byNumber_[static_cast<std::size_t>(methodId)] : nullptr;
+  if (method == nullptr || object == nullptr) return {};
+  if (arguments.size() < method->least) {
+    if (diagnose::isOn()) {
+      diagnose::report(diagnose::Group::arguments, object->getName(), method->name, "too few arguments");
+    }
+    return {};
+  }
+  const Ref<CMC_Object> keep(object);
+  Call call(scope, arguments);
+  return method->function(*object, call);
+}
+
+Result CMC_Runner::run(std::string_view name, CMC_Object* object, CMC_ObjectsContainer* scope,
+                       ArgumentList arguments) {
+  const int number = resolveMethod(name);
+  if (number < 0 && object != nullptr && diagnose::isOn()) {
+    diagnose::report(diagnose::Group::method, object->getName(), name, "no such method");
+  }
+  return run(number, object, scope, arguments);
+}
+
+}  // namespace footlight

@@ -1,0 +1,160 @@
+#pragma once
+
+// Method dispatch. Each type has one stateless runner that knows the type's methods by name and number; the object is
+// passed in at each call. A runner is one constant table: number, name, least and most arguments, function. Running a
+// method is a bounds check and an indexed call.
+//
+// A method body is a small function that gets its object already cast and a Call with the scope and the argument
+// getters; it knows nothing of its number. Too few arguments are a silent null. While a method runs, its object and
+// its arguments are pinned.
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "foundation/xobject.h"
+#include "script/mc_object.h"
+#include "script/mc_objects_container.h"
+
+namespace footlight {
+
+class CMC_Variable;
+
+// What a call came to: nothing, an object (as a rule a variable), or the wish to stop the run that it stands in.
+class Result {
+ public:
+  enum class Kind : std::uint8_t { none, value, breakRun, oneBreak, continueRun };
+
+  Result() = default;
+  template <class T>
+  Result(Ref<T> value) : kind_(value ? Kind::value : Kind::none), value_(std::move(value)) {}
+  static Result breakRun() { return Result(Kind::breakRun); }
+  static Result oneBreak() { return Result(Kind::oneBreak); }
+  static Result continueRun() { return Result(Kind::continueRun); }
+
+  bool stops() const { return kind_ >= Kind::breakRun; }
+  bool isBreak() const { return kind_ == Kind::breakRun; }
+  Kind kind() const { return kind_; }
+  // The value; null for none and for the three stops.
+  const Ref<CMC_Object>& value() const { return value_; }
+  Ref<CMC_Object> take() { return std::move(value_); }
+
+ private:
+  explicit Result(Kind kind) : kind_(kind) {}
+
+  Kind kind_ = Kind::none;
+  Ref<CMC_Object> value_;
+};
+
+using ArgumentList = std::span<const Ref<CMC_Object>>;
+
+// One call as a method sees it. Every getter gives 0, "", false or null past the end of the list. An expression is
+// calculated at each reading. An object that is no variable reads as its name, 0 and false.
+class Call {
+ public:
+  Call(CMC_ObjectsContainer* scope, ArgumentList arguments) : scope_(scope), arguments_(arguments) {}
+
+  int count() const { return static_cast<int>(arguments_.size()); }
+  bool has(int index) const { return index < count(); }
+  CMC_ObjectsContainer* scope() const { return scope_; }
+  ArgumentList arguments() const { return arguments_; }
+
+  int integer(int index) const;
+  double real(int index) const;
+  bool boolean(int index) const;
+  CXString text(int index) const;
+  // The argument as a value: a variable itself, the result of an expression, else null.
+  Ref<CMC_Variable> variable(int index) const;
+  // The argument as it was passed.
+  CMC_Object* object(int index) const;
+  // All arguments from `first` on as text.
+  TextList textsFrom(int first) const;
+
+  // The object of that name in the scope, if it is of class T.
+  template <class T>
+  T* find(std::string_view name) const {
+    return scope_ != nullptr ? object_cast<T>(scope_->getObject(name)) : nullptr;
+  }
+  CMC_Object* findAny(std::string_view name) const;
+  // The object of class T that the text of an argument names.
+  template <class T>
+  T* named(int index) const {
+    return find<T>(text(index));
+  }
+
+ private:
+  CMC_ObjectsContainer* scope_;
+  ArgumentList arguments_;
+};
+
+using MethodFunction = Result (*)(CMC_Object& object, Call& call);
+
+// One row of a runner's table.
+struct Method {
+  static constexpr std::uint8_t kAny = 255;  // no upper bound of arguments
+
+  int number;
+  const char* name;
+  std::uint8_t least;
+  std::uint8_t most;
+  MethodFunction function;
+};
+
+// Turns `Result f(T&, Call&)` into a row's function; an object of another class is left alone.
+template <auto F>
+struct BoundMethod;
+template <class T, Result (*F)(T&, Call&)>
+struct BoundMethod<F> {
+  static Result run(CMC_Object& object, Call& call) {
+    if constexpr (std::is_same_v<T, CMC_Object>) {
+      return F(object, call);
+    } else {
+      T* typed = object_cast<T>(&object);
+      return typed != nullptr ? F(*typed, call) : Result();
+    }
+  }
+};
+template <auto F>
+inline constexpr MethodFunction method = &BoundMethod<F>::run;
+
+class CMC_Runner : public CXObject {
+ public:
+  // Base methods have these numbers on every type.
+  static constexpr int kFirstBaseMethod = 96;
+  static constexpr int kLastBaseMethod = 109;
+
+  explicit CMC_Runner(std::span<const Method> own) : own_(own) {}
+
+  // Fills the lookup from the base table and the runner's own.
+  virtual void prepareMthHashSet();
+  // By number; one that the runner does not know is a silent null.
+  virtual Result run(int methodId, CMC_Object* object, CMC_ObjectsContainer* scope, ArgumentList arguments);
+  virtual Result run(std::string_view method, CMC_Object* object, CMC_ObjectsContainer* scope, ArgumentList arguments);
+  // The number of a method, -1 for a name that is not in the table. Names are compared exactly.
+  virtual int resolveMethod(std::string_view name) const;
+  // True when a name outside the table may mean something all the same.
+  virtual bool takesOtherWords() const { return false; }
+
+  std::span<const Method> ownMethods() const { return own_; }
+  static std::span<const Method> baseMethods();
+
+ private:
+  void enter(std::span<const Method> methods);
+
+  std::span<const Method> own_;
+  std::vector<const Method*> byNumber_;
+  std::unordered_map<std::string_view, int> numbers_;
+};
+
+// Holds one runner a type from the engine's start to its end.
+class CMC_RunnerFactory {
+ public:
+  static void initialize();
+  static void done();
+  // Null for a number without a runner.
+  static CMC_Runner* getRunner(int type);
+};
+
+}  // namespace footlight

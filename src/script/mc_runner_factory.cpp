@@ -1,0 +1,67 @@
+#include <map>
+#include <memory>
+
+#include "script/mc_class.h"
+#include "script/mc_groupped_runner.h"
+#include "script/mc_runner.h"
+#include "script/method_tables.h"
+
+namespace footlight {
+
+namespace {
+
+struct Runners {
+  std::vector<std::unique_ptr<CMC_Runner>> owned;
+  std::map<int, CMC_Runner*> byType;
+};
+
+Runners runners;
+
+void add(std::unique_ptr<CMC_Runner> runner, std::initializer_list<int> types) {
+  runner->prepareMthHashSet();
+  for (const int type : types) runners.byType[type] = runner.get();
+  runners.owned.push_back(std::move(runner));
+}
+
+void add(std::span<const Method> methods, std::initializer_list<int> types) {
+  add(std::make_unique<CMC_Runner>(methods), types);
+}
+
+}  // namespace
+
+void CMC_RunnerFactory::initialize() {
+  done();
+  add(methods::builtIns(), {type::kBuiltIns});
+  add(methods::variable(), {type::kInteger, type::kString, type::kBool, type::kDouble, type::kExpression});
+  add(methods::basicCondition(), {type::kCondition, type::kComplexCondition});
+  add(methods::behaviour(), {type::kBehaviour});
+  add(methods::random(), {type::kRandom});
+  add(methods::application(), {type::kApplication});
+  add(methods::episode(), {type::kEpisode});
+  add(methods::scene(), {type::kScene});
+  add(methods::timer(), {type::kTimer});
+  add(methods::image(), {type::kImage});
+  add(methods::dialog(), {type::kDialog});
+  add(methods::structure(), {type::kStructure});
+  add(methods::system(), {type::kSystem});
+  add(methods::cnvLoader(), {type::kCnvLoader});
+  add(std::make_unique<CMC_Groupped_Runner>(methods::groupped()), {type::kGroup});
+  add(std::make_unique<CMC_Class_Runner>(methods::scriptClass()), {type::kClass});
+  // Types whose own methods are not there yet have those of every object.
+  add(std::span<const Method>(),
+      {type::kMouse,    type::kKeyboard,  type::kCanvasObserver, type::kAnimo,    type::kButton,
+       type::kFont,     type::kSequence,  type::kSound,          type::kText,     type::kEditBox,
+       type::kNetServer, type::kNetClient, type::kFilter,        type::kStaticFilter, type::kVector,
+       type::kPath,     type::kFifo,      type::kLifo,           type::kCanvas,   type::kPattern,
+       type::kScroll,   type::kJoystick,  type::kMovie,          type::kGrBuffer, type::kArray,
+       type::kDatabase, type::kVirtualGraphicsObject, type::kMultiArray});
+}
+
+void CMC_RunnerFactory::done() { runners = {}; }
+
+CMC_Runner* CMC_RunnerFactory::getRunner(int type) {
+  const auto found = runners.byType.find(type);
+  return found == runners.byType.end() ? nullptr : found->second;
+}
+
+}  // namespace footlight

@@ -1,0 +1,242 @@
+#pragma once
+
+// Scripts hold all data in four value objects: INTEGER, DOUBLE, BOOL and STRING. The same classes serve for values that
+// exist for a moment only; those come from the pools of CMC_VariableFactory and go back when their last Ref goes.
+//
+// Expressions and structures are variables too and take part in the same operations.
+
+#include <cstddef>
+#include <span>
+
+#include "script/mc_object.h"
+
+namespace footlight {
+
+// The operations of arithmetic, by their numbers in `calculate`.
+enum class Operation : int { none = 0, add = 1, subtract = 2, multiply = 3, divide = 4, modulo = 5 };
+
+class CMC_Variable : public CMC_Object {
+ public:
+  static constexpr int kNoPool = -1;
+
+  CMC_Variable(CMC_ObjectsContainer* container, const CMElement* element, int type);
+  CMC_Variable(CXString name, int type, int poolId = kNoPool);
+
+  static bool isTypeOf(int type) {
+    return isValueType(type) || type == type::kExpression || type == type::kStructure;
+  }
+  static bool isValueType(int type) { return type >= type::kInteger && type <= type::kDouble; }
+
+  void init() override;
+  using CXObject::compare;
+  using CXObject::equals;
+
+  // Takes the value of the other, converted to the own type.
+  virtual void set(CMC_Variable* other) = 0;
+  virtual void clear() = 0;
+  // The flip between two values: b if the value now equals a, else a.
+  virtual void swap(CMC_Variable* a, CMC_Variable* b) = 0;
+  virtual void inc() = 0;
+  virtual void dec() = 0;
+  // On the basis of the own type. False, and -1 or 1, where the other cannot be converted.
+  virtual bool equals(CMC_Variable* other) = 0;
+  virtual int compare(CMC_Variable* other) = 0;
+  // This variable for its own type, else a pooled one; null for a type that holds no value.
+  virtual Ref<CMC_Variable> convert(int type);
+  // A pooled variable of the own type; this one stays as it was.
+  virtual Ref<CMC_Variable> calculate(CMC_Variable* other, Operation operation) = 0;
+  // Raises the signals of a change, writes the INI file and tells the network.
+  virtual void onChange(bool changed);
+  // The value came over the network: it is not sent back.
+  virtual void onNetChange(CMC_Variable* value);
+  virtual void setDefault(CMC_Variable* value) = 0;
+  virtual void resetINI() = 0;
+  // The flat record of network messages: 4-byte type number and the value. `netstore` fills getBufferLen() bytes;
+  // `netrestore` reads what stands behind the type number and is false, with nothing changed, on a short record.
+  virtual int getBufferLen() const = 0;
+  virtual void netstore(std::span<std::byte> buffer) const = 0;
+  virtual bool netrestore(std::span<const std::byte> value) = 0;
+  // Takes a value from text without raising anything.
+  virtual void fromString(const CXString& text) = 0;
+
+  // The value read as another type, by the rules of `convert`, without a temporary.
+  virtual int asInteger() = 0;
+  virtual double asDouble() = 0;
+  virtual bool asBool() = 0;
+  CXString asText() { return toString(); }
+
+  int getId() const { return poolId_; }
+  bool isPooled() const override { return poolId_ != kNoPool; }
+  bool isToIni() const { return toIni_; }
+  bool isNetNotify() const { return netNotify_; }
+
+  // A minus sign or digit first, digits and points behind; "0" first must stand alone or before a point.
+  static bool isNumber(std::string_view text);
+  // A literal of the script as a pooled variable.
+  static Ref<CMC_Variable> resolve(std::string_view literal);
+  // To the nearest whole number, halves away from zero.
+  static int round(double value);
+
+ protected:
+  CMC_Variable(const CMC_Variable& other) = default;
+
+ private:
+  int poolId_ = kNoPool;
+  bool toIni_ = false;
+  bool netNotify_ = false;
+};
+
+// What the four value classes share: a value and the default that RESETINI brings back.
+template <class Value>
+class CMC_ValueVariable : public CMC_Variable {
+ public:
+  using CMC_Variable::CMC_Variable;
+
+  const Value& getValue() const { return value_; }
+  // Raises only the signal that asks for every writing.
+  void setValue(Value value) {
+    value_ = std::move(value);
+    onChange(false);
+  }
+  // Writes without raising anything: for values that no script has seen yet.
+  void put(Value value) { value_ = std::move(value); }
+
+  void set(CMC_Variable* other) override {
+    if (other != nullptr) {
+      change(read(other));
+    } else {
+      onChange(false);
+    }
+  }
+  void clear() override { change(Value()); }
+  void swap(CMC_Variable* a, CMC_Variable* b) override { change(equals(a) ? read(b) : read(a)); }
+  void setDefault(CMC_Variable* value) override { defaultValue_ = read(value); }
+  void resetINI() override {
+    if (!isToIni()) return;
+    value_ = defaultValue_;
+    onChange(true);
+  }
+
+ protected:
+  // The other's value in the own type.
+  virtual Value read(CMC_Variable* other) const = 0;
+  void change(Value value) {
+    const bool changed = !(value == value_);
+    value_ = std::move(value);
+    onChange(changed);
+  }
+
+  Value value_{};
+  Value defaultValue_{};
+};
+
+class CMC_Integer : public CMC_ValueVariable<int> {
+ public:
+  CMC_Integer(CMC_ObjectsContainer* container, const CMElement* element);
+  explicit CMC_Integer(int value) : CMC_ValueVariable("", type::kInteger) { value_ = value; }
+  CMC_Integer(CXString name, int poolId) : CMC_ValueVariable(std::move(name), type::kInteger, poolId) {}
+  static bool isTypeOf(int type) { return type == type::kInteger; }
+
+  void inc() override;
+  void dec() override;
+  bool equals(CMC_Variable* other) override;
+  int compare(CMC_Variable* other) override;
+  Ref<CMC_Variable> calculate(CMC_Variable* other, Operation operation) override;
+  int getBufferLen() const override { return 8; }
+  void netstore(std::span<std::byte> buffer) const override;
+  bool netrestore(std::span<const std::byte> value) override;
+  void fromString(const CXString& text) override { value_ = text.toNumber(); }
+  int asInteger() override { return value_; }
+  double asDouble() override { return value_; }
+  bool asBool() override { return value_ != 0; }
+  CXString toString() const override { return CXString::toString(value_); }
+  std::unique_ptr<CMC_Object> copy() const override { return std::unique_ptr<CMC_Object>(new CMC_Integer(*this)); }
+
+ protected:
+  int read(CMC_Variable* other) const override { return other->asInteger(); }
+};
+
+class CMC_String : public CMC_ValueVariable<CXString> {
+ public:
+  CMC_String(CMC_ObjectsContainer* container, const CMElement* element);
+  explicit CMC_String(CXString value) : CMC_ValueVariable("", type::kString) { value_ = std::move(value); }
+  CMC_String(CXString name, int poolId) : CMC_ValueVariable(std::move(name), type::kString, poolId) {}
+  static bool isTypeOf(int type) { return type == type::kString; }
+
+  void inc() override {}
+  void dec() override {}
+  // Without regard to case, unlike `compare`.
+  bool equals(CMC_Variable* other) override;
+  int compare(CMC_Variable* other) override;
+  Ref<CMC_Variable> calculate(CMC_Variable* other, Operation operation) override;
+  int getBufferLen() const override { return value_.Length() + 5; }
+  void netstore(std::span<std::byte> buffer) const override;
+  bool netrestore(std::span<const std::byte> value) override;
+  void fromString(const CXString& text) override { value_ = text; }
+  int asInteger() override { return value_.toNumber(); }
+  double asDouble() override { return value_.toDouble(); }
+  bool asBool() override { return value_.toBool(); }
+  CXString toString() const override { return value_; }
+  std::unique_ptr<CMC_Object> copy() const override { return std::unique_ptr<CMC_Object>(new CMC_String(*this)); }
+  // Turns the value into capitals.
+  virtual void upper() { change(value_.Upper()); }
+
+ protected:
+  CXString read(CMC_Variable* other) const override { return other->toString(); }
+};
+
+class CMC_Bool : public CMC_ValueVariable<bool> {
+ public:
+  CMC_Bool(CMC_ObjectsContainer* container, const CMElement* element);
+  explicit CMC_Bool(bool value) : CMC_ValueVariable("", type::kBool) { value_ = value; }
+  CMC_Bool(CXString name, int poolId) : CMC_ValueVariable(std::move(name), type::kBool, poolId) {}
+  static bool isTypeOf(int type) { return type == type::kBool; }
+
+  // Inverts, whatever the two values are; so do `inc` and `dec`.
+  void swap(CMC_Variable* a, CMC_Variable* b) override;
+  void inc() override { change(!value_); }
+  void dec() override { change(!value_); }
+  bool equals(CMC_Variable* other) override;
+  int compare(CMC_Variable* other) override;
+  Ref<CMC_Variable> calculate(CMC_Variable* other, Operation operation) override;
+  int getBufferLen() const override { return 5; }
+  void netstore(std::span<std::byte> buffer) const override;
+  bool netrestore(std::span<const std::byte> value) override;
+  void fromString(const CXString& text) override { value_ = text.toBool(); }
+  int asInteger() override { return value_ ? 1 : 0; }
+  double asDouble() override { return value_ ? 1.0 : 0.0; }
+  bool asBool() override { return value_; }
+  CXString toString() const override { return CXString::toString(value_); }
+  std::unique_ptr<CMC_Object> copy() const override { return std::unique_ptr<CMC_Object>(new CMC_Bool(*this)); }
+
+ protected:
+  bool read(CMC_Variable* other) const override { return other->asBool(); }
+};
+
+class CMC_Double : public CMC_ValueVariable<double> {
+ public:
+  CMC_Double(CMC_ObjectsContainer* container, const CMElement* element);
+  explicit CMC_Double(double value) : CMC_ValueVariable("", type::kDouble) { value_ = value; }
+  CMC_Double(CXString name, int poolId) : CMC_ValueVariable(std::move(name), type::kDouble, poolId) {}
+  static bool isTypeOf(int type) { return type == type::kDouble; }
+
+  void inc() override;
+  void dec() override;
+  bool equals(CMC_Variable* other) override;
+  int compare(CMC_Variable* other) override;
+  Ref<CMC_Variable> calculate(CMC_Variable* other, Operation operation) override;
+  int getBufferLen() const override { return 12; }
+  void netstore(std::span<std::byte> buffer) const override;
+  bool netrestore(std::span<const std::byte> value) override;
+  void fromString(const CXString& text) override { value_ = text.toDouble(); }
+  int asInteger() override { return round(value_); }
+  double asDouble() override { return value_; }
+  bool asBool() override { return value_ != 0.0; }
+  CXString toString() const override { return CXString::toString(value_); }
+  std::unique_ptr<CMC_Object> copy() const override { return std::unique_ptr<CMC_Object>(new CMC_Double(*this)); }
+
+ protected:
+  double read(CMC_Variable* other) const override { return other->asDouble(); }
+};
+
+}  // namespace footlight

@@ -1,0 +1,358 @@
+// Scripts' methods of INTEGER, STRING, BOOL, DOUBLE and EXPRESSION.
+
+#include <algorithm>
+#include <cmath>
+#include <ctime>
+
+#include "app/random.h"
+#include "files/path.h"
+#include "foundation/arithmetic.h"
+#include "foundation/limits.h"
+#include "platform/platform.h"
+#include "script/mc_expression.h"
+#include "script/mc_variable_factory.h"
+#include "script/method_tables.h"
+
+namespace footlight {
+
+namespace {
+
+using Factory = CMC_VariableFactory;
+
+constexpr double kDegrees = 57.29577950560105;   // radians to degrees, of ARCTAN
+constexpr double kRadians = 0.0174532924;        // degrees to radians, of SINUS and COSINUS
+constexpr double kHalfTurn = 180.0;
+constexpr double kPi = 3.14159265358979323846;
+
+double finite(double value) { return std::isfinite(value) ? value : 0.0; }
+
+// Writes a result into the object and hands it on.
+Result store(CMC_Variable& object, const Ref<CMC_Variable>& value) {
+  object.set(value.get());
+  return Result(value);
+}
+
+Result storeInteger(CMC_Variable& object, int value) { return store(object, Factory::makeInteger(value)); }
+
+Result storeDouble(CMC_Variable& object, double value) { return store(object, Factory::makeDouble(finite(value))); }
+
+bool isNumeric(const CMC_Variable& object) {
+  return object.getType() == type::kInteger || object.getType() == type::kDouble;
+}
+
+// Gives a STRING a new value, unless it is longer than a text may be.
+void replaceText(CMC_String& object, CXString text) {
+  if (text.Length() > limits::kStringBytes) {
+    guardHit("string too long");
+    return;
+  }
+  CMC_String value(std::move(text));
+  object.set(&value);
+}
+
+// Arithmetic of all types
+
+Result set(CMC_Variable& object, Call& call) {
+  if (const Ref<CMC_Variable> value = asVariable(call.object(0))) object.set(value.get());
+  return {};
+}
+
+Result switchValues(CMC_Variable& object, Call& call) {
+  const Ref<CMC_Variable> a = asVariable(call.object(0));
+  const Ref<CMC_Variable> b = asVariable(call.object(1));
+  if (a && b) object.swap(a.get(), b.get());
+  return {};
+}
+
+Result clear(CMC_Variable& object, Call& /*call*/) {
+  object.clear();
+  return {};
+}
+
+Result inc(CMC_Variable& object, Call& /*call*/) {
+  object.inc();
+  return {};
+}
+
+Result dec(CMC_Variable& object, Call& /*call*/) {
+  object.dec();
+  return {};
+}
+
+void operate(CMC_Variable& object, Call& call, Operation operation) {
+  const Ref<CMC_Variable> operand = asVariable(call.object(0));
+  if (!operand) return;
+  const Ref<CMC_Variable> value = object.calculate(operand.get(), operation);
+  object.set(value.get());
+}
+
+Result add(CMC_Variable& object, Call& call) {
+  operate(object, call, Operation::add);
+  return Result(Factory::copyVariable(&object));
+}
+
+Result mul(CMC_Variable& object, Call& call) {
+  operate(object, call, Operation::multiply);
+  return {};
+}
+
+Result resetIni(CMC_Variable& object, Call& /*call*/) {
+  object.resetINI();
+  return {};
+}
+
+Result setDefault(CMC_Variable& object, Call& call) {
+  if (const Ref<CMC_Variable> value = asVariable(call.object(0))) object.setDefault(value.get());
+  return {};
+}
+
+Result sub(CMC_Variable& object, Call& call) {
+  auto* text = object_cast<CMC_String>(&object);
+  if (text == nullptr) {
+    operate(object, call, Operation::subtract);
+    return {};
+  }
+  const int length = text->getValue().Length();
+  const int index = std::clamp(call.integer(0), 0, length);
+  const int count = std::clamp(call.integer(1), 0, length - index);
+  text->setValue(text->getValue().Left(index) + text->getValue().slice(index + count, length));
+  return {};
+}
+
+Result div(CMC_Variable& object, Call& call) {
+  operate(object, call, Operation::divide);
+  return {};
+}
+
+Result mod(CMC_Variable& object, Call& call) {
+  operate(object, call, Operation::modulo);
+  return {};
+}
+
+Result abs(CMC_Variable& object, Call& call) {
+  const int value = call.integer(0);
+  return storeInteger(object, value < 0 ? wrap_negate(value) : value);
+}
+
+Result bitAnd(CMC_Variable& object, Call& call) { return storeInteger(object, object.asInteger() & call.integer(0)); }
+
+Result bitOr(CMC_Variable& object, Call& call) { return storeInteger(object, object.asInteger() | call.integer(0)); }
+
+Result bitXor(CMC_Variable& object, Call& call) { return storeInteger(object, object.asInteger() ^ call.integer(0)); }
+
+Result bitNot(CMC_Variable& object, Call& /*call*/) {
+  if (object.getType() == type::kInteger) return storeInteger(object, ~object.asInteger());
+  auto* text = object_cast<CMC_String>(&object);
+  if (text == nullptr) return {};
+  const std::string_view value = text->getValue().view();
+  return store(object, Factory::makeString(std::string(value.rbegin(), value.rend())));
+}
+
+Result power(CMC_Variable& object, Call& call) {
+  return storeInteger(object, to_int(std::pow(object.asDouble(), call.integer(0))));
+}
+
+// Numbers
+
+Result squareRoot(CMC_Variable& object, Call& /*call*/) {
+  return isNumeric(object) ? storeDouble(object, std::sqrt(object.asDouble())) : Result();
+}
+
+Result clamp(CMC_Variable& object, Call& call) {
+  if (object.getType() == type::kInteger) {
+    return storeInteger(object, std::max(std::min(object.asInteger(), call.integer(1)), call.integer(0)));
+  }
+  if (object.getType() != type::kDouble) return {};
+  return storeDouble(object, std::max(std::min(object.asDouble(), call.real(1)), call.real(0)));
+}
+
+Result length(CMC_Variable& object, Call& call) {
+  if (const auto* text = object_cast<CMC_String>(&object)) {
+    return Result(Factory::makeInteger(text->getValue().Length()));
+  }
+  if (!isNumeric(object) || !call.has(1)) return {};
+  const double x = call.real(0);
+  const double y = call.real(1);
+  return storeDouble(object, std::sqrt(x * x + y * y));
+}
+
+Result arcTan(CMC_Variable& object, Call& call) { return storeDouble(object, std::atan(call.real(0)) * kDegrees); }
+
+Result arcTanEx(CMC_Variable& object, Call& call) {
+  double angle = std::atan2(call.real(0), call.real(1)) * (kHalfTurn / kPi);
+  if (angle < 0.0) angle += 2 * kHalfTurn;
+  return storeDouble(object, to_int(angle + call.real(2)));
+}
+
+Result sinus(CMC_Variable& object, Call& call) { return storeDouble(object, std::sin(call.real(0) * kRadians)); }
+
+Result cosinus(CMC_Variable& object, Call& call) { return storeDouble(object, std::cos(call.real(0) * kRadians)); }
+
+template <class Choose>
+Result extreme(CMC_Variable& object, const Call& call, Choose choose) {
+  double best = call.real(0);
+  for (int i = 1; i < call.count(); ++i) best = choose(best, call.real(i));
+  return storeDouble(object, best);
+}
+
+Result minA(CMC_Variable& object, Call& call) {
+  return extreme(object, call, [](double a, double b) { return std::min(a, b); });
+}
+
+Result maxA(CMC_Variable& object, Call& call) {
+  return extreme(object, call, [](double a, double b) { return std::max(a, b); });
+}
+
+Result round(CMC_Variable& object, Call& /*call*/) {
+  if (object.getType() != type::kDouble) return {};
+  const double value = object.asDouble();
+  const int whole = to_int(value);
+  return Result(Factory::makeInteger(remainder(to_int(value * 100.0), 100) >= 50 ? wrap_add(whole, 1) : whole));
+}
+
+Result sgn(CMC_Variable& object, Call& /*call*/) {
+  if (!isNumeric(object)) return {};
+  const int whole = to_int(object.asDouble());
+  return Result(Factory::makeInteger((whole > 0) - (whole < 0)));
+}
+
+Result random(CMC_Variable& object, Call& call) {
+  CXRandom generator;
+  int value = 0;
+  if (call.count() == 1) value = generator.random(call.integer(0));
+  if (call.count() > 1) value = generator.random(call.integer(0), call.integer(1));
+  const Ref<CMC_Variable> result = Factory::makeInteger(value);
+  if (object.getType() == type::kInteger) object.set(result.get());
+  return Result(result);
+}
+
+// Texts
+
+Result get(CMC_Variable& object, Call& call) {
+  const auto* string = object_cast<CMC_String>(&object);
+  if (string == nullptr || !call.has(0)) return Result(Ref<CMC_Variable>(&object));
+  const CXString& text = string->getValue();
+  const int index = call.integer(0);
+  if (!call.has(1)) {
+    const char character = text.GetAt(index);
+    return Result(Factory::makeString(character == '\0' ? CXString() : CXString(std::string_view(&character, 1))));
+  }
+  const int count = call.integer(1);
+  return Result(Factory::makeString(text.Mid(index, count == -1 ? text.Length() : wrap_add(index, count))));
+}
+
+Result upper(CMC_String& object, Call& /*call*/) {
+  object.upper();
+  return {};
+}
+
+Result find(CMC_String& object, Call& call) {
+  return Result(Factory::makeInteger(object.getValue().FindSubString(call.text(0), call.integer(1))));
+}
+
+Result cut(CMC_String& object, Call& call) {
+  const CXString& text = object.getValue();
+  const int index = std::clamp(call.integer(0), 0, text.Length());
+  const int count = call.integer(1);
+  const bool toEnd = count <= 0 || count > text.Length() - index;
+  replaceText(object, text.Mid(index, toEnd ? text.Length() : index + count));
+  return {};
+}
+
+Result replaceAt(CMC_String& object, Call& call) {
+  const CXString& text = object.getValue();
+  const int index = std::max(call.integer(0), 0);
+  if (index > text.Length()) return {};
+  const CXString added = call.text(1);
+  replaceText(object, text.Left(index) + added + text.slice(index + added.Length(), text.Length()));
+  return {};
+}
+
+Result insertAt(CMC_String& object, Call& call) {
+  const CXString& text = object.getValue();
+  const int index = std::clamp(call.integer(0), 0, text.Length());
+  const CXString added = call.text(1);
+  const std::int64_t count = call.has(2) ? std::max(call.integer(2), 0) : 1;
+  if (text.Length() + count * added.Length() > limits::kStringBytes) {
+    guardHit("string too long");
+    return {};
+  }
+  CXString result = text.Left(index);
+  for (std::int64_t i = 0; i < (added.IsEmpty() ? 0 : count); ++i) result += added;
+  result += text.slice(index, text.Length());
+  replaceText(object, std::move(result));
+  return {};
+}
+
+Result replace(CMC_String& object, Call& call) {
+  const CXString& text = object.getValue();
+  const CXString from = call.text(0);
+  const CXString to = call.text(1);
+  if (from.IsEmpty()) return {};
+  const std::int64_t most = std::int64_t{text.Length()} / from.Length() * to.Length() + text.Length();
+  CXString result = most > 2 * limits::kStringBytes ? text : text.replace(from, to);
+  replaceText(object, std::move(result));
+  return {};
+}
+
+Result isUpperLetter(CMC_Variable& object, Call& call) {
+  const auto* text = object_cast<CMC_String>(&object);
+  const char character = text != nullptr ? text->getValue().GetAt(call.integer(0)) : '\0';
+  return Result(Factory::makeBool(character != '\0' && CXString(std::string_view(&character, 1)).IsUpper()));
+}
+
+Result copyFile(CMC_Variable& object, Call& call) {
+  CWindow* window = call.scope() != nullptr ? call.scope()->getWindow() : nullptr;
+  static_cast<void>(object);
+  const CXString from = CPath::resolveFileName(window, call.text(0));
+  const CXString to = CPath::resolveFileName(window, call.text(1));
+  return Result(Factory::makeBool(platform::current().files().copy(from, to)));
+}
+
+constexpr Method kMethods[] = {
+    {1, "SET", 1, 1, method<set>},
+    {2, "SWITCH", 2, 2, method<switchValues>},
+    {3, "CLEAR", 0, 0, method<clear>},
+    {4, "INC", 0, 0, method<inc>},
+    {5, "DEC", 0, 0, method<dec>},
+    {6, "ADD", 1, 1, method<add>},
+    {7, "MUL", 1, 1, method<mul>},
+    {8, "RESETINI", 0, 0, method<resetIni>},
+    {9, "SETDEFAULT", 1, 1, method<setDefault>},
+    {10, "SUB", 1, 2, method<sub>},
+    {11, "DIV", 1, 1, method<div>},
+    {12, "MOD", 1, 1, method<mod>},
+    {13, "ABS", 1, 1, method<abs>},
+    {14, "AND", 1, 1, method<bitAnd>},
+    {15, "OR", 1, 1, method<bitOr>},
+    {16, "NOT", 0, 0, method<bitNot>},
+    {17, "XOR", 1, 1, method<bitXor>},
+    {18, "POWER", 1, 1, method<power>},
+    {20, "SQRT", 0, 0, method<squareRoot>},
+    {21, "CLAMP", 2, 2, method<clamp>},
+    {22, "LENGTH", 0, 2, method<length>},
+    {23, "ARCTAN", 1, 1, method<arcTan>},
+    {24, "GET", 0, 2, method<get>},
+    {25, "MINA", 1, Method::kAny, method<minA>},
+    {26, "MAXA", 1, Method::kAny, method<maxA>},
+    {27, "ARCTANEX", 2, 3, method<arcTanEx>},
+    {28, "SINUS", 1, 1, method<sinus>},
+    {29, "COSINUS", 1, 1, method<cosinus>},
+    {30, "UPPER", 0, 0, method<upper>},
+    {31, "FIND", 1, 2, method<find>},
+    {32, "CUT", 2, 2, method<cut>},
+    {33, "REPLACEAT", 2, 2, method<replaceAt>},
+    {34, "INSERTAT", 2, 3, method<insertAt>},
+    {35, "REPLACE", 2, 2, method<replace>},
+    {36, "ROUND", 0, 0, method<round>},
+    {37, "ISUPPERLETTER", 1, 1, method<isUpperLetter>},
+    {38, "SGN", 0, 0, method<sgn>},
+    {39, "COPYFILE", 2, 2, method<copyFile>},
+    {40, "RANDOM", 0, 2, method<random>},
+};
+
+}  // namespace
+
+std::span<const Method> methods::variable() { return kMethods; }
+
+}  // namespace footlight

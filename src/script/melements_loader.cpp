@@ -1,0 +1,197 @@
+#include "script/melements_loader.h"
+
+#include <algorithm>
+#include <string>
+
+#include "files/file_places.h"
+#include "files/text_coder.h"
+#include "files/text_file_reader.h"
+#include "foundation/limits.h"
+#include "foundation/string_tokenizer.h"
+
+namespace footlight {
+
+namespace {
+
+constexpr std::string_view kSeparators = ":=\n";
+constexpr int kCodeCycle = 6;
+
+void trimBlanks(std::string& text) {
+  text.erase(std::min(text.find_last_not_of(' ') + 1, text.size()));
+  text.erase(0, text.find_first_not_of(' '));
+}
+
+std::string_view trimmed(std::string_view text) {
+  const auto start = std::min(text.find_first_not_of(' '), text.size());
+  return text.substr(start, text.find_last_not_of(' ') + 1 - start);
+}
+
+// The next logical line, at most limits::kLogicalLineBytes of it.
+std::string readLine(CTextCoder& coder, int* physicalLines) {
+  std::string result;
+  bool isContinued = false;
+  do {
+    const CXString physical = coder.getLine();
+    if (physicalLines != nullptr) ++*physicalLines;
+    std::string line = physical.str();
+    std::erase(line, '\t');
+    isContinued = line.find('/') != std::string::npos;
+    if (line.size() > 2) line.pop_back();  // the line feed
+    const std::size_t room = static_cast<std::size_t>(limits::kLogicalLineBytes) - result.size();
+    if (line.size() > room) guardHit("definition.line");
+    result.append(line, 0, room);
+    trimBlanks(result);
+  } while (isContinued && !coder._eof());
+  std::erase(result, '/');
+  return result;
+}
+
+// Acts on the lines of one file.
+class Parser {
+ public:
+  Parser(CMElements& document, std::uint32_t file) : document_(document), origin_{file, 0} {}
+
+  void parse(std::string_view line, std::int32_t number) {
+    origin_.line = number;
+    rest_ = line;
+    for (std::string_view token = next(); !token.empty(); token = next()) {
+      if (!act(token, line)) return;
+    }
+  }
+
+ private:
+  std::string_view next() { return takeToken(rest_, kSeparators); }
+
+  // False when the rest of the line is used up or dropped.
+  bool act(std::string_view token, std::string_view line) {
+    if (token == "DEF") return define(line);
+    if (token == "OBJECT" || token == "IMPORT") return create(token);
+    CMElement* element = document_.get(token);
+    if (element == nullptr) return drop(token, "no element of this name");
+    const std::string_view verb = next();
+    if (verb == "ADD" || verb == "APPLY") return link(*element, verb);
+    if (verb.empty()) return drop(token, "neither a property nor a verb follows the name");
+    setProperty(*element, verb);
+    return true;
+  }
+
+  bool create(std::string_view keyword) {
+    const std::string_view name = next();
+    if (name.empty()) return drop(keyword, "no name follows");
+    if (document_.contains(name)) return drop(name, "there is an element of this name already");
+    CMElement* element = append(name);
+    if (element != nullptr && keyword == "IMPORT") addProperty(*element, "TYPE", "SEQUENCE");
+    return element != nullptr;
+  }
+
+  bool link(CMElement& element, std::string_view verb) {
+    const std::string_view name = next();
+    CMElement* other = document_.get(name);
+    if (other == nullptr) return drop(name, "no element of this name to add or apply");
+    CMElement& parent = verb == "ADD" ? *other : element;
+    parent.addChild(verb == "ADD" ? &element : other);
+    return true;
+  }
+
+  void setProperty(CMElement& element, std::string_view name) {
+    std::string value(next());
+    if (value.empty()) {
+      if (!element.isPropertyAvailable(name)) addProperty(element, name, {});
+      return;
+    }
+    for (std::string_view token = next(); !token.empty(); token = next()) value.append(" ").append(token);
+    addProperty(element, name, value);
+  }
+
+  // DEF:NAME(KEY=VALUE|KEY=VALUE); the name begins at the fifth character whatever stands before it.
+  bool define(std::string_view line) {
+    constexpr std::size_t kNameStart = 4;
+    const auto open = line.find('(');
+    const auto close = line.rfind(')');
+    if (open == std::string_view::npos || close == std::string_view::npos || close < open ||
+        open < kNameStart) {
+      return drop("DEF", "no brackets follow the name");
+    }
+    CMElement* element = append(line.substr(kNameStart, open - kNameStart));
+    if (element == nullptr) return false;
+    std::string_view inside = line.substr(open + 1, close - open - 1);
+    for (auto token = takeToken(inside, "|"); !token.empty(); token = takeToken(inside, "|")) {
+      const auto equals = token.find('=');
+      if (equals == std::string_view::npos) {
+        drop(token, "no equals sign in a property of DEF");
+      } else {
+        addProperty(*element, trimmed(token.substr(0, equals)), trimmed(token.substr(equals + 1)));
+      }
+    }
+    return false;
+  }
+
+  CMElement* append(std::string_view name) {
+    if (document_.getSize() >= limits::kObjectsInScope) {
+      guardHit("definition.elements");
+      drop(name, "too many elements");
+      return nullptr;
+    }
+    auto* element = new CMElement(name, origin_);
+    document_.add(element);
+    return element;
+  }
+
+  void addProperty(CMElement& element, std::string_view name, std::string_view value) {
+    if (properties_ >= limits::kDefinitionProperties) {
+      guardHit("definition.properties");
+      drop(name, "too many properties");
+      return;
+    }
+    ++properties_;
+    element.addProperty(CXString(name), CXString(value), origin_);
+  }
+
+  bool drop(std::string_view name, const char* why) const {
+    if (diagnose::isOn()) diagnose::report(diagnose::Group::definition, name, "", why, origin_);
+    return false;
+  }
+
+  CMElements& document_;
+  Origin origin_;
+  std::string_view rest_;
+  int properties_ = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<CMElements> CMElementsLoader::load(CWindow* window, const CXString& fileName) {
+  CTextCoder coder(window, fileName, false);
+  const CFilePlaces* places = CFilePlaces::current();
+  if (places != nullptr && places->isToCode()) {
+    CTextCoder::code(window, fileName, fileName + ".coded", kCodeCycle);
+  }
+  if (places != nullptr && places->isToDecode()) CTextCoder::decode(window, fileName, fileName + ".decoded");
+  return coder.LastError() == 0 ? load(&coder, coder.getFileName()) : nullptr;
+}
+
+std::unique_ptr<CMElements> CMElementsLoader::load(CWindow* window, CTextFileReader* reader) {
+  CTextCoder coder(window, reader, false);
+  return coder.LastError() == 0 ? load(&coder, coder.getFileName()) : nullptr;
+}
+
+std::unique_ptr<CMElements> CMElementsLoader::load(CTextCoder* coder, const CXString& fileName) {
+  auto document = std::make_unique<CMElements>(true);
+  Parser parser(*document, diagnose::internFile(fileName));
+  int physicalLines = 0;
+  while (!coder->_eof()) {
+    const int number = physicalLines + 1;
+    const std::string line = readLine(*coder, &physicalLines);
+    if (line.starts_with('!')) break;
+    if (!line.starts_with('#')) parser.parse(line, number);
+  }
+  return document;
+}
+
+CXString CMElementsLoader::getLine(CTextCoder* coder, int* physicalLines) {
+  return readLine(*coder, physicalLines);
+}
+
+bool CMElementsLoader::save(const CXString& /*fileName*/, const CMElements* /*elements*/) { return true; }
+
+}  // namespace footlight

@@ -1,0 +1,75 @@
+#include "script/object_factory.h"
+
+#include "app/mc_dialog.h"
+#include "app/mc_timer.h"
+#include "objects/mc_image.h"
+#include "script/mc_behaviour.h"
+#include "script/mc_class.h"
+#include "script/mc_condition.h"
+#include "script/mc_expression.h"
+#include "script/mc_groupped.h"
+#include "script/mc_objects_container.h"
+#include "script/mc_structure.h"
+#include "script/mc_variable.h"
+#include "script/melement.h"
+
+namespace footlight {
+
+namespace {
+
+using Maker = CMC_Object* (*)(CMC_ObjectsContainer*, const CMElement*);
+
+template <class T>
+CMC_Object* make(CMC_ObjectsContainer* container, const CMElement* element) {
+  return new T(container, element);
+}
+
+struct MakerRow {
+  int type;
+  Maker maker;
+};
+constexpr MakerRow kMakers[] = {
+    {type::kBehaviour, make<CMC_Behaviour>},
+    {type::kBool, make<CMC_Bool>},
+    {type::kDouble, make<CMC_Double>},
+    {type::kInteger, make<CMC_Integer>},
+    {type::kString, make<CMC_String>},
+    {type::kCondition, make<CMC_Condition>},
+    {type::kComplexCondition, make<CMC_ComplexCondition>},
+    {type::kExpression, make<CMC_Expression>},
+    {type::kStructure, make<CMC_Structure>},
+    {type::kClass, make<CMC_Class>},
+    {type::kImage, make<CMC_Image>},
+    {type::kTimer, make<CMC_Timer>},
+    {type::kGroup, make<CMC_Groupped>},
+    {type::kDialog, make<CMC_Dialog>},
+};
+
+}  // namespace
+
+CMC_PlainObject::CMC_PlainObject(CMC_ObjectsContainer* container, const CMElement* element, int type)
+    : CMC_Object(container, element, type) {
+  initializeBehaviours(container, element);
+}
+
+CMC_Object* makeObject(CMC_ObjectsContainer* container, const CMElement* element, const TypeDescription& description) {
+  for (const MakerRow& row : kMakers) {
+    if (row.type == description.number) return row.maker(container, element);
+  }
+  return new CMC_PlainObject(container, element, description.number);
+}
+
+void createBareObject(CMC_ObjectsContainer* scope, const CXString& word, const CXString& name) {
+  if (scope == nullptr) return;
+  std::unique_ptr<CMC_Object> made;
+  if (word == "IMAGE") made = std::make_unique<CMC_Image>(scope);
+  if (word == "ANIMO" || word == "SOUND" || word == "BUTTON") {
+    made = std::make_unique<CMC_PlainObject>(CXString(), typeNumberOf(word));
+    made->setScene(scope);
+  }
+  if (!made) return;
+  made->setName(name);
+  scope->addObject(made.release());
+}
+
+}  // namespace footlight

@@ -1,0 +1,30 @@
+#include "script/watchdog.h"
+
+#include "foundation/diagnose.h"
+
+namespace footlight::watchdog {
+
+namespace {
+
+std::function<bool()> question;
+int statements = 0;
+
+}  // namespace
+
+void use(std::function<bool()> mayContinue) {
+  question = std::move(mayContinue);
+  statements = 0;
+}
+
+bool mayContinue() {
+  if (++statements < kStatements || !question) return true;
+  if (question()) {
+    statements = 0;
+    return true;
+  }
+  statements = kStatements;  // every further loop of the run ends at its first round
+  guardHit("watchdog");
+  return false;
+}
+
+}  // namespace footlight::watchdog

@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that building, testing and playing need, and only those that are missing.
+set -euo pipefail
+
+packages=(
+  g++ cmake ninja-build pkg-config python3 git      # building
+  libsdl2-dev libcli11-dev libpng-dev libsimpleini-dev
+  libgtest-dev libgmock-dev xvfb                    # testing
+  clang-format clang-tidy                           # judging the sources
+)
+
+missing=()
+for package in "${packages[@]}"; do
+  dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+done
+if [ ${#missing[@]} -eq 0 ]; then
+  echo "Packages: all there."
+  exit 0
+fi
+
+as_root=()
+if [ "$(id -u)" -ne 0 ]; then
+  if ! command -v sudo >/dev/null; then
+    echo "Packages missing, and neither root nor sudo at hand: ${missing[*]}" >&2
+    exit 1
+  fi
+  as_root=(sudo)
+fi
+
+echo "Packages: installing ${missing[*]}"
+install() {
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+    apt-get install -y -q --no-install-recommends "${missing[@]}" </dev/null
+}
+# The lists of a fresh machine are empty or old: then they are read first.
+install || { "${as_root[@]}" apt-get update -q </dev/null && install; }

@@ -1,0 +1,333 @@
+#include "gfx/image.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <random>
+
+#include "files/file.h"
+#include "files/rle_compression.h"
+#include "foundation/limits.h"
+#include "gfx/image_file.h"
+#include "gfx/img_format.h"
+#include "script/melement.h"
+#include "support/screen_world.h"
+
+namespace footlight {
+namespace {
+
+using test::ScreenWorld;
+using Bytes = std::vector<std::byte>;
+
+void put(Bytes* out, std::initializer_list<int> values, int width = 1) {
+  for (const int value : values) {
+    for (int i = 0; i < width; ++i) out->push_back(static_cast<std::byte>(value >> (8 * i) & 0xFF));
+  }
+}
+
+struct Header {
+  int width = 2, height = 2, bpp = 16, packing = 0, alphaSize = 0, x = 3, y = -4;
+};
+
+Bytes imgFile(const Header& h, const Bytes& planes) {
+  Bytes out;
+  put(&out, {'P', 'I', 'K', 0});
+  // The field of the colour's size is not read: nonsense.
+  put(&out, {h.width, h.height, h.bpp, 99, 0, h.packing, h.alphaSize, h.x, h.y}, 4);
+  out.insert(out.end(), planes.begin(), planes.end());
+  return out;
+}
+
+std::string text(const Bytes& bytes) { return {reinterpret_cast<const char*>(bytes.data()), bytes.size()}; }
+
+Bytes pixels16(std::initializer_list<int> values) {
+  Bytes out;
+  put(&out, values, 2);
+  return out;
+}
+
+Bytes operator+(Bytes a, const Bytes& b) {
+  a.insert(a.end(), b.begin(), b.end());
+  return a;
+}
+
+const Bytes kPlain = pixels16({0x1111, 0x2222, 0x3333, 0x4444});
+const Bytes kAlpha = {std::byte{0}, std::byte{255}, std::byte{7}, std::byte{8}};
+
+TEST(ImgFormat, ReadsThePlainAndTheRunLengthForm) {
+  const char* why = nullptr;
+  const auto plain = readImg(imgFile({.alphaSize = 4}, kPlain + kAlpha), &why);
+  ASSERT_TRUE(plain);
+  EXPECT_EQ(plain->size, CXSize(2, 2));
+  EXPECT_EQ(plain->bpp, 16);
+  EXPECT_EQ(plain->position, CXPoint(3, -4));
+  EXPECT_EQ(plain->colour, kPlain);
+  EXPECT_EQ(plain->alpha, kAlpha);
+
+  const auto packed = readImg(imgFile({.packing = 4}, CRLECompression::compress(kPlain)), &why);
+  ASSERT_TRUE(packed);
+  EXPECT_EQ(packed->compression, _compression::rle);
+  EXPECT_TRUE(packed->alpha.empty());
+
+  for (const auto& [field, bpp] : {std::pair{2, 15}, {4, 16}, {8, 24}, {15, 15}, {24, 24}}) {
+    const Bytes planes(bpp == 24 ? 12 : 8);
+    const auto picture = readImg(imgFile({.bpp = field}, planes), &why);
+    ASSERT_TRUE(picture) << field;
+    EXPECT_EQ(picture->bpp, bpp);
+  }
+}
+
+TEST(ImgFormat, RefusesWhatItDoesNotRead) {
+  const int side = limits::kPictureSide;
+  const Bytes files[] = {
+      {},
+      imgFile({.packing = 2}, kPlain),
+      imgFile({.packing = 3}, kPlain),
+      imgFile({.packing = 5}, kPlain),
+      imgFile({}, pixels16({1, 2, 3})),     // short: packed without saying so
+      imgFile({}, kPlain + kAlpha),         // long: the same
+      imgFile({.alphaSize = 100}, kPlain),  // more alpha than file
+      imgFile({.width = 0, .packing = 4}, kPlain),
+      imgFile({.height = -2, .packing = 4}, kPlain),
+      imgFile({.width = side + 1, .height = 1, .packing = 4}, kPlain),
+      imgFile({.width = side, .height = side, .packing = 4}, kPlain),
+      imgFile({.width = 0x7FFFFFFF, .height = 0x7FFFFFFF, .packing = 4}, kPlain),
+      Bytes(200, std::byte{'x'}),
+  };
+  for (const Bytes& file : files) {
+    const char* why = nullptr;
+    EXPECT_FALSE(readImg(file, &why)) << file.size();
+    EXPECT_NE(why, nullptr);
+  }
+  const Bytes whole = imgFile({.packing = 4, .alphaSize = 2}, kPlain);
+  for (std::size_t length = 0; length < whole.size(); ++length) {
+    const char* why = nullptr;
+    EXPECT_EQ(readImg(std::span(whole).first(length), &why).has_value(), length >= 40) << length;
+  }
+}
+
+TEST(Image, LoadsConvertsAndShowsAPictureFile) {
+  for (const bool packed : {false, true}) {
+    ScreenWorld world;
+    world.open();
+    const Header header{.bpp = 15, .packing = packed ? 4 : 0, .alphaSize = packed ? 5 : 4};
+    const Bytes planes =
+        packed ? CRLECompression::compress(kPlain) + CRLECompression::compresschar(kAlpha) : kPlain + kAlpha;
+    world.folder.write("a.IMG", text(imgFile(header, planes)));
+    CImage image(world.window.get());
+    image.Visible(false);
+    EXPECT_EQ(image.Load("A.Img", true), 0);
+    EXPECT_TRUE(image.isVisible());
+    EXPECT_TRUE(image.isLoaded());
+    EXPECT_EQ(image.getFileName(), "A.Img");
+    EXPECT_EQ(image.GetPosition(), CXPoint(3, -4));
+    EXPECT_EQ(image.getBpp(), 16) << "the display's format";
+    EXPECT_EQ(image.GetPixel(1, 0).value(), (0x2222u & 0x1F) | (0x2222u & 0xFFC0) << 1);
+    EXPECT_EQ(image.GetPixel(_channel::alpha, {1, 1}), 8);
+    EXPECT_EQ(image.GetPixel(_channel::alpha, {2, 1}), 0);
+  }
+}
+
+TEST(Image, DrawsAPackedPictureThatNobodyUnpacked) {
+  ScreenWorld world;
+  world.open();
+  world.folder.write("a.img",
+                     text(imgFile({.packing = 4, .x = 0, .y = 0}, CRLECompression::compress(kPlain))));
+  CImage image(world.window.get());
+  CFile file(world.window.get(), "a.img", CFile::kReadBinary);
+  EXPECT_EQ(image.Load(&file), 0);
+  EXPECT_EQ(image.getCompression(), _compression::rle);
+  EXPECT_EQ(image.GetPixel(0, 0).value(), 0u) << "packed pixels are black";
+  world.screen().put(&image, 0);
+  world.window->Redraw();
+  EXPECT_EQ(world.pixel(1, 1), 0x4444u);
+  image.pack(true);
+  EXPECT_EQ(image.getCompression(), _compression::rle);
+  image.unpack();
+  EXPECT_EQ(image.GetPixel(1, 1).value(), 0x4444u);
+}
+
+TEST(Image, AnswersTwoThousandForAFileItCannotRead) {
+  ScreenWorld world;
+  world.open();
+  world.folder.write("bad.img", "no picture at all, but long enough to be more than a header");
+  CImage image(world.window.get());
+  for (const char* name : {"missing.img", "bad.img", "bad.jpg", "", ".img"}) {
+    EXPECT_EQ(image.Load(name, true), CFile::kNotFound) << name;
+    EXPECT_FALSE(image.isLoaded());
+    EXPECT_TRUE(image.GetDataPtr().empty());
+  }
+  CImageFile file(world.window.get());
+  EXPECT_EQ(file.Load("bad.psd"), _filetype::unknown);
+  EXPECT_EQ(file.object(), nullptr);
+  EXPECT_EQ(file.Load("bad.img"), _filetype::image);
+  EXPECT_EQ(file.object()->LastError(), CFile::kNotFound);
+  world.window->SetBackground(CXString("bad.img"));
+  world.window->Redraw();
+}
+
+TEST(Image, SavesTheBytesOfTheForm) {
+  ScreenWorld world;
+  world.open();
+  world.folder.write("a.img", text(imgFile({.alphaSize = 4}, kPlain + kAlpha)));
+  CImage image(world.window.get(), "a.img");
+  EXPECT_EQ(image.Save("copy.img", _compression::none), 0);
+  Bytes expected = imgFile({.alphaSize = 4}, kPlain + kAlpha);
+  expected[16] = std::byte{8};
+  EXPECT_EQ(world.folder.read("copy.img"), text(expected));
+
+  // Cut to the clipping rectangle.
+  image.SetClippingRect({1, 0, 2, 2});
+  EXPECT_EQ(image.Save("cut.img", _compression::none), 0);
+  Bytes cut =
+      imgFile({.width = 1, .alphaSize = 2, .x = 4}, pixels16({0x2222, 0x4444}) + Bytes{kAlpha[1], kAlpha[3]});
+  cut[16] = std::byte{4};
+  EXPECT_EQ(world.folder.read("cut.img"), text(cut));
+
+  // The screen itself.
+  image.SetClippingRect({});
+  image.AlphaChannel(PixelBlock());
+  image.placeAt({0, 0});
+  world.screen().put(&image, 0);
+  world.window->Redraw();
+  EXPECT_EQ(world.screen().Save("screen.img", _compression::none), 0);
+  CImage screen(world.window.get(), "screen.img");
+  EXPECT_EQ(screen.Size(), CXSize(64, 48));
+  EXPECT_EQ(screen.GetPixel(1, 1).value(), 0x4444u);
+  EXPECT_EQ(image.Save("..\\outside.img", _compression::none), CFile::kNotFound);
+}
+
+TEST(Image, FollowsItsDefinition) {
+  struct Row {
+    const char* fileName;
+    const char* preload;  // null: no such property
+    const char* visible;
+    bool loaded, shown;
+  };
+  const Row rows[] = {
+      {"a.img", nullptr, "TRUE", true, true}, {"a.img", "TRUE", "FALSE", true, false},
+      {"a.img", "FALSE", "TRUE", true, true}, {"a.img", "FALSE", "FALSE", false, false},
+      {"", "TRUE", "FALSE", false, true},
+  };
+  for (const Row& row : rows) {
+    ScreenWorld world;
+    world.open();
+    world.folder.write("a.img", text(imgFile({}, kPlain)));
+    CMElement element("PICTURE", {});
+    element.addProperty("FILENAME", row.fileName);
+    if (row.preload != nullptr) element.addProperty("PRELOAD", row.preload);
+    element.addProperty("VISIBLE", row.visible);
+    element.addProperty("RELEASEAFTERUSE", "TRUE");
+    CImage image(world.window.get(), element);
+    EXPECT_EQ(image.isLoaded(), row.loaded) << row.fileName << row.visible;
+    EXPECT_EQ(image.isVisible(), row.shown) << row.fileName << row.visible;
+    if (!row.loaded) continue;
+    image.hide();
+    EXPECT_FALSE(image.isLoaded());
+    EXPECT_TRUE(image.GetDataPtr().empty());
+    image.show();
+    EXPECT_TRUE(image.isLoaded());
+    EXPECT_EQ(image.GetPixel(0, 0).value(), 0x1111u);
+  }
+}
+
+// --- objects that share ---
+
+TEST(GraphicsObject, SharersSeeChangesInPlaceAndKeepTheirOwnBlocks) {
+  ScreenWorld world;
+  world.open();
+  world.folder.write("a.img", text(imgFile({.bpp = 15, .alphaSize = 4}, kPlain + kAlpha)));
+  CImage image(world.window.get());
+  image.Load("a.img", false);
+  const std::unique_ptr<CXObject> copy = image.clone();
+  auto& clone = static_cast<CImage&>(*copy);
+  EXPECT_TRUE(clone.getFileName().IsEmpty());
+  image.Convert(16);
+  EXPECT_EQ(clone.getBpp(), 16);
+  clone.Convert(16);
+  EXPECT_EQ(clone.GetPixel(0, 0).value(), (0x1111u & 0x1F) | (0x1111u & 0xFFC0) << 1) << "converted once";
+  CColor colour(0x0FF0, _colormodel::bpp16);
+  clone.Fill(CXRect(0, 0, 1, 1), &colour);
+  EXPECT_EQ(image.GetPixel(0, 0).value(), 0x0FF0u);
+  image.Flush();
+  EXPECT_EQ(clone.GetPixel(0, 0).value(), 0x0FF0u);
+
+  CGraphicsObject linked(world.window.get());
+  linked.link(clone);
+  clone.FlipV();
+  EXPECT_EQ(linked.GetPixel(1, 0).value(), 0x0FF0u);
+  EXPECT_EQ(linked.GetPixel(_channel::alpha, {0, 0}), 255);
+  clone.resetFlips();
+  EXPECT_EQ(linked.GetPixel(0, 0).value(), 0x0FF0u);
+}
+
+TEST(GraphicsObject, FlipsPackedPixelsAndPacksThemAgain) {
+  ScreenWorld world;
+  CGraphicsObject object(world.window.get(), {3, 2}, PixelBlock(pixels16({1, 2, 3, 4, 5, 6}), 16));
+  object.Compress(_compression::rle);
+  object.FlipH();
+  object.FlipV();
+  EXPECT_EQ(object.getCompression(), _compression::rle);
+  object.unpack();
+  EXPECT_EQ(object.GetPixel(0, 0).value(), 6u);
+  EXPECT_EQ(object.GetPixel(2, 1).value(), 1u);
+  object.resetFlips();
+  EXPECT_EQ(object.GetPixel(0, 0).value(), 1u);
+}
+
+TEST(GraphicsObject, KeepsItsPlaceByAnchorAndBox) {
+  ScreenWorld world;
+  CGraphicsObject object(world.window.get(), {10, 6}, 16);
+  object.setAnchor(4, 2);
+  object.SetPosition(20, 20);
+  EXPECT_EQ(object.GetPosition(), CXPoint(16, 18));
+  object.SetClippingRect({2, 2, 5, 30});
+  EXPECT_EQ(object.GetBoundingBox(), CXRect(18, 20, 21, 24));
+  object.SetClippingRect({});
+  object.placeAt({-3, -2});
+  EXPECT_EQ(object.GetBoundingBox(), CXRect(0, 0, 7, 4));
+  EXPECT_EQ(object.GetAbsoluteBoundingBox(), CXRect(-3, -2, 7, 4));
+  EXPECT_TRUE(object.isNear(CXRect(0, 0, 7, 2), 50));
+  EXPECT_FALSE(object.isNear(CXRect(0, 0, 7, 2), 51));
+  object.FitRect({0, 0, 25, 25});
+  EXPECT_EQ(object.GetPosition(), CXPoint(7, 9));
+  object.placeAt({0x7FFFFFFF, -0x7FFFFFFF});
+  object.Move(100, -100);
+  object.Invalidate();
+  object.redraw(&object);
+}
+
+class Watcher : public CGraphicsObject {
+ public:
+  using CGraphicsObject::CGraphicsObject;
+  void onInvalidate(CGraphicsObject* object, CXRect* rect) override {
+    rects.push_back(*rect);
+    CGraphicsObject::onInvalidate(object, rect);
+  }
+  std::vector<CXRect> rects;
+};
+
+TEST(GraphicsObject, TellsItsObserversAndStopsAtTheDepthLimit) {
+  ScreenWorld world;
+  world.open();
+  resetGuardHits();
+  auto seen = std::make_unique<CGraphicsObject>(world.window.get(), CXSize(10, 10), 16);
+  Watcher watcher(world.window.get(), {20, 20}, 16);
+  seen->addInvalidateObserver(&watcher);
+  CXRect part(2, 2, 30, 4);
+  CXRect outside(10, 0, 30, 4);
+  seen->Invalidate(&part);
+  seen->Invalidate(&outside);
+  EXPECT_THAT(watcher.rects, testing::ElementsAre(CXRect(2, 2, 10, 4)));
+  EXPECT_TRUE(watcher.isInvalidated());
+  EXPECT_FALSE(watcher.isInvalidated());
+  watcher.addInvalidateObserver(seen.get());
+  seen->Invalidate();
+  EXPECT_GT(guardHits("nested runs"), 0) << "two that observe each other come to an end";
+  resetGuardHits();
+  seen.reset();
+  watcher.Invalidate();
+  EXPECT_EQ(guardHits("nested runs"), 0);
+}
+
+}  // namespace
+}  // namespace footlight

@@ -267,7 +267,7 @@ std::string PosixFileSystem::engineName(const std::string& diskName) const {
   for (const auto& [alias, disk] : aliases_) {
     if (disk == diskName) return alias;
   }
-  const std::string alias = "~U" + std::to_string(aliases_.size() + 1);
+  std::string alias = "~U" + std::to_string(aliases_.size() + 1);
   aliases_.emplace(alias, diskName);
   return alias;
 }

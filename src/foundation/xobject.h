@@ -26,7 +26,7 @@ class CXObject {
   // mark.
   CXObject(const CXObject& other) : errorCode_(other.errorCode_) {}
   CXObject& operator=(const CXObject& other) {
-    errorCode_ = other.errorCode_;
+    if (this != &other) errorCode_ = other.errorCode_;
     return *this;
   }
   virtual ~CXObject();

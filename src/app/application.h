@@ -1,7 +1,8 @@
 #pragma once
 
-// CApplication ties the window, the files, the INI file and the script world together. The host makes it after the
-// window, calls `preinitializeApplication`, which brings the game up to its first scene, and ends it before the window.
+// CApplication ties the window, the files, the INI file and the script world together. The host makes it
+// after the window, calls `preinitializeApplication`, which brings the game up to its first scene, and ends
+// it before the window.
 
 #include <memory>
 
@@ -22,7 +23,8 @@ class CApplication : public CXObject {
   static constexpr int kNoApplication = 3000;  // the error code when no application could be built
 
   // Opens the INI file in the root path, if a name is given. Window and command line stay the caller's.
-  CApplication(CWindow* window, const CXString& iniName, const CXString& bigFileName, CCommandLine6* commandLine);
+  CApplication(CWindow* window, const CXString& iniName, const CXString& bigFileName,
+               CCommandLine6* commandLine);
   ~CApplication() override;
   CApplication(const CApplication&) = delete;
   CApplication& operator=(const CApplication&) = delete;

@@ -1,7 +1,7 @@
 #pragma once
 
-// The root of a game: holds the episodes and scenes, the objects that every scene sees, and drives the running scene
-// one step at a time.
+// The root of a game: holds the episodes and scenes, the objects that every scene sees, and drives the
+// running scene one step at a time.
 
 #include "app/mc_scene.h"
 
@@ -12,8 +12,8 @@ class CMC_StructureParser;
 
 class CMC_Application : public CMC_Scene {
  public:
-  // Finds its episodes and scenes among those that the parser has built, and reads its own definition file. An
-  // application of the name "DEMO" is called "GAME".
+  // Finds its episodes and scenes among those that the parser has built, and reads its own definition file.
+  // An application of the name "DEMO" is called "GAME".
   CMC_Application(CWindow* window, const CMElement* element, const CMC_StructureParser& built);
   ~CMC_Application() override;
   static bool isTypeOf(int type) { return type == type::kApplication; }

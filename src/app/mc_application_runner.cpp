@@ -33,7 +33,8 @@ Result gotoScene(CMC_Application& application, Call& call) {
 }
 
 Result setLanguage(CMC_Application& application, Call& call) {
-  if (CLanguageOSVer* language = application.getWindow()->getLanguage()) language->setLanguageFolder(call.text(0));
+  if (CLanguageOSVer* language = application.getWindow()->getLanguage())
+    language->setLanguageFolder(call.text(0));
   return {};
 }
 
@@ -98,7 +99,8 @@ Result existsEnv(CMC_Application& /*application*/, Call& call) {
   return Factory::makeBool(findEnvironment(call).behaviour != nullptr);
 }
 
-// The archive of the game and its update over the network are not there yet: nothing is stored and nothing waits.
+// The archive of the game and its update over the network are not there yet: nothing is stored and nothing
+// waits.
 Result nothing(CMC_Application& /*application*/, Call& /*call*/) { return {}; }
 
 Result needsUpgrade(CMC_Application& /*application*/, Call& /*call*/) { return Factory::makeBool(false); }

@@ -11,7 +11,9 @@ CMC_Dialog::CMC_Dialog(CMC_ObjectsContainer* container, const CMElement* element
 
 namespace {
 
-bool isPicture(const CMC_Object& object) { return object.getType() == type::kImage || object.getType() == type::kAnimo; }
+bool isPicture(const CMC_Object& object) {
+  return object.getType() == type::kImage || object.getType() == type::kAnimo;
+}
 
 Result show(CMC_Dialog& dialog, Call& /*call*/) {
   dialog.dialog().show();

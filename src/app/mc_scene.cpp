@@ -33,8 +33,8 @@ Owned<CUnit6>& defaultUnit() {
 void makeDefaultUnit(CWindow* window) {
   if (defaultUnit() || window == nullptr) return;
   CApplication* application = window->getApplication();
-  defaultUnit().reset(
-      new CUnit6(window, "Default", application != nullptr ? application->getGeneralResourcesManager() : nullptr));
+  defaultUnit().reset(new CUnit6(
+      window, "Default", application != nullptr ? application->getGeneralResourcesManager() : nullptr));
 }
 
 int secondsNow() { return static_cast<int>(platform::current().clock().ticks() / 1000); }
@@ -67,8 +67,8 @@ void CMC_Scene::addSubScene(CMC_Scene* scene) {
 }
 
 CMC_Scene* CMC_Scene::find(const CXString& name) const {
-  const auto found =
-      std::find_if(subScenes_.begin(), subScenes_.end(), [&name](const CMC_Scene* s) { return s->getName() == name; });
+  const auto found = std::find_if(subScenes_.begin(), subScenes_.end(),
+                                  [&name](const CMC_Scene* s) { return s->getName() == name; });
   return found == subScenes_.end() ? nullptr : *found;
 }
 
@@ -93,7 +93,9 @@ int CMC_Scene::getSubId(const CMC_Scene* scene) const {
 
 CMC_Scene* CMC_Scene::getNextScene() const {
   const int index = currentSubScene_ != nullptr ? getSubId(currentSubScene_) + 1 : 0;
-  return index > 0 && index < static_cast<int>(subScenes_.size()) ? subScenes_[static_cast<std::size_t>(index)] : nullptr;
+  return index > 0 && index < static_cast<int>(subScenes_.size())
+             ? subScenes_[static_cast<std::size_t>(index)]
+             : nullptr;
 }
 
 CMC_Scene* CMC_Scene::getPreviousScene() const {
@@ -150,7 +152,8 @@ bool CMC_Scene::initialize(CMC_Scene* previous) {
   unit_ = getDefUnit();
   CFile::chDir(CWindow::getRootPath());
   if (dlls_.IsString()) resolveDLLs(dlls_);
-  if (!enterFolder(CWindow::getRootPath()) || !CFile::fileExists(getName() + ".cnv")) enterFolder(window->getDataRoot());
+  if (!enterFolder(CWindow::getRootPath()) || !CFile::fileExists(getName() + ".cnv"))
+    enterFolder(window->getDataRoot());
   if (unit_ != nullptr) enterScene(previous);
   window->EndWaitCursor();
   enteredAt_ = secondsNow();
@@ -228,7 +231,8 @@ void CMC_Scene::saveStats() {
 
 bool CMC_Scene::onSignal(const CXString& name) {
   if (CMC_Object::onSignal(name)) return true;
-  const Ref<CMC_Behaviour> handler(CMC_ObjectsContainer::find<CMC_Behaviour>((CXString("__") + name + "__").view()));
+  const Ref<CMC_Behaviour> handler(
+      CMC_ObjectsContainer::find<CMC_Behaviour>((CXString("__") + name + "__").view()));
   if (handler) handler->run(nullptr, nullptr, false);
   return false;
 }

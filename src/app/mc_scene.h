@@ -1,11 +1,11 @@
 #pragma once
 
-// CMC_Scene is the unit of a game: a named folder of assets with a definition file of objects, shown one at a time. An
-// episode is a scene that holds scenes, the application one that holds episodes and scenes.
+// CMC_Scene is the unit of a game: a named folder of assets with a definition file of objects, shown one at a
+// time. An episode is a scene that holds scenes, the application one that holds episodes and scenes.
 //
-// A scene object lives as long as the application; only its contents come and go. GOTO and its kin only set a pending
-// slot, which the next step looks at, so a scene is never torn down while its own code runs. Sub-scenes belong to the
-// parser that built them.
+// A scene object lives as long as the application; only its contents come and go. GOTO and its kin only set a
+// pending slot, which the next step looks at, so a scene is never torn down while its own code runs.
+// Sub-scenes belong to the parser that built them.
 
 #include <memory>
 #include <vector>
@@ -26,7 +26,8 @@ class CMC_Scene : public CMC_ObjectsContainer {
     return type == type::kScene || type == type::kEpisode || type == type::kApplication;
   }
 
-  // Enters: reads the definition, builds and initialises the objects. `previous` is the sub-scene before, or null.
+  // Enters: reads the definition, builds and initialises the objects. `previous` is the sub-scene before, or
+  // null.
   virtual bool initialize(CMC_Scene* previous);
   // One step: a pending change of the sub-scene, then the sub-scene's own step.
   virtual void domodal();
@@ -35,10 +36,12 @@ class CMC_Scene : public CMC_ObjectsContainer {
   virtual void unload(CMC_Scene* next);
   using CMC_ObjectsContainer::unload;
 
-  // The object's own handling first; if nothing took the signal, an object named "__" + name + "__" runs. The answer
-  // tells whether the own handling took it.
+  // The object's own handling first; if nothing took the signal, an object named "__" + name + "__" runs. The
+  // answer tells whether the own handling took it.
   bool onSignal(const CXString& name) override;
-  bool onSignal(const CXString& name, const TextList& arguments) override { return CMC_Object::onSignal(name, arguments); }
+  bool onSignal(const CXString& name, const TextList& arguments) override {
+    return CMC_Object::onSignal(name, arguments);
+  }
 
   // A sub-scene by its exact name, or null.
   CMC_Scene* find(const CXString& name) const;

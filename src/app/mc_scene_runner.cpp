@@ -68,7 +68,9 @@ Result setMusicFreq(CMC_Scene& scene, Call& call) {
 
 // Objects and behaviours
 
-Result getDraggedName(CMC_Scene& scene, Call& /*call*/) { return Factory::makeString(scene.getDraggedName()); }
+Result getDraggedName(CMC_Scene& scene, Call& /*call*/) {
+  return Factory::makeString(scene.getDraggedName());
+}
 
 Result run(CMC_Scene& scene, Call& call) { return runByName(&scene, call, RunWords::exact); }
 
@@ -123,7 +125,8 @@ Result removeClones(CMC_Scene& scene, Call& call) {
   const Ref<CMC_Object> object(scene.getObject(call.text(0)));
   if (!object) return {};
   const CloneRange range = cloneRange(*object, call.integer(1), call.integer(2));
-  for (int i = range.from; i <= range.to; ++i) scene.removeAndDestroy(scene.getOwnObject(cloneName(*object, i)));
+  for (int i = range.from; i <= range.to; ++i)
+    scene.removeAndDestroy(scene.getOwnObject(cloneName(*object, i)));
   return {};
 }
 
@@ -142,7 +145,8 @@ Result fillGroup(CMC_Scene& scene, const Call& call, int type, Test belongs) {
 }
 
 Result getRunningTimer(CMC_Scene& scene, Call& call) {
-  return fillGroup(scene, call, type::kTimer, [](CMC_Object* o) { return object_cast<CMC_Timer>(o)->isEnabled(); });
+  return fillGroup(scene, call, type::kTimer,
+                   [](CMC_Object* o) { return object_cast<CMC_Timer>(o)->isEnabled(); });
 }
 
 // No animation plays before animations exist.
@@ -214,7 +218,8 @@ Result toTime(CMC_Scene& /*scene*/, Call& call) {
   const int total = call.integer(0);
   const int minutes = total / 60;
   const int seconds = total % 60;
-  return Factory::makeString(CXString::Format("%d%d%d%d", minutes / 10, minutes % 10, seconds / 10, seconds % 10));
+  return Factory::makeString(
+      CXString::Format("%d%d%d%d", minutes / 10, minutes % 10, seconds / 10, seconds % 10));
 }
 
 constexpr Method kMethods[] = {

@@ -17,7 +17,8 @@ namespace {
 
 using Factory = CMC_VariableFactory;
 
-constexpr const char* kDays[] = {"Niedziela", "Poniedzialek", "Wtorek", "Sroda", "Czwartek", "Piatek", "Sobota"};
+constexpr const char* kDays[] = {"Niedziela", "Poniedzialek", "Wtorek", "Sroda",
+                                 "Czwartek",  "Piatek",       "Sobota"};
 constexpr const char* kMonths[] = {"Styczen", "Luty",     "Marzec",   "Kwiecien",    "Maj",      "Czerwiec",
                                    "Lipiec",  "Sierpien", "Wrzesien", "Pazdziernik", "Listopad", "Grudzien"};
 
@@ -52,7 +53,9 @@ Result getDateString(CMC_System& /*system*/, Call& /*call*/) {
 
 Result getDay(CMC_System& /*system*/, Call& /*call*/) { return Factory::makeInteger(today().day); }
 
-Result getDayOfWeek(CMC_System& /*system*/, Call& /*call*/) { return Factory::makeInteger(today().weekDay + 1); }
+Result getDayOfWeek(CMC_System& /*system*/, Call& /*call*/) {
+  return Factory::makeInteger(today().weekDay + 1);
+}
 
 Result getDayOfWeekString(CMC_System& /*system*/, Call& /*call*/) {
   return Factory::makeString(kDays[today().weekDay]);

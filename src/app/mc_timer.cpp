@@ -35,7 +35,9 @@ CMC_Timer::CMC_Timer(const CMC_Timer& other)
 
 CMC_Timer::~CMC_Timer() { CMC_Timer::unlink(); }
 
-std::unique_ptr<CMC_Object> CMC_Timer::copy() const { return std::unique_ptr<CMC_Object>(new CMC_Timer(*this)); }
+std::unique_ptr<CMC_Object> CMC_Timer::copy() const {
+  return std::unique_ptr<CMC_Object>(new CMC_Timer(*this));
+}
 
 CXTimer* CMC_Timer::timerList() const { return window_ != nullptr ? window_->GetTimerInterface() : nullptr; }
 
@@ -108,7 +110,9 @@ Result resume(CMC_Timer& timer, Call& /*call*/) {
   return {};
 }
 
-Result getTicks(CMC_Timer& timer, Call& /*call*/) { return CMC_VariableFactory::makeInteger(timer.getTicks()); }
+Result getTicks(CMC_Timer& timer, Call& /*call*/) {
+  return CMC_VariableFactory::makeInteger(timer.getTicks());
+}
 
 Result reset(CMC_Timer& timer, Call& /*call*/) {
   timer.setTicks(0);
@@ -126,14 +130,10 @@ Result setElapse(CMC_Timer& timer, Call& call) {
 }
 
 constexpr Method kMethods[] = {
-    {1, "ENABLE", 0, 0, method<enable>},
-    {2, "DISABLE", 0, 0, method<disable>},
-    {3, "PAUSE", 0, 0, method<pause>},
-    {4, "RESUME", 0, 0, method<resume>},
-    {5, "GETTICKS", 0, 0, method<getTicks>},
-    {6, "RESET", 0, 0, method<reset>},
-    {7, "SET", 1, 1, method<set>},
-    {8, "SETELAPSE", 1, 1, method<setElapse>},
+    {1, "ENABLE", 0, 0, method<enable>},     {2, "DISABLE", 0, 0, method<disable>},
+    {3, "PAUSE", 0, 0, method<pause>},       {4, "RESUME", 0, 0, method<resume>},
+    {5, "GETTICKS", 0, 0, method<getTicks>}, {6, "RESET", 0, 0, method<reset>},
+    {7, "SET", 1, 1, method<set>},           {8, "SETELAPSE", 1, 1, method<setElapse>},
 };
 
 }  // namespace

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "gfx/direct_draw_surface.h"
-#include "gfx/pixel_format.h"
 #include "gfx/window.h"
+#include "host/shot.h"
 #include "platform/platform.h"
 
 namespace footlight {
@@ -37,8 +37,11 @@ void CPrinter::print(CXRect rect) const {
   if (surface == nullptr || rect.IsEmpty()) return;
   window_->Invalidate();
   window_->Redraw();
-  const std::vector<std::uint32_t> picture = surface->toRgb();
-  const int pitch = surface->Width();
+  const int width = surface->Width();
+  const int bytes = surface->GetPixelSize();
+  const std::vector<std::uint32_t> picture =
+      host::expandFrame({surface->GetDataPtr().data(), surface->getPitch() * bytes, width, surface->Height(),
+                         window_->GetBpp()});
 
   std::vector<std::uint32_t> page(static_cast<std::size_t>(kPage.mul()), kPaper);
   const CXSize size = fitted(rect.Size());
@@ -48,7 +51,7 @@ void CPrinter::print(CXRect rect) const {
     for (int x = 0; x < size.width; ++x) {
       const int sourceX = rect.left + x * rect.Width() / size.width;
       page[static_cast<std::size_t>((corner.y + y) * kPage.width + corner.x + x)] =
-          picture[static_cast<std::size_t>(sourceY * pitch + sourceX)];
+          picture[static_cast<std::size_t>(sourceY * width + sourceX)];
     }
   }
   platform::current().shell().print({"DocPrint", kPage.width, kPage.height, page});

@@ -21,8 +21,8 @@ class CXRandom {
   static int random(int n);
   // low to low + n - 1; low when n is 0 or less.
   static int random(int low, int n);
-  // `count` numbers of random(low, n); a count of 0 means n - low; with `unique` no number comes twice, and the draw
-  // stops when there are no more. Over kMostAtOnce nothing comes.
+  // `count` numbers of random(low, n); a count of 0 means n - low; with `unique` no number comes twice, and
+  // the draw stops when there are no more. Over kMostAtOnce nothing comes.
   static std::vector<int> random_vector(int low, int n, int count, bool unique);
 
  private:

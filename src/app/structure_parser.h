@@ -1,7 +1,8 @@
 #pragma once
 
-// Builds the tree of a game from its one document: first all scenes, then the episodes, which find their scenes among
-// those built, then the application. The parser owns the scenes and episodes for as long as the game lives.
+// Builds the tree of a game from its one document: first all scenes, then the episodes, which find their
+// scenes among those built, then the application. The parser owns the scenes and episodes for as long as the
+// game lives.
 
 #include <memory>
 #include <vector>

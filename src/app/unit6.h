@@ -1,7 +1,7 @@
 #pragma once
 
-// CUnit6 is the run-time side of a scene: the sink of mouse and key events, dragging, the music file, the background
-// and the scene's resources. There is one for the whole process, borrowed by the scene that runs.
+// CUnit6 is the run-time side of a scene: the sink of mouse and key events, dragging, the music file, the
+// background and the scene's resources. There is one for the whole process, borrowed by the scene that runs.
 
 #include <memory>
 #include <vector>
@@ -43,7 +43,8 @@ class CUnit6 : public CXObject, public CScreenUnit, public CKeyListener, public 
   virtual CWindow* getWindow() const { return window_; }
   virtual CRefreshScreen* getCanvas() const;
   virtual bool isActive() const { return active_; }
-  // Plays a music file; null means the scene's. Without `force` only if the scene says that music should start.
+  // Plays a music file; null means the scene's. Without `force` only if the scene says that music should
+  // start.
   virtual void startMusic(const char* name, bool force);
   virtual void stopMusic();
   virtual const CXString& getMusicFileName() const { return musicFileName_; }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/mc_scene.h"
 #include "app/unit6.h"
 #include "gfx/window.h"
 #include "platform/platform.h"

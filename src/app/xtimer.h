@@ -1,8 +1,8 @@
 #pragma once
 
-// The window's timer list. It fires callbacks from the main loop: at most once a frame each, and time lost in a long
-// frame is not made up. Handlers may add and remove timers freely; one added in a handler first counts on the next
-// frame. A receiver that has gone never fires: the list holds it weakly.
+// The window's timer list. It fires callbacks from the main loop: at most once a frame each, and time lost in
+// a long frame is not made up. Handlers may add and remove timers freely; one added in a handler first counts
+// on the next frame. A receiver that has gone never fires: the list holds it weakly.
 
 #include <cstdint>
 #include <memory>

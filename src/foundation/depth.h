@@ -1,7 +1,7 @@
 #pragma once
 
-// One counter for everything that nests on the engine's stack because of scripts and pictures: runs, redraws and
-// invalidations together. At the limit the piece of work is skipped, so recursion without end comes back.
+// One counter for everything that nests on the engine's stack because of scripts and pictures: runs, redraws
+// and invalidations together. At the limit the piece of work is skipped, so recursion without end comes back.
 
 #include "foundation/diagnose.h"
 #include "foundation/limits.h"

@@ -33,7 +33,8 @@ void listen(Listener listener) {
   listening = static_cast<bool>(currentListener());
 }
 
-void report(Group group, std::string_view object, std::string_view method, std::string_view text, Origin origin) {
+void report(Group group, std::string_view object, std::string_view method, std::string_view text,
+            Origin origin) {
   if (!listening) return;
   currentListener()({group, std::string(object), std::string(method), std::string(text),
                      std::string(fileName(origin.file)), origin.line});
@@ -47,7 +48,8 @@ const char* groupName(Group group) {
 
 std::uint32_t internFile(std::string_view name) {
   FileNames& files = fileNames();
-  const auto [place, isNew] = files.numbers.try_emplace(std::string(name), static_cast<std::uint32_t>(files.names.size()));
+  const auto [place, isNew] =
+      files.numbers.try_emplace(std::string(name), static_cast<std::uint32_t>(files.names.size()));
   if (isNew) files.names.emplace_back(name);
   return place->second;
 }

@@ -1,7 +1,8 @@
 #pragma once
 
-// Where the engine by rule ignores a mistake of an author, it says so here, for whoever listens. Off unless the host
-// turns it on; it never changes a result. Callers test `diagnose::isOn()` first, so that a silent run pays one flag.
+// Where the engine by rule ignores a mistake of an author, it says so here, for whoever listens. Off unless
+// the host turns it on; it never changes a result. Callers test `diagnose::isOn()` first, so that a silent
+// run pays one flag.
 
 #include <cstdint>
 #include <functional>
@@ -35,7 +36,8 @@ inline bool listening = false;
 inline bool isOn() { return listening; }
 // Sends every report to the listener from now on; an empty one turns reporting off.
 void listen(Listener listener);
-void report(Group group, std::string_view object, std::string_view method, std::string_view text, Origin origin = {});
+void report(Group group, std::string_view object, std::string_view method, std::string_view text,
+            Origin origin = {});
 const char* groupName(Group group);
 
 // The number that stands for a file name in an Origin.

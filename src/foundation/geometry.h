@@ -1,7 +1,7 @@
 #pragma once
 
-// Integer geometry in pixels. The right and bottom sides of a rectangle lie outside of it; where a clip is asked
-// for, the all-zero rectangle means "no clipping". Sums wrap in 32 bits.
+// Integer geometry in pixels. The right and bottom sides of a rectangle lie outside of it; where a clip is
+// asked for, the all-zero rectangle means "no clipping". Sums wrap in 32 bits.
 
 #include <vector>
 
@@ -14,8 +14,12 @@ class CXPoint {
   constexpr CXPoint() = default;
   constexpr CXPoint(int px, int py) : x(px), y(py) {}
   friend constexpr bool operator==(const CXPoint&, const CXPoint&) = default;
-  friend constexpr CXPoint operator+(CXPoint a, CXPoint b) { return {wrap_add(a.x, b.x), wrap_add(a.y, b.y)}; }
-  friend constexpr CXPoint operator-(CXPoint a, CXPoint b) { return {wrap_sub(a.x, b.x), wrap_sub(a.y, b.y)}; }
+  friend constexpr CXPoint operator+(CXPoint a, CXPoint b) {
+    return {wrap_add(a.x, b.x), wrap_add(a.y, b.y)};
+  }
+  friend constexpr CXPoint operator-(CXPoint a, CXPoint b) {
+    return {wrap_sub(a.x, b.x), wrap_sub(a.y, b.y)};
+  }
 
   int x = 0;
   int y = 0;
@@ -59,8 +63,8 @@ class CXRect {
 
   // The bounding rectangle of both, in place.
   CXRect& Sum(const CXRect& other);
-  // The intersection. All zero when left passes right or top passes bottom; rectangles that just touch give one
-  // of zero width or height.
+  // The intersection. All zero when left passes right or top passes bottom; rectangles that just touch give
+  // one of zero width or height.
   CXRect Common(const CXRect& other) const;
   // Moves each side outward.
   void Explode(int d) { Explode(d, d); }
@@ -74,7 +78,8 @@ class CXRect {
   constexpr CXPoint CenterPoint() const { return {wrap_add(left, Width() / 2), wrap_add(top, Height() / 2)}; }
   // The top-left corner that centres something of this size in the rectangle.
   constexpr CXPoint GetCenteredPosition(CXSize size) const {
-    return {wrap_add(left, (Width() - size.width) / 2), wrap_add(top, (Height() - size.height) / 2)};
+    return {wrap_add(left, wrap_sub(Width(), size.width) / 2),
+            wrap_add(top, wrap_sub(Height(), size.height) / 2)};
   }
 
   CXRect& operator+=(CXPoint shift);
@@ -84,7 +89,8 @@ class CXRect {
   friend CXRect operator+(CXRect rect, CXPoint shift) { return rect += shift; }
   friend CXRect operator-(CXRect rect, CXPoint shift) { return rect -= shift; }
 
-  // Pieces without overlaps that together cover this rectangle minus `other`; none when the two do not overlap.
+  // Pieces without overlaps that together cover this rectangle minus `other`; none when the two do not
+  // overlap.
   std::vector<CXRect> sub(const CXRect& other) const;
   // Adds the rectangle to the list unless it is empty.
   static void addRect(std::vector<CXRect>* list, int l, int t, int r, int b);

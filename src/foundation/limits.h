@@ -32,7 +32,8 @@ inline constexpr int kIniValueBytes = 10240;   // of one value read
 
 // Whether a picture, a surface or a screen may be that large.
 constexpr bool isPictureSize(std::int64_t width, std::int64_t height) {
-  return width > 0 && height > 0 && width <= kPictureSide && height <= kPictureSide && width * height <= kPicturePixels;
+  return width > 0 && height > 0 && width <= kPictureSide && height <= kPictureSide &&
+         width * height <= kPicturePixels;
 }
 
 }  // namespace footlight::limits

@@ -22,7 +22,8 @@ inline std::string_view takeToken(std::string_view& rest, std::string_view separ
 
 class CStringTokenizer : public CXObject {
  public:
-  CStringTokenizer(CXString text, std::string_view separators) : text_(std::move(text)), separators_(separators) {
+  CStringTokenizer(CXString text, std::string_view separators)
+      : text_(std::move(text)), separators_(separators) {
     advance();
   }
 

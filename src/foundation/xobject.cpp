@@ -1,6 +1,10 @@
 #include "foundation/xobject.h"
 
+#include <string>
+#include <unordered_map>
+
 #include "foundation/xstring.h"
+#include "platform/platform.h"
 
 namespace footlight {
 
@@ -16,6 +20,21 @@ CXString CXObject::toString() const { return {}; }
 void CXObject::notifyMessageReceive(CMessage* /*message*/) {}
 
 int CXObject::processMessage(CMessage* /*message*/) { return 0; }
+
+void CXObject::profile(std::string_view text, bool starts) {
+  static std::unordered_map<std::string, std::uint32_t> startedAt;
+  const std::uint32_t now = platform::current().clock().ticks();
+  const std::string name(text);
+  if (starts) {
+    startedAt[name] = now;
+    return;
+  }
+  const auto found = startedAt.find(name);
+  if (found == startedAt.end()) return;
+  const auto passed = static_cast<int>(now - found->second);
+  startedAt.erase(found);
+  platform::current().shell().debugText(CXString::Format("Time spend in %s: %d ms.\n", name.c_str(), passed));
+}
 
 std::int16_t CXObject::swap_word(std::int16_t value) {
   const auto bits = static_cast<std::uint16_t>(value);

@@ -2,15 +2,16 @@
 
 // CXObject is the root of everything that sits in a container or that scripts can reach.
 //
-// Life of an object. Whoever creates an object owns it. An object that may still be in use further up the call
-// stack is never deleted at once: its owner calls `dispose`, which makes every WeakRef to it null and deletes it
-// when the last Ref (a "pin") has gone. Code that calls into scripts therefore holds a Ref to each object that it
-// touches afterwards, and nothing else keeps a plain pointer over such a call.
+// Life of an object. Whoever creates an object owns it. An object that may still be in use further up the
+// call stack is never deleted at once: its owner calls `dispose`, which makes every WeakRef to it null and
+// deletes it when the last Ref (a "pin") has gone. Code that calls into scripts therefore holds a Ref to each
+// object that it touches afterwards, and nothing else keeps a plain pointer over such a call.
 //
 // All of this belongs to the engine's main thread; the counters are not atomic.
 
 #include <cstdint>
 #include <memory>
+#include <string_view>
 #include <utility>
 
 namespace footlight {
@@ -21,7 +22,8 @@ class CMessage;
 class CXObject {
  public:
   CXObject() = default;
-  // A copy is a new object: it takes the error code, but neither pins nor weak references nor the deletion mark.
+  // A copy is a new object: it takes the error code, but neither pins nor weak references nor the deletion
+  // mark.
   CXObject(const CXObject& other) : errorCode_(other.errorCode_) {}
   CXObject& operator=(const CXObject& other) {
     errorCode_ = other.errorCode_;
@@ -42,10 +44,19 @@ class CXObject {
   virtual CXString toString() const;
   virtual void notifyMessageReceive(CMessage* message);
   virtual int processMessage(CMessage* message);
+  // A hash for look-ups that never shows in any order: objects that are equal have the same one. Classes
+  // whose getHashcode gives one number to many objects have a better one.
+  virtual std::size_t lookupHash() const { return getHashcode(); }
 
   // The engine's failure codes, 0 when all is well: 2000 file, 3000 application, -997 sound, -998 graphics.
   void setErrorCode(int code) { errorCode_ = code; }
   int LastError() const { return errorCode_; }
+
+  // There is no log: the text is dropped.
+  void log(std::string_view /*text*/, bool /*newLine*/ = true) const {}
+  // A stop watch by name for developers: starts it, or writes the milliseconds since its start to the debug
+  // output.
+  static void profile(std::string_view text, bool starts);
 
   static std::int16_t swap_word(std::int16_t value);
   static std::int32_t swap_dword(std::int32_t value);
@@ -90,8 +101,7 @@ class Ref {
   Ref(const Ref& other) : Ref(other.object_) {}
   Ref(Ref&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
   template <class U>
-    requires std::is_convertible_v<U*, T*>
-  Ref(const Ref<U>& other) : Ref(other.get()) {}
+  requires std::is_convertible_v<U*, T*> Ref(const Ref<U>& other) : Ref(other.get()) {}
   Ref& operator=(Ref other) noexcept {
     std::swap(object_, other.object_);
     return *this;

@@ -5,9 +5,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <limits>
 
+#include "foundation/diagnose.h"
 #include "foundation/geometry.h"
+#include "foundation/limits.h"
 #include "foundation/string_tokenizer.h"
 
 namespace footlight {
@@ -41,6 +44,8 @@ constexpr CaseTables kCase;
 
 constexpr unsigned char byte(char character) { return static_cast<unsigned char>(character); }
 
+constexpr int kLargestCapacity = (1 << 30) - 1;
+
 int clampPosition(int position, int length) { return std::clamp(position, 0, length); }
 
 int asPosition(std::size_t found) { return found == std::string_view::npos ? -1 : static_cast<int>(found); }
@@ -56,17 +61,7 @@ CXString::CXString(std::string_view text) {
 
 CXString::CXString(const CXString& other) { assign(other.view(), other.capacity_); }
 
-CXString::CXString(CXString&& other) noexcept : length_(other.length_), capacity_(other.capacity_) {
-  if (other.buffer_ == other.inline_) {
-    std::memcpy(inline_, other.inline_, static_cast<std::size_t>(length_) + 1);
-  } else {
-    buffer_ = other.buffer_;
-    other.buffer_ = other.inline_;
-    other.capacity_ = kFirstCapacity;
-  }
-  other.length_ = 0;
-  other.buffer_[0] = '\0';
-}
+CXString::CXString(CXString&& other) noexcept { take(other); }
 
 CXString::CXString(int capacity) {
   assign({}, std::max(capacity, 2));
@@ -91,87 +86,104 @@ CXString& CXString::operator=(CXString&& other) noexcept {
   if (this == &other) return *this;
   release();
   buffer_ = inline_;
+  take(other);
+  return *this;
+}
+
+// Takes over another text, which becomes empty; the object holds no buffer yet.
+void CXString::take(CXString& other) noexcept {
   length_ = other.length_;
   capacity_ = other.capacity_;
   if (other.buffer_ == other.inline_) {
     std::memcpy(inline_, other.inline_, static_cast<std::size_t>(length_) + 1);
   } else {
     buffer_ = other.buffer_;
+    allocated_ = other.allocated_;
     other.buffer_ = other.inline_;
     other.capacity_ = kFirstCapacity;
   }
   other.length_ = 0;
   other.buffer_[0] = '\0';
-  return *this;
 }
 
 CXString& CXString::operator=(const char* text) { return *this = CXString(text); }
 
 CXString& CXString::operator=(int value) {
   char digits[16];
-  const int length = std::snprintf(digits, sizeof digits, "%d", value);
-  if (length + 1 >= capacity_) grow(length + kFirstCapacity);
-  std::memcpy(buffer_, digits, static_cast<std::size_t>(length) + 1);
-  length_ = length;
+  takeDigits(digits, std::snprintf(digits, sizeof digits, "%d", value));
   return *this;
 }
 
 CXString& CXString::operator=(double value) {
   char digits[40];
-  const int length = std::snprintf(digits, sizeof digits, "%.9g", value);
+  takeDigits(digits, std::snprintf(digits, sizeof digits, "%.9g", value));
+  return *this;
+}
+
+void CXString::takeDigits(const char* digits, int length) {
   if (length + 1 >= capacity_) grow(length + kFirstCapacity);
   std::memcpy(buffer_, digits, static_cast<std::size_t>(length) + 1);
   length_ = length;
-  return *this;
 }
 
 // Takes a text into a buffer of the capacity; the object holds no other buffer yet.
 void CXString::assign(std::string_view text, int capacity) {
   capacity_ = capacity;
-  if (capacity > kFirstCapacity) buffer_ = new char[static_cast<std::size_t>(capacity) + 1];
+  if (capacity > kFirstCapacity) {
+    buffer_ = new char[static_cast<std::size_t>(capacity) + 1];
+    allocated_ = capacity;
+  }
   length_ = static_cast<int>(text.size());
   if (!text.empty()) std::memcpy(buffer_, text.data(), text.size());
   buffer_[length_] = '\0';
 }
 
-void CXString::grow(int capacity) {
-  char* larger = new char[static_cast<std::size_t>(capacity) + 1];
+void CXString::grow(std::int64_t capacity) {
+  capacity_ = static_cast<int>(std::min<std::int64_t>(capacity, kLargestCapacity));
+  if (capacity_ <= room()) return;
+  const std::int64_t wanted = std::max<std::int64_t>(capacity_, std::int64_t{room()} * 3 / 2);
+  const int allocated = static_cast<int>(std::min<std::int64_t>(wanted, kLargestCapacity));
+  char* larger = new char[static_cast<std::size_t>(allocated) + 1];
   std::memcpy(larger, buffer_, static_cast<std::size_t>(length_) + 1);
   release();
   buffer_ = larger;
-  capacity_ = capacity;
+  allocated_ = allocated;
 }
 
 CXString& CXString::operator+=(std::string_view text) {
-  const int added = static_cast<int>(text.size());
-  if (length_ + added >= capacity_) {
-    // The text may be a part of this one: copy it in before the old buffer goes.
-    const int capacity = length_ + added + kFirstCapacity;
-    char* larger = new char[static_cast<std::size_t>(capacity) + 1];
-    std::memcpy(larger, buffer_, static_cast<std::size_t>(length_));
-    std::memcpy(larger + length_, text.data(), text.size());
-    release();
-    buffer_ = larger;
-    capacity_ = capacity;
-  } else if (added > 0) {
-    std::memmove(buffer_ + length_, text.data(), text.size());
+  if (text.empty()) return *this;
+  const std::int64_t sum = length_ + static_cast<std::int64_t>(text.size());
+  if (sum + kFirstCapacity > kLargestCapacity) {
+    guardHit("string.length");
+    return *this;
   }
-  length_ += added;
+  // The text may be a part of this one, which is still there after growing.
+  const std::less<const char*> before;
+  const bool isPart = !before(text.data(), buffer_) && before(text.data(), buffer_ + length_);
+  const std::ptrdiff_t offset = isPart ? text.data() - buffer_ : 0;
+  if (sum >= capacity_) grow(sum + kFirstCapacity);
+  std::memmove(buffer_ + length_, isPart ? buffer_ + offset : text.data(), text.size());
+  length_ = static_cast<int>(sum);
   buffer_[length_] = '\0';
   return *this;
 }
 
 CXString& CXString::operator+=(char character) {
-  if (length_ >= capacity_ - 2) grow(capacity_ * 2);
+  if (length_ >= capacity_ - 2) grow(std::int64_t{capacity_} * 2);
+  if (length_ >= room()) {
+    guardHit("string.length");
+    return *this;
+  }
   buffer_[length_++] = character;
   buffer_[length_] = '\0';
   return *this;
 }
 
 CXString& CXString::operator+=(int value) {
-  if (length_ >= capacity_ - 20) grow(capacity_ * 2);
-  length_ += std::snprintf(buffer_ + length_, 16, "%d", value);
-  return *this;
+  if (length_ >= capacity_ - 20) grow(std::max<std::int64_t>(std::int64_t{capacity_} * 2, length_ + 21));
+  char digits[16];
+  return *this += std::string_view(
+             digits, static_cast<std::size_t>(std::snprintf(digits, sizeof digits, "%d", value)));
 }
 
 std::string_view CXString::slice(int start, int end) const {
@@ -198,7 +210,8 @@ int CXString::Find(char character, int start) const {
 
 int CXString::FindLast(char character, int start) const {
   if (start < -1) return -1;
-  return asPosition(view().rfind(character, start == -1 ? std::string_view::npos : static_cast<std::size_t>(start)));
+  return asPosition(
+      view().rfind(character, start == -1 ? std::string_view::npos : static_cast<std::size_t>(start)));
 }
 
 int CXString::FindSubString(std::string_view text, int start) const {
@@ -206,7 +219,8 @@ int CXString::FindSubString(std::string_view text, int start) const {
 }
 
 int CXString::findOneOf(std::string_view characters, int start) const {
-  return asPosition(view().find_first_of(characters, static_cast<std::size_t>(clampPosition(start, length_))));
+  return asPosition(
+      view().find_first_of(characters, static_cast<std::size_t>(clampPosition(start, length_))));
 }
 
 int CXString::getCount(char character) const {
@@ -236,15 +250,17 @@ bool CXString::equalsIgnoreCase(std::string_view other) const {
 
 CXString CXString::replace(std::string_view from, std::string_view to) const {
   if (from.empty()) return *this;
-  CXString result;
-  int position = 0;
-  for (int found = FindSubString(from); found >= 0; found = FindSubString(from, position)) {
-    result += slice(position, found);
-    result += to;
-    position = found + static_cast<int>(from.size());
+  std::string result;
+  std::string_view rest = view();
+  for (auto found = rest.find(from); found != std::string_view::npos; found = rest.find(from)) {
+    result.append(rest, 0, found).append(to);
+    rest.remove_prefix(found + from.size());
+    if (to.size() > from.size() && static_cast<std::int64_t>(result.size()) > limits::kStringBytes) {
+      guardHit("string.replace");
+      return *this;
+    }
   }
-  result += slice(position, length_);
-  return result;
+  return result.append(rest);
 }
 
 void CXString::replaceOnce(std::string_view from, std::string_view to, int start) {
@@ -290,8 +306,8 @@ int CXString::toNumber() const {
   std::int64_t value = 0;
   for (; *p >= '0' && *p <= '9'; ++p) value = std::min(value * 10 + (*p - '0'), kCeiling);
   if (negative) value = -value;
-  return static_cast<int>(std::clamp<std::int64_t>(value, std::numeric_limits<int>::min(),
-                                                   std::numeric_limits<int>::max()));
+  return static_cast<int>(
+      std::clamp<std::int64_t>(value, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
 }
 
 double CXString::toDouble() const {
@@ -339,16 +355,21 @@ CXString CXString::getWord(int n) const {
 }
 
 void CXString::removeTag(std::string_view tag) {
-  const CXString opening = CXString("<") + tag;
-  int start = 0;
-  while ((start = FindSubString(opening, start)) >= 0) {
-    const int end = Find('>', start);
-    if (end < 0) return;
-    *this = Left(start) + slice(end + 1, length_);
+  const std::string opening = std::string("<").append(tag);
+  std::string result;
+  std::string_view rest = view();
+  for (auto start = rest.find(opening); start != std::string_view::npos; start = rest.find(opening)) {
+    const auto end = rest.find('>', start);
+    if (end == std::string_view::npos) break;
+    result.append(rest, 0, start);
+    rest.remove_prefix(end + 1);
   }
+  *this = result.append(rest);
 }
 
-void CXString::FillWith(char character, int n) { *this = CXString(std::string(static_cast<std::size_t>(std::max(n, 0)), character)); }
+void CXString::FillWith(char character, int n) {
+  *this = CXString(std::string(static_cast<std::size_t>(std::max(n, 0)), character));
+}
 
 CXString CXString::Format(const char* format, ...) {
   va_list arguments;

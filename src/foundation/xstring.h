@@ -2,9 +2,10 @@
 
 // CXString is the engine's text: 8-bit, code page 1250, zero-ended, owned, passed by value.
 //
-// Texts below 32 characters live inside the object, so that the short texts of scripts never allocate. The visible
-// capacity follows the class's growth rule (see each operation); a text may hold zero bytes only where its length
-// was given. Positions outside a text are clamped to it; a range that ends before it starts is empty.
+// Texts below 32 characters live inside the object, so that the short texts of scripts never allocate. The
+// visible capacity follows the class's growth rule (see each operation); the memory behind it grows by
+// halves, so that building a long text piece by piece stays cheap. A text may hold zero bytes only where its
+// length was given. Positions outside a text are clamped to it; a range that ends before it starts is empty.
 
 #include <cstdarg>
 #include <cstddef>
@@ -49,9 +50,11 @@ class CXString {
   operator std::string_view() const { return view(); }
   std::string str() const { return std::string(view()); }
 
-  // Appending fits while the lengths together stay below the capacity; else the capacity becomes the sum + 32.
+  // Appending fits while the lengths together stay below the capacity; else the capacity becomes the sum
+  // + 32.
   CXString& operator+=(std::string_view text);
   CXString& operator+=(const CXString& text) { return *this += text.view(); }
+  CXString& operator+=(const std::string& text) { return *this += std::string_view(text); }
   CXString& operator+=(const char* text) { return *this += std::string_view(text != nullptr ? text : ""); }
   // Fits while the length is below capacity - 2; else the capacity doubles.
   CXString& operator+=(char character);
@@ -150,16 +153,22 @@ class CXString {
     if (buffer_ != inline_) delete[] buffer_;
   }
   void assign(std::string_view text, int capacity);
-  void grow(int capacity);
+  void grow(std::int64_t capacity);
+  void take(CXString& other) noexcept;
+  void takeDigits(const char* digits, int length);
+  // The characters that fit into the memory there is.
+  int room() const { return buffer_ == inline_ ? kFirstCapacity - 1 : allocated_; }
 
   char* buffer_ = inline_;
   int length_ = 0;
   int capacity_ = kFirstCapacity;
+  int allocated_ = 0;  // of a buffer of its own, without the closing zero
   char inline_[kFirstCapacity];
 };
 
 inline CXString operator+(CXString a, std::string_view b) { return a += b; }
 inline CXString operator+(CXString a, const CXString& b) { return a += b; }
+inline CXString operator+(CXString a, const std::string& b) { return a += b; }
 inline CXString operator+(CXString a, const char* b) { return a += b; }
 inline CXString operator+(const char* a, const CXString& b) { return CXString(a) += b; }
 

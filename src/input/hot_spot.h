@@ -1,7 +1,7 @@
 #pragma once
 
-// The bounds within which hot spots take part in hit tests, both included: a modal layer raises the lower one and so
-// shuts out what lies under it.
+// The bounds within which hot spots take part in hit tests, both included: a modal layer raises the lower one
+// and so shuts out what lies under it.
 
 namespace footlight {
 

@@ -28,6 +28,8 @@ class Shell {
   virtual void releaseCursor() = 0;
   // True when the page went to a printer, or to the picture file that stands for one.
   virtual bool print(const PrintPage& page) = 0;
+  // A line for whoever debugs the engine.
+  virtual void debugText(std::string_view /*text*/) {}
 };
 
 }  // namespace footlight::platform

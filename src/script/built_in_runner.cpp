@@ -1,4 +1,5 @@
-// The statements behind "@": control flow, local variables, timers. Their object is the behaviour that they stand in.
+// The statements behind "@": control flow, local variables, timers. Their object is the behaviour that they
+// stand in.
 
 #include <algorithm>
 
@@ -56,8 +57,9 @@ bool isTestTrue(const Call& call, const CXString& test) {
 
 Result ifStatement(CMC_Behaviour& /*behaviour*/, Call& call) {
   const bool isLongForm = call.count() > 3;
-  const bool holds = isLongForm ? CMC_Condition::valid(call.scope(), call.text(0), call.text(1).view(), call.text(2))
-                                : isTestTrue(call, call.text(0));
+  const bool holds = isLongForm
+                         ? CMC_Condition::valid(call.scope(), call.text(0), call.text(1).view(), call.text(2))
+                         : isTestTrue(call, call.text(0));
   const int then = isLongForm ? 3 : 1;
   const Code code = codeOf(call, holds ? then : then + 1);
   if (!code.behaviour) return {};
@@ -79,7 +81,9 @@ Result whileStatement(CMC_Behaviour& /*behaviour*/, Call& call) {
 class LoopCounter {
  public:
   explicit LoopCounter(CMC_ObjectsContainer* scope)
-      : scope_(scope), outer_(scope->getOwnObject(kName)), counter_(new CMC_Integer(kName, CMC_Variable::kNoPool)) {
+      : scope_(scope),
+        outer_(scope->getOwnObject(kName)),
+        counter_(new CMC_Integer(kName, CMC_Variable::kNoPool)) {
     if (outer_) scope_->removeObject(outer_.get());
     counter_->setScene(scope);
     counter_->setAsTemporary();  // never bound at compile time: the innermost counter is the one that counts
@@ -181,7 +185,9 @@ Result declareInt(CMC_Behaviour& behaviour, Call& call) { return declare(behavio
 
 Result declareString(CMC_Behaviour& behaviour, Call& call) { return declare(behaviour, call, type::kString); }
 
-Result value(CMC_Behaviour& /*behaviour*/, Call& call) { return Result(Ref<CMC_Object>(call.findAny(call.text(0)))); }
+Result value(CMC_Behaviour& /*behaviour*/, Call& call) {
+  return Result(Ref<CMC_Object>(call.findAny(call.text(0))));
+}
 
 // Objects, timers, names
 

@@ -35,7 +35,8 @@ CMC_Behaviour::CMC_Behaviour(CMC_ObjectsContainer* container, const CMElement* e
   initializeBehaviours(container, element);
 }
 
-CMC_Behaviour::CMC_Behaviour(CMC_ObjectsContainer* container, CXString name, const CXString& code, Origin /*origin*/)
+CMC_Behaviour::CMC_Behaviour(CMC_ObjectsContainer* container, CXString name, const CXString& code,
+                             Origin /*origin*/)
     : CMC_Object(std::move(name), type::kBehaviour), code_(CMC_Behaviour_Entry::stripBraces(code)) {
   setScene(container);
 }
@@ -206,7 +207,8 @@ Result CMC_Behaviour::resolveParameter(CMC_ObjectsContainer* scope, CMC_Object* 
   if (const int bar = piece.Find('|'); bar >= 0) {
     auto* structure = scope->find<CMC_Structure>(piece.slice(0, bar));
     if (structure != nullptr) {
-      if (CMC_Variable* field = structure->getField(piece.Right(bar + 1))) return Result(Ref<CMC_Variable>(field));
+      if (CMC_Variable* field = structure->getField(piece.Right(bar + 1)))
+        return Result(Ref<CMC_Variable>(field));
     }
   }
   if (CMC_Object* variable = scope->getVariable(piece)) return Result(Ref<CMC_Object>(variable));
@@ -237,7 +239,8 @@ void CMC_Behaviour::doneTrash() { globalTrash().clear(); }
 
 void CMC_Behaviour::addToTrash(CXObject* object) {
   auto& trash = globalTrash();
-  const bool known = std::any_of(trash.begin(), trash.end(), [object](const auto& item) { return item.get() == object; });
+  const bool known =
+      std::any_of(trash.begin(), trash.end(), [object](const auto& item) { return item.get() == object; });
   if (!known) trash.emplace_back(object);
 }
 

@@ -1,11 +1,11 @@
 #pragma once
 
-// CMC_Behaviour is the script procedure: a named object with compiled code lines, an optional guard condition and a
-// timer face. A run is a plain recursion on the main thread; it is never suspended.
+// CMC_Behaviour is the script procedure: a named object with compiled code lines, an optional guard condition
+// and a timer face. A run is a plain recursion on the main thread; it is never suspended.
 //
-// The compiled program is immutable and shared: a run holds the lines that it executes, so a rebuild in the middle
-// installs a new program for the next run and leaves the running one alone. While a behaviour runs, it, its scope and
-// its caller are pinned; a behaviour that ends itself still finishes its statements.
+// The compiled program is immutable and shared: a run holds the lines that it executes, so a rebuild in the
+// middle installs a new program for the next run and leaves the running one alone. While a behaviour runs,
+// it, its scope and its caller are pinned; a behaviour that ends itself still finishes its statements.
 
 #include <memory>
 #include <vector>
@@ -37,14 +37,14 @@ class CMC_Behaviour : public CMC_Object, public CTimerNotificator {
   bool done(bool keepTempBehaviours) override;
   std::unique_ptr<CMC_Object> copy() const override;
 
-  // Runs the lines. The answer tells that a break came out of them and is to go on through the callers. `caller` is
-  // what THIS means; `arguments` are the texts behind $1 to $9; both may be null.
+  // Runs the lines. The answer tells that a break came out of them and is to go on through the callers.
+  // `caller` is what THIS means; `arguments` are the texts behind $1 to $9; both may be null.
   virtual bool run(CMC_Object* caller, const TextList* arguments, bool checkCondition);
   // The object lives until the present run ends.
   virtual void addTempObject(CMC_Object* object);
   // Runs every `interval` milliseconds, `count` times or without limit for 0 or less. The first text of the
-  // arguments becomes the number of the tick. At the end `next` runs, if it is still there. A second call replaces
-  // the first.
+  // arguments becomes the number of the tick. At the end `next` runs, if it is still there. A second call
+  // replaces the first.
   virtual void runOnTimer(int interval, int count, TextList arguments, CMC_Behaviour* next);
   // Ends the timer and takes the behaviour out of its scope.
   virtual void _break();

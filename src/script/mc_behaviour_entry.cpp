@@ -259,7 +259,8 @@ CMC_Behaviour_Entry::Slot CMC_Behaviour_Entry::compileArgument(CMC_Behaviour* be
   if (!mayBeCode && piece.startsWith("&")) {
     const CXString name = piece.Right(1);
     CMC_Object* referred = scene != nullptr ? scene->getVariable(name) : nullptr;
-    slot.fixed = referred != nullptr ? Ref<CMC_Object>(referred) : Ref<CMC_Object>(CMC_Variable::resolve(name));
+    slot.fixed =
+        referred != nullptr ? Ref<CMC_Object>(referred) : Ref<CMC_Object>(CMC_Variable::resolve(name));
     return slot;
   }
   slot.entry = std::make_unique<CMC_Behaviour_Entry>(behaviour, std::move(piece));
@@ -326,7 +327,8 @@ Result CMC_Behaviour_Entry::valueOfText(const RunContext& context) const {
 Ref<CMC_Object> CMC_Behaviour_Entry::argumentOf(const Slot& slot, const RunContext& context,
                                                 Throwaways* throwaways) const {
   if (slot.entry) {
-    if (slot.hasMarks) return runFilled(fillParams(slot.entry->line_, context.arguments), context, throwaways);
+    if (slot.hasMarks)
+      return runFilled(fillParams(slot.entry->line_, context.arguments), context, throwaways);
     return slot.entry->run(context).take();
   }
   if (!constParams_ && slot.hasMarks && context.arguments != nullptr) {
@@ -348,8 +350,10 @@ Ref<CMC_Object> CMC_Behaviour_Entry::runFilled(const CXString& text, const RunCo
     return value;
   }
   if (text.startsWith("@") || hasMark(text) || text.Find('^') >= 0) {
-    if (!isInlineCode(text) || scene == nullptr) return CMC_Behaviour_Entry(context.behaviour, text).run(context).take();
-    auto* made = new CMC_Behaviour(scene, uniqueName(scene, "xtemp_"), inlineCodeOf(text), context.behaviour->origin());
+    if (!isInlineCode(text) || scene == nullptr)
+      return CMC_Behaviour_Entry(context.behaviour, text).run(context).take();
+    auto* made = new CMC_Behaviour(scene, uniqueName(scene, "xtemp_"), inlineCodeOf(text),
+                                   context.behaviour->origin());
     throwaways->emplace_back(made);
     made->init();
     scene->addObject(made);
@@ -366,14 +370,18 @@ Ref<CMC_Object> CMC_Behaviour_Entry::runFilled(const CXString& text, const RunCo
 Result CMC_Behaviour_Entry::dispatch(const RunContext& context, ArgumentList arguments) const {
   switch (kind_) {
     case Kind::builtIn:
-      return runner_ != nullptr ? runner_->run(methodId_, context.behaviour, context.scene, arguments) : Result();
-    case Kind::dynamicCall: return dispatchDynamic(context, arguments);
+      return runner_ != nullptr ? runner_->run(methodId_, context.behaviour, context.scene, arguments)
+                                : Result();
+    case Kind::dynamicCall:
+      return dispatchDynamic(context, arguments);
     case Kind::callerCall: {
       const bool inClass = context.scene != nullptr && context.scene->getType() == type::kClass;
       return callMethod(inClass ? context.scene : context.caller, context, arguments);
     }
-    case Kind::indirectCall: return callMethod(findIndirect(context), context, arguments);
-    default: return callMethod(findObject(context), context, arguments);
+    case Kind::indirectCall:
+      return callMethod(findIndirect(context), context, arguments);
+    default:
+      return callMethod(findObject(context), context, arguments);
   }
 }
 
@@ -414,7 +422,8 @@ CMC_Object* CMC_Behaviour_Entry::findIndirect(const RunContext& context) const {
   return found;
 }
 
-Result CMC_Behaviour_Entry::callMethod(CMC_Object* object, const RunContext& context, ArgumentList arguments) const {
+Result CMC_Behaviour_Entry::callMethod(CMC_Object* object, const RunContext& context,
+                                       ArgumentList arguments) const {
   CMC_Runner* runner = object != nullptr ? object->getRunner() : nullptr;
   if (runner == nullptr) return {};
   if (runner != runner_) {

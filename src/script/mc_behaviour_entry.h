@@ -1,11 +1,12 @@
 #pragma once
 
-// One statement of a behaviour, compiled. There is no lexer and no syntax tree: a statement is classified by its first
-// character and by a few marks, and its arguments are compiled recursively as statements of their own. Nothing reports
-// a syntax error: what cannot be understood compiles to something that does nothing at run time.
+// One statement of a behaviour, compiled. There is no lexer and no syntax tree: a statement is classified by
+// its first character and by a few marks, and its arguments are compiled recursively as statements of their
+// own. Nothing reports a syntax error: what cannot be understood compiles to something that does nothing at
+// run time.
 //
-// An entry never changes after compiling but for its bindings: objects that it found are held weakly; one that has
-// gone is looked up again by name at the next run, as a name that was missing from the start.
+// An entry never changes after compiling but for its bindings: objects that it found are held weakly; one
+// that has gone is looked up again by name at the next run, as a name that was missing from the start.
 
 #include <memory>
 #include <span>
@@ -20,10 +21,10 @@ class CMC_Expression;
 
 // Where and for whom a statement runs.
 struct RunContext {
-  CMC_Behaviour* behaviour;         // the statement's owner
-  CMC_ObjectsContainer* scene;      // its scope
-  CMC_Object* caller;               // THIS, or null
-  const TextList* arguments;        // $1 to $9, or null
+  CMC_Behaviour* behaviour;     // the statement's owner
+  CMC_ObjectsContainer* scene;  // its scope
+  CMC_Object* caller;           // THIS, or null
+  const TextList* arguments;    // $1 to $9, or null
 };
 
 // An argument that is code: a text with the name of the behaviour that was made from it.
@@ -113,10 +114,10 @@ class CMC_Behaviour_Entry {
   CXString method_;
   CXString params_;
   CXString valueText_;
-  mutable WeakRef<CMC_Object> object_;        // found by name, at compile time or at a run
-  mutable CMC_Runner* runner_ = nullptr;      // the runner that `methodId_` belongs to
+  mutable WeakRef<CMC_Object> object_;    // found by name, at compile time or at a run
+  mutable CMC_Runner* runner_ = nullptr;  // the runner that `methodId_` belongs to
   mutable int methodId_ = -1;
-  Ref<CMC_Object> expression_;                // a value or source that is an expression of this statement
+  Ref<CMC_Object> expression_;  // a value or source that is an expression of this statement
   std::vector<Slot> slots_;
 };
 

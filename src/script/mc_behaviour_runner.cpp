@@ -14,7 +14,8 @@ constexpr const char* kReturn = "__RETURN__";
 
 CMC_Object* returned(const Call& call) { return call.findAny(kReturn); }
 
-// A text that names an object other than a plain value goes in quotes, so that it arrives in the code as a literal.
+// A text that names an object other than a plain value goes in quotes, so that it arrives in the code as a
+// literal.
 CXString argumentText(const Call& call, int index) {
   CXString text = call.text(index);
   const CMC_Object* named = call.findAny(text);

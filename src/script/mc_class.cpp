@@ -67,7 +67,8 @@ void CMC_Class::import(const CXString& file) {
 
 bool CMC_Class::addObject(CMC_Object* object) {
   CMC_Object* older = object != nullptr ? getOwnObject(object->getName()) : nullptr;
-  const bool isLevel = older != nullptr && older->getType() >= type::kApplication && older->getType() <= type::kScene;
+  const bool isLevel =
+      older != nullptr && older->getType() >= type::kApplication && older->getType() <= type::kScene;
   if (older != nullptr && older != object && !isLevel) {
     // The table is keyed by the name: the older one comes out, is renamed and goes back in.
     removeObject(older);
@@ -88,7 +89,8 @@ void CMC_Class::destruct() {
   if (!isInstance_ || isDestructed_) return;
   isDestructed_ = true;
   const Ref<CMC_Class> self(this);
-  if (auto* behaviour = object_cast<CMC_Behaviour>(getOwnObject("DESTRUCTOR"))) behaviour->run(nullptr, nullptr, false);
+  if (auto* behaviour = object_cast<CMC_Behaviour>(getOwnObject("DESTRUCTOR")))
+    behaviour->run(nullptr, nullptr, false);
 }
 
 bool CMC_Class::done(bool keep) {
@@ -152,7 +154,8 @@ Result CMC_Class_Runner::runClass(CMC_Object* object, CMC_ObjectsContainer* scop
   }
   const TextList texts = Call(scope, arguments).textsFrom(0);
   behaviour->run(nullptr, &texts, false);
-  return Result(CMC_VariableFactory::copyVariable(object_cast<CMC_Variable>(instance->getOwnObject("__RETURN__"))));
+  return Result(
+      CMC_VariableFactory::copyVariable(object_cast<CMC_Variable>(instance->getOwnObject("__RETURN__"))));
 }
 
 }  // namespace footlight

@@ -1,8 +1,9 @@
 #pragma once
 
-// CLASS: a template that makes instances, each a container with its own objects, read from definition files in the
-// common folder. The template holds no objects. Code of an instance sees its own objects first and those of the scene
-// after. An object of a derived file displaces one of its base, which stays reachable as "SUPER_" and its name.
+// CLASS: a template that makes instances, each a container with its own objects, read from definition files
+// in the common folder. The template holds no objects. Code of an instance sees its own objects first and
+// those of the scene after. An object of a derived file displaces one of its base, which stays reachable as
+// "SUPER_" and its name.
 
 #include "script/mc_objects_container.h"
 #include "script/mc_runner.h"
@@ -15,8 +16,8 @@ class CMC_Class : public CMC_ObjectsContainer {
   CMC_Class(CMC_ObjectsContainer* container, const CMElement* element);
   static bool isTypeOf(int type) { return type == type::kClass; }
 
-  // An instance with the template's files, whose parent is the scope; the caller owns it. Null at the limit of
-  // classes within classes.
+  // An instance with the template's files, whose parent is the scope; the caller owns it. Null at the limit
+  // of classes within classes.
   std::unique_ptr<CMC_Class> newInstance(const CXString& name, CMC_ObjectsContainer* scope) const;
   bool isInstance() const { return isInstance_; }
   // Runs the instance's DESTRUCTOR, once.
@@ -46,7 +47,8 @@ class CMC_Class_Runner : public CMC_Runner {
  public:
   using CMC_Runner::CMC_Runner;
   using CMC_Runner::run;
-  Result run(std::string_view method, CMC_Object* object, CMC_ObjectsContainer* scope, ArgumentList arguments) override;
+  Result run(std::string_view method, CMC_Object* object, CMC_ObjectsContainer* scope,
+             ArgumentList arguments) override;
   bool takesOtherWords() const override { return true; }
   // Runs the behaviour with the arguments as text; gives a copy of what it returned, or nothing.
   virtual Result runClass(CMC_Object* object, CMC_ObjectsContainer* scope, ArgumentList arguments,

@@ -45,7 +45,8 @@ void CMC_CNVLoader::release(CMC_ObjectsContainer* scene, const CXString& fileNam
       const Ref<CMC_Object> keep(member.get());
       if (!behavioursFirst) {
         for (int i = 1; i <= keep->getClonesNo(); ++i) {
-          releaseMember(scene, group.get(), scene->getOwnObject((keep->getName() + "_" + CXString::toString(i)).view()));
+          releaseMember(scene, group.get(),
+                        scene->getOwnObject((keep->getName() + "_" + CXString::toString(i)).view()));
         }
       }
       releaseMember(scene, group.get(), keep.get());

@@ -1,7 +1,7 @@
 #pragma once
 
-// Loads further definition files into a running scene and releases them again. The objects of one file stand in a
-// group that bears the file's name.
+// Loads further definition files into a running scene and releases them again. The objects of one file stand
+// in a group that bears the file's name.
 
 #include "script/mc_object.h"
 

@@ -19,10 +19,14 @@ struct ComparisonWord {
   std::string_view argument;  // in @IF and @WHILE
 };
 constexpr ComparisonWord kWords[] = {
-    {Comparison::equal, "EQUAL", "_"},       {Comparison::notEqual, "NOTEQUAL", "!_"},
-    {Comparison::notEqual, "", "<>"},        {Comparison::less, "LESS", "<"},
-    {Comparison::lessEqual, "LESSEQUAL", "<_"}, {Comparison::greater, "GREATER", ">"},
-    {Comparison::greaterEqual, "GREATEREQUAL", ">_"}, {Comparison::instanceOf, "INSTANCEOF", "?"},
+    {Comparison::equal, "EQUAL", "_"},
+    {Comparison::notEqual, "NOTEQUAL", "!_"},
+    {Comparison::notEqual, "", "<>"},
+    {Comparison::less, "LESS", "<"},
+    {Comparison::lessEqual, "LESSEQUAL", "<_"},
+    {Comparison::greater, "GREATER", ">"},
+    {Comparison::greaterEqual, "GREATEREQUAL", ">_"},
+    {Comparison::instanceOf, "INSTANCEOF", "?"},
 };
 
 Comparison comparisonOfProperty(std::string_view word) {
@@ -41,13 +45,20 @@ Comparison comparisonOfArgument(std::string_view word) {
 
 bool test(CMC_Variable* left, CMC_Variable* right, Comparison comparison) {
   switch (comparison) {
-    case Comparison::equal: return left->equals(right);
-    case Comparison::notEqual: return !left->equals(right);
-    case Comparison::less: return left->compare(right) < 0;
-    case Comparison::lessEqual: return left->compare(right) <= 0;
-    case Comparison::greater: return left->compare(right) > 0;
-    case Comparison::greaterEqual: return left->compare(right) >= 0;
-    default: return false;
+    case Comparison::equal:
+      return left->equals(right);
+    case Comparison::notEqual:
+      return !left->equals(right);
+    case Comparison::less:
+      return left->compare(right) < 0;
+    case Comparison::lessEqual:
+      return left->compare(right) <= 0;
+    case Comparison::greater:
+      return left->compare(right) > 0;
+    case Comparison::greaterEqual:
+      return left->compare(right) >= 0;
+    default:
+      return false;
   }
 }
 
@@ -121,7 +132,8 @@ bool CMC_Condition::valid(bool raiseSignals) {
   const Ref<CMC_Variable> left = asVariable(first.get());
   Ref<CMC_Variable> right = asVariable(second.get());
   if (!left || !right) return tell(false, raiseSignals);
-  const bool eitherIsExpression = CMC_Expression::isTypeOf(first->getType()) || CMC_Expression::isTypeOf(second->getType());
+  const bool eitherIsExpression =
+      CMC_Expression::isTypeOf(first->getType()) || CMC_Expression::isTypeOf(second->getType());
   if (!eitherIsExpression && left->getType() != right->getType()) {
     right = right->convert(left->getType());
     if (!right) return false;
@@ -154,13 +166,16 @@ bool CMC_Condition::valid(CMC_ObjectsContainer* scope, const CXString& text) {
     char character;
     Comparison comparison;
   };
-  constexpr Mark kBefore[] = {{'!', Comparison::notEqual}, {'<', Comparison::lessEqual}, {'>', Comparison::greaterEqual}};
-  constexpr Mark kAlone[] = {{'<', Comparison::less}, {'>', Comparison::greater}, {'?', Comparison::instanceOf}};
+  constexpr Mark kBefore[] = {
+      {'!', Comparison::notEqual}, {'<', Comparison::lessEqual}, {'>', Comparison::greaterEqual}};
+  constexpr Mark kAlone[] = {
+      {'<', Comparison::less}, {'>', Comparison::greater}, {'?', Comparison::instanceOf}};
 
   if (const int quote = text.Find('\''); quote >= 0) {
     const char before = quote > 0 ? text.GetAt(quote - 1) : '\0';
     for (const Mark& mark : kBefore) {
-      if (mark.character == before) return valid(scope, text.Left(quote - 1), text.Right(quote + 1), mark.comparison);
+      if (mark.character == before)
+        return valid(scope, text.Left(quote - 1), text.Right(quote + 1), mark.comparison);
     }
     return valid(scope, text.Left(quote), text.Right(quote + 1), Comparison::equal);
   }

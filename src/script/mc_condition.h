@@ -1,7 +1,7 @@
 #pragma once
 
-// Tests: CONDITION compares two operands, COMPLEXCONDITION joins two conditions by name. The statics of CMC_Condition
-// test texts that were not compiled.
+// Tests: CONDITION compares two operands, COMPLEXCONDITION joins two conditions by name. The statics of
+// CMC_Condition test texts that were not compiled.
 
 #include <memory>
 
@@ -47,8 +47,10 @@ class CMC_Condition : public CMC_BasicCondition {
   bool valid(bool raiseSignals) override;
 
   // Sides as text and an argument word: `_`, `!_`, `<>`, `<`, `<_`, `>`, `>_`, `?`. Any other word is false.
-  static bool valid(CMC_ObjectsContainer* scope, const CXString& left, std::string_view word, const CXString& right);
-  static bool valid(CMC_ObjectsContainer* scope, const CXString& left, const CXString& right, Comparison comparison);
+  static bool valid(CMC_ObjectsContainer* scope, const CXString& left, std::string_view word,
+                    const CXString& right);
+  static bool valid(CMC_ObjectsContainer* scope, const CXString& left, const CXString& right,
+                    Comparison comparison);
   // The compact form, as A'B, A!'B, A<B, A<'B, A>B, A>'B, A?B.
   static bool valid(CMC_ObjectsContainer* scope, const CXString& text);
 

@@ -35,7 +35,9 @@ CMC_Expression::CMC_Expression(CMC_ObjectsContainer* container, const CMElement*
 }
 
 CMC_Expression::CMC_Expression(CMC_ObjectsContainer* container, const CXString& text)
-    : CMC_Variable(CXString(), type::kExpression), still_(false), holder_(new CMC_Behaviour(container, "temp", "")) {
+    : CMC_Variable(CXString(), type::kExpression),
+      still_(false),
+      holder_(new CMC_Behaviour(container, "temp", "")) {
   setScene(container);
   cut(text);
   compile();

@@ -1,7 +1,8 @@
 #pragma once
 
-// Arithmetic: operands and operators from left to right, without precedence. The type of the whole is the type of the
-// first operand. An expression stands for its result wherever a value is read; it is calculated at each reading.
+// Arithmetic: operands and operators from left to right, without precedence. The type of the whole is the
+// type of the first operand. An expression stands for its result wherever a value is read; it is calculated
+// at each reading.
 
 #include <memory>
 #include <vector>
@@ -70,8 +71,8 @@ class CMC_Expression : public CMC_Variable {
   std::vector<Item> items_;
 };
 
-// Any object as a value: a variable itself, the result of an expression, the name of everything else as a STRING.
-// Null for null.
+// Any object as a value: a variable itself, the result of an expression, the name of everything else as a
+// STRING. Null for null.
 Ref<CMC_Variable> asVariable(CMC_Object* object);
 
 }  // namespace footlight

@@ -32,7 +32,8 @@ void CMC_Groupped::add(CMC_Object* object) {
 }
 
 void CMC_Groupped::remove(const CMC_Object* object) {
-  const auto found = std::find_if(list_.begin(), list_.end(), [object](const auto& item) { return item.get() == object; });
+  const auto found =
+      std::find_if(list_.begin(), list_.end(), [object](const auto& item) { return item.get() == object; });
   if (found != list_.end()) list_.erase(found);
 }
 
@@ -56,7 +57,8 @@ std::vector<CMC_Object*> CMC_Groupped::getList() const {
 
 CMC_Object* CMC_Groupped::getAt(int index) const {
   const auto members = getList();
-  return index < 0 || index >= static_cast<int>(members.size()) ? nullptr : members[static_cast<std::size_t>(index)];
+  return index < 0 || index >= static_cast<int>(members.size()) ? nullptr
+                                                                : members[static_cast<std::size_t>(index)];
 }
 
 CMC_Object* CMC_Groupped::moveMarker(std::int64_t step) {

@@ -1,7 +1,7 @@
 #pragma once
 
-// GROUP: a list of objects to which a script can send one call. The group does not own its members and holds them
-// weakly: one that has gone is no member any more. Size and marker count live members.
+// GROUP: a list of objects to which a script can send one call. The group does not own its members and holds
+// them weakly: one that has gone is no member any more. Size and marker count live members.
 
 #include <vector>
 
@@ -33,7 +33,9 @@ class CMC_Groupped : public CMC_Object {
 
   // The names of the members, separated by commas.
   CXString toString() const override;
-  std::unique_ptr<CMC_Object> copy() const override { return std::unique_ptr<CMC_Object>(new CMC_Groupped(*this)); }
+  std::unique_ptr<CMC_Object> copy() const override {
+    return std::unique_ptr<CMC_Object>(new CMC_Groupped(*this));
+  }
 
  private:
   CMC_Groupped(const CMC_Groupped& other) = default;

@@ -34,7 +34,9 @@ Result getSize(CMC_Groupped& group, Call& /*call*/) { return Factory::makeIntege
 
 Result getName(CMC_Groupped& group, Call& call) { return nameOf(group.getAt(call.integer(0))); }
 
-Result prev(CMC_Groupped& group, Call& call) { return nameOf(group.moveMarker(-std::int64_t{call.integer(0)})); }
+Result prev(CMC_Groupped& group, Call& call) {
+  return nameOf(group.moveMarker(-std::int64_t{call.integer(0)}));
+}
 
 Result next(CMC_Groupped& group, Call& call) { return nameOf(group.moveMarker(call.integer(0))); }
 
@@ -60,7 +62,9 @@ Result clone(CMC_Groupped& group, Call& call) {
   return {};
 }
 
-Result getCloneIndex(CMC_Groupped& group, Call& /*call*/) { return Factory::makeInteger(group.getCloneIdx()); }
+Result getCloneIndex(CMC_Groupped& group, Call& /*call*/) {
+  return Factory::makeInteger(group.getCloneIdx());
+}
 
 Result getNameAtMarker(CMC_Groupped& group, Call& /*call*/) { return nameOf(group.getAt(group.getMarker())); }
 
@@ -88,7 +92,8 @@ std::span<const Method> methods::groupped() { return kMethods; }
 Result CMC_Groupped_Runner::run(std::string_view method, CMC_Object* object, CMC_ObjectsContainer* scope,
                                 ArgumentList arguments) {
   auto* group = object_cast<CMC_Groupped>(object);
-  if (group == nullptr || resolveMethod(method) >= 0) return CMC_Runner::run(method, object, scope, arguments);
+  if (group == nullptr || resolveMethod(method) >= 0)
+    return CMC_Runner::run(method, object, scope, arguments);
   const DepthGuard depth;
   if (!depth) return {};
   std::vector<WeakRef<CMC_Object>> members;

@@ -9,7 +9,8 @@ class CMC_Groupped_Runner : public CMC_Runner {
  public:
   using CMC_Runner::CMC_Runner;
   using CMC_Runner::run;
-  Result run(std::string_view method, CMC_Object* object, CMC_ObjectsContainer* scope, ArgumentList arguments) override;
+  Result run(std::string_view method, CMC_Object* object, CMC_ObjectsContainer* scope,
+             ArgumentList arguments) override;
   bool takesOtherWords() const override { return true; }
 };
 

@@ -81,7 +81,8 @@ void CMC_Object::clone(std::unique_ptr<CMC_Object> target) {
 
 int CMC_Object::getBehaviourIndex(std::string_view name) const {
   const auto signals = getBehavioursList();
-  const auto found = std::find_if(signals.begin(), signals.end(), [name](const char* s) { return name.starts_with(s); });
+  const auto found =
+      std::find_if(signals.begin(), signals.end(), [name](const char* s) { return name.starts_with(s); });
   return found == signals.end() ? -1 : static_cast<int>(found - signals.begin());
 }
 
@@ -145,7 +146,8 @@ void CMC_Object::bindProperty(CMC_ObjectsContainer* container, const CXString& p
   if (behaviour != nullptr) {
     addBehaviour(property, behaviour, std::move(arguments), container);
   } else if (diagnose::isOn()) {
-    diagnose::report(diagnose::Group::behaviour, name_, property, "no behaviour of the name " + name.str(), origin);
+    diagnose::report(diagnose::Group::behaviour, name_, property, "no behaviour of the name " + name.str(),
+                     origin);
   }
 }
 
@@ -231,11 +233,14 @@ const SignalBinding* CMC_Object::getSingleBehaviour(std::string_view signal, int
              : (*list)[static_cast<std::size_t>(index)].get();
 }
 
-bool CMC_Object::onSignal(const CXString& name, const TextList& arguments) { return deliver(name, &arguments); }
+bool CMC_Object::onSignal(const CXString& name, const TextList& arguments) {
+  return deliver(name, &arguments);
+}
 
 bool CMC_Object::onSignal(const CXString& name) { return deliver(name, nullptr); }
 
-// Delivers from a snapshot, so that handlers may change the bindings: one that is removed in the pass no longer runs.
+// Delivers from a snapshot, so that handlers may change the bindings: one that is removed in the pass no
+// longer runs.
 bool CMC_Object::deliver(const CXString& name, const TextList* arguments) {
   const BindingList* bound = isDisposed() ? nullptr : getBehaviour(name);
   if (bound == nullptr) return false;
@@ -259,13 +264,13 @@ bool CMC_Object::deliver(const CXString& name, const TextList* arguments) {
 
 void CMC_Object::onSceneDone(const CMC_ObjectsContainer* container) {
   if (bindings_ == nullptr) return;
-  std::erase_if(*bindings_, [container](auto& entry) {
-    std::erase_if(entry.second, [container](const std::shared_ptr<SignalBinding>& binding) {
+  for (auto entry = bindings_->begin(); entry != bindings_->end();) {
+    std::erase_if(entry->second, [container](const std::shared_ptr<SignalBinding>& binding) {
       binding->removed = binding->container.get() == container;
       return binding->removed;
     });
-    return entry.second.empty();
-  });
+    entry = entry->second.empty() ? bindings_->erase(entry) : std::next(entry);
+  }
 }
 
 void CMC_Object::destroy(CMC_Object* object) {

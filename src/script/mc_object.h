@@ -1,12 +1,13 @@
 #pragma once
 
-// CMC_Object is the base of everything that a script can name: a name, a type number, a place in a container, signals
-// with behaviours bound to them, and clones. The engine talks to an object through `onSignal`, scripts talk to it
-// through the runner of its type.
+// CMC_Object is the base of everything that a script can name: a name, a type number, a place in a container,
+// signals with behaviours bound to them, and clones. The engine talks to an object through `onSignal`,
+// scripts talk to it through the runner of its type.
 //
-// Ownership: the container that an object was added to owns it and ends it with `CMC_Object::destroy`, which raises
-// ONDONE, unlinks the object from all that would still call or show it, and lets the memory go when no call of the
-// object is left on the stack. Bindings hold behaviours weakly: a behaviour that has gone is no binding.
+// Ownership: the container that an object was added to owns it and ends it with `CMC_Object::destroy`, which
+// raises ONDONE, unlinks the object from all that would still call or show it, and lets the memory go when no
+// call of the object is left on the stack. Bindings hold behaviours weakly: a behaviour that has gone is no
+// binding.
 
 #include <cstdint>
 #include <memory>
@@ -79,7 +80,8 @@ class CMC_Object : public CXObject {
   virtual void resetClones() { clonesNo_ = 0; }
   // The index of the first signal of the type with which the name begins; -1 if none.
   virtual int getBehaviourIndex(std::string_view name) const;
-  // Binds the signals that the element's properties name. A null element finds the bound behaviours anew by name.
+  // Binds the signals that the element's properties name. A null element finds the bound behaviours anew by
+  // name.
   virtual void initializeBehaviours(CMC_ObjectsContainer* container, const CMElement* element);
   // The type's signals in index order.
   virtual std::span<const char* const> getBehavioursList() const;
@@ -89,7 +91,8 @@ class CMC_Object : public CXObject {
   virtual bool verifyBehaviour(const CXString& signal);
   virtual void addBehaviour(const CXString& signal, CMC_Behaviour* behaviour,
                             std::shared_ptr<const TextList> arguments, CMC_ObjectsContainer* container);
-  // Removes the bindings of the signal that were made in the container; the forced form removes all of the signal.
+  // Removes the bindings of the signal that were made in the container; the forced form removes all of the
+  // signal.
   virtual void removeBehaviour(const CXString& signal, const CMC_ObjectsContainer* container);
   virtual void removeBehaviourForce(const CXString& signal);
   virtual void removeAllBehaviours();
@@ -100,8 +103,8 @@ class CMC_Object : public CXObject {
   virtual const std::vector<WeakRef<CMC_Behaviour>>& getTmpBehList() const { return tmpBehList_; }
   virtual CMC_Class* getClass() const;
   virtual void setClass(CMC_Class* ownerClass);
-  // Runs what is bound to exactly that name. True if anything was bound. With run-time arguments each binding in
-  // turn gets them in place of its own while all bindings of the name run.
+  // Runs what is bound to exactly that name. True if anything was bound. With run-time arguments each binding
+  // in turn gets them in place of its own while all bindings of the name run.
   virtual bool onSignal(const CXString& name, const TextList& arguments);
   virtual bool onSignal(const CXString& name);
   // The container is being unloaded: bindings made in it go.
@@ -123,7 +126,9 @@ class CMC_Object : public CXObject {
   void overideSignals(bool on) { overrideSignals_ = on; }
   // Cuts the name at its first "^" and looks the rest up exactly; -1 if it is not there.
   int getSignalIndex(std::string_view name) const;
-  bool isSignalBound(int index) const { return index >= 0 && index < 32 && (signalFlags_ >> index & 1U) != 0; }
+  bool isSignalBound(int index) const {
+    return index >= 0 && index < 32 && (signalFlags_ >> index & 1U) != 0;
+  }
   // The place in a definition file that the object came from.
   Origin origin() const { return origin_; }
 
@@ -139,7 +144,8 @@ class CMC_Object : public CXObject {
  protected:
   CMC_Object(const CMC_Object& other);  // the copy has a new identity: no bindings, no clones, no scene
 
-  // Takes the object out of everything that would still call it or show it. Called once, before the memory may go.
+  // Takes the object out of everything that would still call it or show it. Called once, before the memory
+  // may go.
   virtual void unlink() {}
   void setSignalFlag(int index) {
     if (index >= 0 && index < 32) signalFlags_ |= 1U << index;
@@ -171,7 +177,8 @@ class CMC_Object : public CXObject {
   std::vector<WeakRef<CMC_Behaviour>> tmpBehList_;
 };
 
-// The one downcast of a looked-up object: null unless the object is of class T. Each class names its own types.
+// The one downcast of a looked-up object: null unless the object is of class T. Each class names its own
+// types.
 template <class T>
 T* object_cast(CMC_Object* object) {
   return object != nullptr && T::isTypeOf(object->getType()) ? static_cast<T*>(object) : nullptr;

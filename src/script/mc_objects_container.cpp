@@ -12,8 +12,8 @@
 
 namespace footlight {
 
-CMC_ObjectsContainer::CMC_ObjectsContainer(CWindow* window, CMC_ObjectsContainer* container, const CMElement* element,
-                                           int type)
+CMC_ObjectsContainer::CMC_ObjectsContainer(CWindow* window, CMC_ObjectsContainer* container,
+                                           const CMElement* element, int type)
     : CMC_Object(container, element, type), window_(window) {}
 
 CMC_ObjectsContainer::CMC_ObjectsContainer(CWindow* window, CXString name, int type)
@@ -90,8 +90,9 @@ CMC_Object* CMC_ObjectsContainer::getObject(std::string_view name) const {
   return nullptr;
 }
 
-// The number 0 of a name is the object itself: each ending "_0" may go. The own scope is asked from the longest name
-// to the shortest, then the parents are asked from the shortest to the longest; each pair is asked once.
+// The number 0 of a name is the object itself: each ending "_0" may go. The own scope is asked from the
+// longest name to the shortest, then the parents are asked from the shortest to the longest; each pair is
+// asked once.
 CMC_Object* CMC_ObjectsContainer::lookUp(std::string_view name) const {
   std::string_view shortest = name;
   while (shortest.ends_with("_0")) {
@@ -109,13 +110,15 @@ CMC_Object* CMC_ObjectsContainer::lookUp(std::string_view name) const {
 
 CMC_Object* CMC_ObjectsContainer::getVariable(std::string_view name) const {
   CMC_Object* found = getObject(name);
-  const bool isValue = found != nullptr && found->getType() >= type::kInteger && found->getType() <= type::kDouble;
+  const bool isValue =
+      found != nullptr && found->getType() >= type::kInteger && found->getType() <= type::kDouble;
   return isValue ? found : nullptr;
 }
 
 int CMC_ObjectsContainer::getObjectId(std::string_view name) const {
-  const auto found = std::find_if(objects_.begin(), objects_.end(),
-                                  [name](const CMC_Object* object) { return object->getName().view() == name; });
+  const auto found = std::find_if(objects_.begin(), objects_.end(), [name](const CMC_Object* object) {
+    return object->getName().view() == name;
+  });
   return found == objects_.end() ? -1 : static_cast<int>(found - objects_.begin());
 }
 
@@ -179,7 +182,8 @@ std::vector<const CMElement*> CMC_ObjectsContainer::resolveObjects(const CMEleme
   for (int pass = 1; pass <= kLastPass; ++pass) {
     buildPass(waiting, pass);
     if (pass != kClasses) continue;
-    for (CMC_Object* object : getObjectsOfType(type::kBehaviour)) static_cast<CMC_Behaviour*>(object)->resolveCondition();
+    for (CMC_Object* object : getObjectsOfType(type::kBehaviour))
+      static_cast<CMC_Behaviour*>(object)->resolveCondition();
   }
   if (diagnose::isOn()) {
     for (const CMElement* element : waiting) {
@@ -211,7 +215,8 @@ void CMC_ObjectsContainer::buildPass(std::vector<const CMElement*>& waiting, int
   waiting = std::move(left);
 }
 
-// Mouse, keyboard and canvas observer exist once a chain: a further element adds its bindings to the one there is.
+// Mouse, keyboard and canvas observer exist once a chain: a further element adds its bindings to the one
+// there is.
 bool CMC_ObjectsContainer::adoptExisting(const CMElement* element, const TypeDescription& description) {
   const int type = description.number;
   if (type != type::kMouse && type != type::kKeyboard && type != type::kCanvasObserver) return false;

@@ -1,10 +1,11 @@
 #pragma once
 
-// A scope: it owns named script objects, finds them by name through a chain of parents, builds them from a definition
-// document and unloads them. The application, its episodes and scenes, and the instances of classes are containers.
+// A scope: it owns named script objects, finds them by name through a chain of parents, builds them from a
+// definition document and unloads them. The application, its episodes and scenes, and the instances of
+// classes are containers.
 //
-// A container owns what was added to it, except containers of the three levels of a game, which their owners keep.
-// Names are unique in a container: a new object of a name ends the old one.
+// A container owns what was added to it, except containers of the three levels of a game, which their owners
+// keep. Names are unique in a container: a new object of a name ends the old one.
 
 #include <memory>
 #include <string_view>
@@ -28,13 +29,14 @@ class CMC_ObjectsContainer : public CMC_Object {
   ~CMC_ObjectsContainer() override;
 
   static bool isTypeOf(int type) {
-    return type == type::kApplication || type == type::kEpisode || type == type::kScene || type == type::kClass;
+    return type == type::kApplication || type == type::kEpisode || type == type::kScene ||
+           type == type::kClass;
   }
 
   // Takes an object out without ending it, and out of the ownership; false if it is not here under its name.
   virtual bool removeObject(CMC_Object* object);
-  // Takes an object over. One of the same name is removed and ended first. Over the limit of objects in a scope the
-  // object is ended instead and the answer is false.
+  // Takes an object over. One of the same name is removed and ended first. Over the limit of objects in a
+  // scope the object is ended instead and the answer is false.
   virtual bool addObject(CMC_Object* object);
   // Empties the group, then fills it with all objects of the type whose word is given.
   virtual void getObjects(std::string_view typeWord, CMC_Groupped* group);
@@ -42,7 +44,8 @@ class CMC_ObjectsContainer : public CMC_Object {
   // Finishes and ends all objects; the container can be filled again.
   virtual void unload();
 
-  // Looks in this container, then without each ending "_0", then in the parents; null if nothing has the name.
+  // Looks in this container, then without each ending "_0", then in the parents; null if nothing has the
+  // name.
   CMC_Object* getObject(std::string_view name) const;
   CMC_Object* getObject(int index) const;
   // The object of class T, null for none or one of another class.
@@ -71,8 +74,8 @@ class CMC_ObjectsContainer : public CMC_Object {
   // The reverse, with `parentsToo` for the parents' objects; "UNKNOWN" if none matches.
   CXString getGraphicsObjectName(const CGraphicsObject* graphics, bool parentsToo) const;
 
-  // One object from one element, not yet initialised or added; null for a type that nobody knows. If there is a group,
-  // the inline behaviours bound to the object join it.
+  // One object from one element, not yet initialised or added; null for a type that nobody knows. If there is
+  // a group, the inline behaviours bound to the object join it.
   CMC_Object* resolve(const CMElement* element, CMC_Groupped* group);
   // All objects of a document, in six passes. Gives the elements that nobody knew what to make of.
   std::vector<const CMElement*> resolveObjects(const CMElements& elements);

@@ -78,7 +78,9 @@ Result addToGroup(CMC_Object& object, Call& call) {
 // Arrays are filled by their own type; until an object of it exists there is nothing to add to.
 Result addToArray(CMC_Object& /*object*/, Call& /*call*/) { return {}; }
 
-Result getName(CMC_Object& object, Call& /*call*/) { return CMC_VariableFactory::makeString(object.getName()); }
+Result getName(CMC_Object& object, Call& /*call*/) {
+  return CMC_VariableFactory::makeString(object.getName());
+}
 
 Result clone(CMC_Object& object, Call& call) {
   object.clone(call.has(0) ? call.integer(0) : 1);
@@ -170,7 +172,8 @@ int CMC_Runner::resolveMethod(std::string_view name) const {
   return found == numbers_.end() ? -1 : found->second;
 }
 
-Result CMC_Runner::run(int methodId, CMC_Object* object, CMC_ObjectsContainer* scope, ArgumentList arguments) {
+Result CMC_Runner::run(int methodId, CMC_Object* object, CMC_ObjectsContainer* scope,
+                       ArgumentList arguments) {
   const bool known = methodId >= 0 && static_cast<std::size_t>(methodId) < byNumber_.size();
   const Method* method = known ? byNumber_[static_cast<std::size_t>(methodId)] : nullptr;
   if (method == nullptr || object == nullptr) return {};

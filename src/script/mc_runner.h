@@ -1,12 +1,12 @@
 #pragma once
 
-// Method dispatch. Each type has one stateless runner that knows the type's methods by name and number; the object is
-// passed in at each call. A runner is one constant table: number, name, least and most arguments, function. Running a
-// method is a bounds check and an indexed call.
+// Method dispatch. Each type has one stateless runner that knows the type's methods by name and number; the
+// object is passed in at each call. A runner is one constant table: number, name, least and most arguments,
+// function. Running a method is a bounds check and an indexed call.
 //
-// A method body is a small function that gets its object already cast and a Call with the scope and the argument
-// getters; it knows nothing of its number. Too few arguments are a silent null. While a method runs, its object and
-// its arguments are pinned.
+// A method body is a small function that gets its object already cast and a Call with the scope and the
+// argument getters; it knows nothing of its number. Too few arguments are a silent null. While a method runs,
+// its object and its arguments are pinned.
 
 #include <cstdint>
 #include <span>
@@ -22,7 +22,8 @@ namespace footlight {
 
 class CMC_Variable;
 
-// What a call came to: nothing, an object (as a rule a variable), or the wish to stop the run that it stands in.
+// What a call came to: nothing, an object (as a rule a variable), or the wish to stop the run that it stands
+// in.
 class Result {
  public:
   enum class Kind : std::uint8_t { none, value, breakRun, oneBreak, continueRun };
@@ -50,8 +51,8 @@ class Result {
 
 using ArgumentList = std::span<const Ref<CMC_Object>>;
 
-// One call as a method sees it. Every getter gives 0, "", false or null past the end of the list. An expression is
-// calculated at each reading. An object that is no variable reads as its name, 0 and false.
+// One call as a method sees it. Every getter gives 0, "", false or null past the end of the list. An
+// expression is calculated at each reading. An object that is no variable reads as its name, 0 and false.
 class Call {
  public:
   Call(CMC_ObjectsContainer* scope, ArgumentList arguments) : scope_(scope), arguments_(arguments) {}
@@ -131,7 +132,8 @@ class CMC_Runner : public CXObject {
   virtual void prepareMthHashSet();
   // By number; one that the runner does not know is a silent null.
   virtual Result run(int methodId, CMC_Object* object, CMC_ObjectsContainer* scope, ArgumentList arguments);
-  virtual Result run(std::string_view method, CMC_Object* object, CMC_ObjectsContainer* scope, ArgumentList arguments);
+  virtual Result run(std::string_view method, CMC_Object* object, CMC_ObjectsContainer* scope,
+                     ArgumentList arguments);
   // The number of a method, -1 for a name that is not in the table. Names are compared exactly.
   virtual int resolveMethod(std::string_view name) const;
   // True when a name outside the table may mean something all the same.

@@ -16,7 +16,8 @@ CMC_Structure::CMC_Structure(CMC_ObjectsContainer* container, const CMElement* e
     const int close = piece.Find('>', std::max(open, 0));
     if (open < 0) continue;
     CXString name = piece.Left(open).AllTrim();
-    declare(getName() + "_" + name, getTypeId(piece.Mid(open + 1, close < 0 ? piece.Length() : close).AllTrim()));
+    declare(getName() + "_" + name,
+            getTypeId(piece.Mid(open + 1, close < 0 ? piece.Length() : close).AllTrim()));
   }
   initializeBehaviours(container, element);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-// STRUCT: a record of typed fields, each a variable named "STRUCT_FIELD". The structure owns its fields, unless it is
-// mapped onto another one: then it shares that one's fields.
+// STRUCT: a record of typed fields, each a variable named "STRUCT_FIELD". The structure owns its fields,
+// unless it is mapped onto another one: then it shares that one's fields.
 
 #include <vector>
 

@@ -50,7 +50,8 @@ CMC_Variable::CMC_Variable(CMC_ObjectsContainer* container, const CMElement* ele
       toIni_(element->getPropertyBoolValue("TOINI")),
       netNotify_(toIni_ || element->getPropertyBoolValue("NETNOTIFY")) {}
 
-CMC_Variable::CMC_Variable(CXString name, int type, int poolId) : CMC_Object(std::move(name), type), poolId_(poolId) {}
+CMC_Variable::CMC_Variable(CXString name, int type, int poolId)
+    : CMC_Object(std::move(name), type), poolId_(poolId) {}
 
 void CMC_Variable::init() {
   const Ref<CMC_Variable> self(this);
@@ -77,7 +78,8 @@ void CMC_Variable::onChange(bool changed) {
   if (brutal && !onSignal(CXString("ONBRUTALCHANGED^") + toString())) onSignal("ONBRUTALCHANGED");
   if (plain && !onSignal(CXString("ONCHANGED^") + toString())) onSignal("ONCHANGED");
   if (!changed || !toIni_ || isDisposed() || getScene() == nullptr) return;
-  if (CConfig* config = getScene()->getConfig()) config->PutString(getScene()->getName(), getName(), toString());
+  if (CConfig* config = getScene()->getConfig())
+    config->PutString(getScene()->getName(), getName(), toString());
 }
 
 void CMC_Variable::onNetChange(CMC_Variable* value) {
@@ -93,11 +95,16 @@ void CMC_Variable::onNetChange(CMC_Variable* value) {
 Ref<CMC_Variable> CMC_Variable::convert(int type) {
   if (type == getType()) return Ref<CMC_Variable>(this);
   switch (type) {
-    case type::kInteger: return CMC_VariableFactory::makeInteger(asInteger());
-    case type::kString: return CMC_VariableFactory::makeString(toString());
-    case type::kBool: return CMC_VariableFactory::makeBool(asBool());
-    case type::kDouble: return CMC_VariableFactory::makeDouble(asDouble());
-    default: return nullptr;
+    case type::kInteger:
+      return CMC_VariableFactory::makeInteger(asInteger());
+    case type::kString:
+      return CMC_VariableFactory::makeString(toString());
+    case type::kBool:
+      return CMC_VariableFactory::makeBool(asBool());
+    case type::kDouble:
+      return CMC_VariableFactory::makeDouble(asDouble());
+    default:
+      return nullptr;
   }
 }
 
@@ -148,17 +155,25 @@ void CMC_Integer::dec() {
 
 bool CMC_Integer::equals(CMC_Variable* other) { return other != nullptr && value_ == other->asInteger(); }
 
-int CMC_Integer::compare(CMC_Variable* other) { return other == nullptr ? 1 : sign(value_, other->asInteger()); }
+int CMC_Integer::compare(CMC_Variable* other) {
+  return other == nullptr ? 1 : sign(value_, other->asInteger());
+}
 
 Ref<CMC_Variable> CMC_Integer::calculate(CMC_Variable* other, Operation operation) {
   const int b = other != nullptr ? other->asInteger() : 0;
   switch (operation) {
-    case Operation::add: return CMC_VariableFactory::makeInteger(wrap_add(value_, b));
-    case Operation::subtract: return CMC_VariableFactory::makeInteger(wrap_sub(value_, b));
-    case Operation::multiply: return CMC_VariableFactory::makeInteger(wrap_mul(value_, b));
-    case Operation::divide: return CMC_VariableFactory::makeInteger(divide(value_, b));
-    case Operation::modulo: return CMC_VariableFactory::makeInteger(remainder(value_, b));
-    case Operation::none: break;
+    case Operation::add:
+      return CMC_VariableFactory::makeInteger(wrap_add(value_, b));
+    case Operation::subtract:
+      return CMC_VariableFactory::makeInteger(wrap_sub(value_, b));
+    case Operation::multiply:
+      return CMC_VariableFactory::makeInteger(wrap_mul(value_, b));
+    case Operation::divide:
+      return CMC_VariableFactory::makeInteger(divide(value_, b));
+    case Operation::modulo:
+      return CMC_VariableFactory::makeInteger(remainder(value_, b));
+    case Operation::none:
+      break;
   }
   return CMC_VariableFactory::makeInteger(value_);
 }
@@ -263,17 +278,25 @@ void CMC_Double::dec() {
 
 bool CMC_Double::equals(CMC_Variable* other) { return other != nullptr && value_ == other->asDouble(); }
 
-int CMC_Double::compare(CMC_Variable* other) { return other == nullptr ? -1 : sign(value_, other->asDouble()); }
+int CMC_Double::compare(CMC_Variable* other) {
+  return other == nullptr ? -1 : sign(value_, other->asDouble());
+}
 
 Ref<CMC_Variable> CMC_Double::calculate(CMC_Variable* other, Operation operation) {
   const double b = other != nullptr ? other->asDouble() : 0.0;
   switch (operation) {
-    case Operation::add: return CMC_VariableFactory::makeDouble(value_ + b);
-    case Operation::subtract: return CMC_VariableFactory::makeDouble(value_ - b);
-    case Operation::multiply: return CMC_VariableFactory::makeDouble(value_ * b);
-    case Operation::divide: return CMC_VariableFactory::makeDouble(b == 0.0 ? 0.0 : value_ / b);
-    case Operation::modulo: return CMC_VariableFactory::makeDouble(remainder(to_int(value_), to_int(b)));
-    case Operation::none: break;
+    case Operation::add:
+      return CMC_VariableFactory::makeDouble(value_ + b);
+    case Operation::subtract:
+      return CMC_VariableFactory::makeDouble(value_ - b);
+    case Operation::multiply:
+      return CMC_VariableFactory::makeDouble(value_ * b);
+    case Operation::divide:
+      return CMC_VariableFactory::makeDouble(b == 0.0 ? 0.0 : value_ / b);
+    case Operation::modulo:
+      return CMC_VariableFactory::makeDouble(remainder(to_int(value_), to_int(b)));
+    case Operation::none:
+      break;
   }
   return CMC_VariableFactory::makeDouble(value_);
 }

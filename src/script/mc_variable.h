@@ -1,7 +1,8 @@
 #pragma once
 
-// Scripts hold all data in four value objects: INTEGER, DOUBLE, BOOL and STRING. The same classes serve for values that
-// exist for a moment only; those come from the pools of CMC_VariableFactory and go back when their last Ref goes.
+// Scripts hold all data in four value objects: INTEGER, DOUBLE, BOOL and STRING. The same classes serve for
+// values that exist for a moment only; those come from the pools of CMC_VariableFactory and go back when
+// their last Ref goes.
 //
 // Expressions and structures are variables too and take part in the same operations.
 
@@ -51,8 +52,9 @@ class CMC_Variable : public CMC_Object {
   virtual void onNetChange(CMC_Variable* value);
   virtual void setDefault(CMC_Variable* value) = 0;
   virtual void resetINI() = 0;
-  // The flat record of network messages: 4-byte type number and the value. `netstore` fills getBufferLen() bytes;
-  // `netrestore` reads what stands behind the type number and is false, with nothing changed, on a short record.
+  // The flat record of network messages: 4-byte type number and the value. `netstore` fills getBufferLen()
+  // bytes; `netrestore` reads what stands behind the type number and is false, with nothing changed, on a
+  // short record.
   virtual int getBufferLen() const = 0;
   virtual void netstore(std::span<std::byte> buffer) const = 0;
   virtual bool netrestore(std::span<const std::byte> value) = 0;
@@ -150,7 +152,9 @@ class CMC_Integer : public CMC_ValueVariable<int> {
   double asDouble() override { return value_; }
   bool asBool() override { return value_ != 0; }
   CXString toString() const override { return CXString::toString(value_); }
-  std::unique_ptr<CMC_Object> copy() const override { return std::unique_ptr<CMC_Object>(new CMC_Integer(*this)); }
+  std::unique_ptr<CMC_Object> copy() const override {
+    return std::unique_ptr<CMC_Object>(new CMC_Integer(*this));
+  }
 
  protected:
   int read(CMC_Variable* other) const override { return other->asInteger(); }
@@ -177,7 +181,9 @@ class CMC_String : public CMC_ValueVariable<CXString> {
   double asDouble() override { return value_.toDouble(); }
   bool asBool() override { return value_.toBool(); }
   CXString toString() const override { return value_; }
-  std::unique_ptr<CMC_Object> copy() const override { return std::unique_ptr<CMC_Object>(new CMC_String(*this)); }
+  std::unique_ptr<CMC_Object> copy() const override {
+    return std::unique_ptr<CMC_Object>(new CMC_String(*this));
+  }
   // Turns the value into capitals.
   virtual void upper() { change(value_.Upper()); }
 
@@ -207,7 +213,9 @@ class CMC_Bool : public CMC_ValueVariable<bool> {
   double asDouble() override { return value_ ? 1.0 : 0.0; }
   bool asBool() override { return value_; }
   CXString toString() const override { return CXString::toString(value_); }
-  std::unique_ptr<CMC_Object> copy() const override { return std::unique_ptr<CMC_Object>(new CMC_Bool(*this)); }
+  std::unique_ptr<CMC_Object> copy() const override {
+    return std::unique_ptr<CMC_Object>(new CMC_Bool(*this));
+  }
 
  protected:
   bool read(CMC_Variable* other) const override { return other->asBool(); }
@@ -233,7 +241,9 @@ class CMC_Double : public CMC_ValueVariable<double> {
   double asDouble() override { return value_; }
   bool asBool() override { return value_ != 0.0; }
   CXString toString() const override { return CXString::toString(value_); }
-  std::unique_ptr<CMC_Object> copy() const override { return std::unique_ptr<CMC_Object>(new CMC_Double(*this)); }
+  std::unique_ptr<CMC_Object> copy() const override {
+    return std::unique_ptr<CMC_Object>(new CMC_Double(*this));
+  }
 
  protected:
   double read(CMC_Variable* other) const override { return other->asDouble(); }

@@ -29,7 +29,8 @@ class Pool {
   }
 
   int used() const {
-    return static_cast<int>(std::count_if(slots_.begin(), slots_.end(), [](const auto& s) { return s->pins() > 0; }));
+    return static_cast<int>(
+        std::count_if(slots_.begin(), slots_.end(), [](const auto& s) { return s->pins() > 0; }));
   }
 
  private:
@@ -96,25 +97,37 @@ Ref<CMC_String> CMC_VariableFactory::allocString() { return pools.strings.alloc(
 Ref<CMC_Variable> CMC_VariableFactory::makeBool(bool value) { return filled(allocBool(), value); }
 Ref<CMC_Variable> CMC_VariableFactory::makeDouble(double value) { return filled(allocDouble(), value); }
 Ref<CMC_Variable> CMC_VariableFactory::makeInteger(int value) { return filled(allocInteger(), value); }
-Ref<CMC_Variable> CMC_VariableFactory::makeString(CXString value) { return filled(allocString(), std::move(value)); }
+Ref<CMC_Variable> CMC_VariableFactory::makeString(CXString value) {
+  return filled(allocString(), std::move(value));
+}
 
 Ref<CMC_Variable> CMC_VariableFactory::make(int type) {
   switch (type) {
-    case type::kInteger: return makeInteger(0);
-    case type::kString: return makeString({});
-    case type::kBool: return makeBool(false);
-    case type::kDouble: return makeDouble(0.0);
-    default: return nullptr;
+    case type::kInteger:
+      return makeInteger(0);
+    case type::kString:
+      return makeString({});
+    case type::kBool:
+      return makeBool(false);
+    case type::kDouble:
+      return makeDouble(0.0);
+    default:
+      return nullptr;
   }
 }
 
 std::unique_ptr<CMC_Variable> CMC_VariableFactory::makeNamed(int type, const CXString& name) {
   switch (type) {
-    case type::kInteger: return std::make_unique<CMC_Integer>(name, CMC_Variable::kNoPool);
-    case type::kString: return std::make_unique<CMC_String>(name, CMC_Variable::kNoPool);
-    case type::kBool: return std::make_unique<CMC_Bool>(name, CMC_Variable::kNoPool);
-    case type::kDouble: return std::make_unique<CMC_Double>(name, CMC_Variable::kNoPool);
-    default: return nullptr;
+    case type::kInteger:
+      return std::make_unique<CMC_Integer>(name, CMC_Variable::kNoPool);
+    case type::kString:
+      return std::make_unique<CMC_String>(name, CMC_Variable::kNoPool);
+    case type::kBool:
+      return std::make_unique<CMC_Bool>(name, CMC_Variable::kNoPool);
+    case type::kDouble:
+      return std::make_unique<CMC_Double>(name, CMC_Variable::kNoPool);
+    default:
+      return nullptr;
   }
 }
 

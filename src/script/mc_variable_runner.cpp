@@ -19,8 +19,8 @@ namespace {
 
 using Factory = CMC_VariableFactory;
 
-constexpr double kDegrees = 57.29577950560105;   // radians to degrees, of ARCTAN
-constexpr double kRadians = 0.0174532924;        // degrees to radians, of SINUS and COSINUS
+constexpr double kDegrees = 57.29577950560105;  // radians to degrees, of ARCTAN
+constexpr double kRadians = 0.0174532924;       // degrees to radians, of SINUS and COSINUS
 constexpr double kHalfTurn = 180.0;
 constexpr double kPi = 3.14159265358979323846;
 
@@ -34,7 +34,9 @@ Result store(CMC_Variable& object, const Ref<CMC_Variable>& value) {
 
 Result storeInteger(CMC_Variable& object, int value) { return store(object, Factory::makeInteger(value)); }
 
-Result storeDouble(CMC_Variable& object, double value) { return store(object, Factory::makeDouble(finite(value))); }
+Result storeDouble(CMC_Variable& object, double value) {
+  return store(object, Factory::makeDouble(finite(value)));
+}
 
 bool isNumeric(const CMC_Variable& object) {
   return object.getType() == type::kInteger || object.getType() == type::kDouble;
@@ -134,11 +136,17 @@ Result abs(CMC_Variable& object, Call& call) {
   return storeInteger(object, value < 0 ? wrap_negate(value) : value);
 }
 
-Result bitAnd(CMC_Variable& object, Call& call) { return storeInteger(object, object.asInteger() & call.integer(0)); }
+Result bitAnd(CMC_Variable& object, Call& call) {
+  return storeInteger(object, object.asInteger() & call.integer(0));
+}
 
-Result bitOr(CMC_Variable& object, Call& call) { return storeInteger(object, object.asInteger() | call.integer(0)); }
+Result bitOr(CMC_Variable& object, Call& call) {
+  return storeInteger(object, object.asInteger() | call.integer(0));
+}
 
-Result bitXor(CMC_Variable& object, Call& call) { return storeInteger(object, object.asInteger() ^ call.integer(0)); }
+Result bitXor(CMC_Variable& object, Call& call) {
+  return storeInteger(object, object.asInteger() ^ call.integer(0));
+}
 
 Result bitNot(CMC_Variable& object, Call& /*call*/) {
   if (object.getType() == type::kInteger) return storeInteger(object, ~object.asInteger());
@@ -176,7 +184,9 @@ Result length(CMC_Variable& object, Call& call) {
   return storeDouble(object, std::sqrt(x * x + y * y));
 }
 
-Result arcTan(CMC_Variable& object, Call& call) { return storeDouble(object, std::atan(call.real(0)) * kDegrees); }
+Result arcTan(CMC_Variable& object, Call& call) {
+  return storeDouble(object, std::atan(call.real(0)) * kDegrees);
+}
 
 Result arcTanEx(CMC_Variable& object, Call& call) {
   double angle = std::atan2(call.real(0), call.real(1)) * (kHalfTurn / kPi);
@@ -184,9 +194,13 @@ Result arcTanEx(CMC_Variable& object, Call& call) {
   return storeDouble(object, to_int(angle + call.real(2)));
 }
 
-Result sinus(CMC_Variable& object, Call& call) { return storeDouble(object, std::sin(call.real(0) * kRadians)); }
+Result sinus(CMC_Variable& object, Call& call) {
+  return storeDouble(object, std::sin(call.real(0) * kRadians));
+}
 
-Result cosinus(CMC_Variable& object, Call& call) { return storeDouble(object, std::cos(call.real(0) * kRadians)); }
+Result cosinus(CMC_Variable& object, Call& call) {
+  return storeDouble(object, std::cos(call.real(0) * kRadians));
+}
 
 template <class Choose>
 Result extreme(CMC_Variable& object, const Call& call, Choose choose) {
@@ -207,7 +221,8 @@ Result round(CMC_Variable& object, Call& /*call*/) {
   if (object.getType() != type::kDouble) return {};
   const double value = object.asDouble();
   const int whole = to_int(value);
-  return Result(Factory::makeInteger(remainder(to_int(value * 100.0), 100) >= 50 ? wrap_add(whole, 1) : whole));
+  return Result(
+      Factory::makeInteger(remainder(to_int(value * 100.0), 100) >= 50 ? wrap_add(whole, 1) : whole));
 }
 
 Result sgn(CMC_Variable& object, Call& /*call*/) {
@@ -235,7 +250,8 @@ Result get(CMC_Variable& object, Call& call) {
   const int index = call.integer(0);
   if (!call.has(1)) {
     const char character = text.GetAt(index);
-    return Result(Factory::makeString(character == '\0' ? CXString() : CXString(std::string_view(&character, 1))));
+    return Result(
+        Factory::makeString(character == '\0' ? CXString() : CXString(std::string_view(&character, 1))));
   }
   const int count = call.integer(1);
   return Result(Factory::makeString(text.Mid(index, count == -1 ? text.Length() : wrap_add(index, count))));

@@ -1,11 +1,11 @@
 #pragma once
 
-// The parsed definition document: named elements, each with properties in file order and references to children.
-// It has no behaviour of its own; object types read the properties that they know. Names are compared exactly and
-// the first match wins. Values stay text: each typed getter parses anew.
+// The parsed definition document: named elements, each with properties in file order and references to
+// children. It has no behaviour of its own; object types read the properties that they know. Names are
+// compared exactly and the first match wins. Values stay text: each typed getter parses anew.
 //
-// The document's list owns its elements; the list of an element's children owns nothing. Elements and properties
-// remember the place in the file that they came from.
+// The document's list owns its elements; the list of an element's children owns nothing. Elements and
+// properties remember the place in the file that they came from.
 
 #include <memory>
 #include <optional>
@@ -69,8 +69,8 @@ class CMProperties : public CXObject {
   mutable std::unique_ptr<Index> index_;  // keys point into the properties' own names
 };
 
-// A list of elements that owns them or only refers to them. Looking a name up costs one probe, however long the
-// list; of several elements of one name the first is found.
+// A list of elements that owns them or only refers to them. Looking a name up costs one probe, however long
+// the list; of several elements of one name the first is found.
 class CMElements : public CXObject {
  public:
   explicit CMElements(bool ownsItems) : owns_(ownsItems) {}

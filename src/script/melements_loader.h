@@ -14,8 +14,8 @@ class CWindow;
 
 class CMElementsLoader {
  public:
-  // Reads a definition file, plain or coded; null when it cannot be opened. When the command line asks for it, a
-  // coded or decoded copy is first written beside the file.
+  // Reads a definition file, plain or coded; null when it cannot be opened. When the command line asks for
+  // it, a coded or decoded copy is first written beside the file.
   static std::unique_ptr<CMElements> load(CWindow* window, const CXString& fileName);
   // The same on text in memory, which stays the caller's; no copies are written.
   static std::unique_ptr<CMElements> load(CWindow* window, CTextFileReader* reader);

@@ -9,9 +9,10 @@ namespace footlight {
 
 class CMC_ObjectsContainer;
 
-// The object for an element of a type that definitions can name. A type whose own class does not exist yet gives an
-// object with its name, its signals and the methods of every object. The caller owns it.
-CMC_Object* makeObject(CMC_ObjectsContainer* container, const CMElement* element, const TypeDescription& description);
+// The object for an element of a type that definitions can name. A type whose own class does not exist yet
+// gives an object with its name, its signals and the methods of every object. The caller owns it.
+CMC_Object* makeObject(CMC_ObjectsContainer* container, const CMElement* element,
+                       const TypeDescription& description);
 
 // A bare ANIMO, IMAGE, SOUND or BUTTON of the name, added to the scope; other words do nothing.
 void createBareObject(CMC_ObjectsContainer* scope, const CXString& word, const CXString& name);

@@ -1,7 +1,8 @@
 #pragma once
 
-// The window's trash for objects that must die after their last callback has returned. Every ten seconds those that
-// are marked to be deleted go. The list holds its objects weakly: one that its owner ends earlier just drops out.
+// The window's trash for objects that must die after their last callback has returned. Every ten seconds
+// those that are marked to be deleted go. The list holds its objects weakly: one that its owner ends earlier
+// just drops out.
 
 #include <vector>
 

@@ -10,18 +10,21 @@ constexpr const char* kThree[] = {FOOTLIGHT_THREE};
 constexpr const char* kVariableSignals[] = {FOOTLIGHT_THREE, "ONCHANGED", "ONBRUTALCHANGED", "ONNETCHANGE"};
 constexpr const char* kArraySignals[] = {FOOTLIGHT_THREE, "ONCHANGED"};
 constexpr const char* kConditionSignals[] = {FOOTLIGHT_THREE, "ONRUNTIMESUCCESS", "ONRUNTIMEFAILED"};
-constexpr const char* kAnimoSignals[] = {FOOTLIGHT_THREE,  "ONSTARTED",   "ONFINISHED",          "ONPAUSED",
-                                         "ONRESUMED",      "ONFRAMECHANGED", "ONCOLLISION",      "ONCOLLISIONFINISHED",
-                                         "ONFOCUSON",      "ONFOCUSOFF",  "ONCLICK",             "ONRELEASE"};
-constexpr const char* kImageSignals[] = {FOOTLIGHT_THREE, "ONCOLLISION", "ONCOLLISIONFINISHED", "ONFOCUSON",
-                                         "ONFOCUSOFF",    "ONCLICK",     "ONRELEASE"};
+constexpr const char* kAnimoSignals[] = {
+    FOOTLIGHT_THREE, "ONSTARTED",           "ONFINISHED", "ONPAUSED",   "ONRESUMED", "ONFRAMECHANGED",
+    "ONCOLLISION",   "ONCOLLISIONFINISHED", "ONFOCUSON",  "ONFOCUSOFF", "ONCLICK",   "ONRELEASE"};
+constexpr const char* kImageSignals[] = {
+    FOOTLIGHT_THREE, "ONCOLLISION", "ONCOLLISIONFINISHED", "ONFOCUSON", "ONFOCUSOFF", "ONCLICK", "ONRELEASE"};
 constexpr const char* kTextSignals[] = {FOOTLIGHT_THREE, "ONCOLLISION", "ONCOLLISIONFINISHED"};
-constexpr const char* kButtonSignals[] = {FOOTLIGHT_THREE, "ONFOCUSON", "ONFOCUSOFF",      "ONPAUSED",   "ONCLICKED",
-                                          "ONRELEASED",    "ONACTION",  "ONSTARTDRAGGING", "ONDRAGGING", "ONENDDRAGGING"};
+constexpr const char* kButtonSignals[] = {FOOTLIGHT_THREE, "ONFOCUSON",    "ONFOCUSOFF", "ONPAUSED",
+                                          "ONCLICKED",     "ONRELEASED",   "ONACTION",   "ONSTARTDRAGGING",
+                                          "ONDRAGGING",    "ONENDDRAGGING"};
 constexpr const char* kCanvasSignals[] = {FOOTLIGHT_THREE, "ONFOCUSON", "ONFOCUSOFF", "ONCLICK", "ONRELEASE"};
-constexpr const char* kCanvasObserverSignals[] = {FOOTLIGHT_THREE,   "ONINITIALUPDATE",  "ONUPDATE",        "ONUPDATED",
-                                                  "ONWINDOWFOCUSON", "ONWINDOWFOCUSOFF", "ONINITIALUPDATED"};
-constexpr const char* kEditBoxSignals[] = {FOOTLIGHT_THREE, "ONFOCUSON", "ONFOCUSOFF", "ONCHANGED", "ONENTER", "ONESC"};
+constexpr const char* kCanvasObserverSignals[] = {FOOTLIGHT_THREE,   "ONINITIALUPDATE", "ONUPDATE",
+                                                  "ONUPDATED",       "ONWINDOWFOCUSON", "ONWINDOWFOCUSOFF",
+                                                  "ONINITIALUPDATED"};
+constexpr const char* kEditBoxSignals[] = {FOOTLIGHT_THREE, "ONFOCUSON", "ONFOCUSOFF",
+                                           "ONCHANGED",     "ONENTER",   "ONESC"};
 constexpr const char* kJoystickSignals[] = {FOOTLIGHT_THREE, "ONBUTTONUP", "ONBUTTONDOWN", "ONMOVE"};
 constexpr const char* kKeyboardSignals[] = {FOOTLIGHT_THREE, "ONCHAR", "ONKEYDOWN", "ONKEYUP"};
 constexpr const char* kMouseSignals[] = {FOOTLIGHT_THREE, "ONMOVE", "ONCLICK", "ONRELEASE", "ONDBLCLICK"};
@@ -31,8 +34,10 @@ constexpr const char* kScrollSignals[] = {FOOTLIGHT_THREE, "ONTOP", "ONBOTTOM", 
 constexpr const char* kSequenceSignals[] = {FOOTLIGHT_THREE, "ONSTARTED", "ONFINISHED"};
 constexpr const char* kSoundSignals[] = {FOOTLIGHT_THREE, "ONSTARTED", "ONFINISHED", "ONRESUMED"};
 constexpr const char* kTimerSignals[] = {FOOTLIGHT_THREE, "ONTICK"};
-constexpr const char* kNetClientSignals[] = {FOOTLIGHT_THREE, "ONCONNECTED", "ONCOMMAND", "ONCONNECTIONCLOSED"};
-constexpr const char* kNetServerSignals[] = {FOOTLIGHT_THREE, "ONNEWPLAYER", "ONDESTROYPLAYER", "ONCOMMAND", "ONTEXT"};
+constexpr const char* kNetClientSignals[] = {FOOTLIGHT_THREE, "ONCONNECTED", "ONCOMMAND",
+                                             "ONCONNECTIONCLOSED"};
+constexpr const char* kNetServerSignals[] = {FOOTLIGHT_THREE, "ONNEWPLAYER", "ONDESTROYPLAYER", "ONCOMMAND",
+                                             "ONTEXT"};
 
 constexpr const char* kValueProperties[] = {"VALUE", "DEFAULT", "TOINI", "NETNOTIFY"};
 constexpr const char* kBehaviourProperties[] = {"CODE", "CONDITION"};
@@ -41,16 +46,24 @@ constexpr const char* kComplexConditionProperties[] = {"CONDITION1", "OPERATOR",
 constexpr const char* kStructureProperties[] = {"FIELDS", "TOINI", "NETNOTIFY"};
 constexpr const char* kClassProperties[] = {"DEF", "BASE"};
 constexpr const char* kTimerProperties[] = {"ELAPSE", "TICKS", "ENABLED"};
-constexpr const char* kImageProperties[] = {"FILENAME",         "TOCANVAS",              "VISIBLE",  "FLUSHAFTERPLAYED", "PRELOAD",
-                                            "MONITORCOLLISION", "MONITORCOLLISIONALPHA", "PRIORITY", "ASBUTTON"};
-constexpr const char* kSceneProperties[] = {"DLLS", "DESCRIPTION", "CREATIONTIME", "LASTMODIFYTIME", "AUTHOR", "COAUTHORS",
-                                            "PATH", "BACKGROUND",  "MUSIC",        "DEAMON",         "VERSION"};
-constexpr const char* kEpisodeProperties[] = {"SCENES",       "STARTWITH", "DLLS",      "DESCRIPTION",
-                                              "CREATIONTIME", "LASTMODIFYTIME", "AUTHOR", "COAUTHORS",
-                                              "PATH",         "BACKGROUND", "MUSIC",    "DEAMON", "VERSION"};
-constexpr const char* kApplicationProperties[] = {"EPISODES",     "SCENES",         "STARTWITH", "DLLS",      "DESCRIPTION",
-                                                  "CREATIONTIME", "LASTMODIFYTIME", "AUTHOR",    "COAUTHORS", "PATH",
-                                                  "BACKGROUND",   "MUSIC",          "DEAMON",    "VERSION"};
+constexpr const char* kImageProperties[] = {"FILENAME",
+                                            "TOCANVAS",
+                                            "VISIBLE",
+                                            "FLUSHAFTERPLAYED",
+                                            "PRELOAD",
+                                            "MONITORCOLLISION",
+                                            "MONITORCOLLISIONALPHA",
+                                            "PRIORITY",
+                                            "ASBUTTON"};
+constexpr const char* kSceneProperties[] = {"DLLS",   "DESCRIPTION", "CREATIONTIME", "LASTMODIFYTIME",
+                                            "AUTHOR", "COAUTHORS",   "PATH",         "BACKGROUND",
+                                            "MUSIC",  "DEAMON",      "VERSION"};
+constexpr const char* kEpisodeProperties[] = {
+    "SCENES",    "STARTWITH", "DLLS",       "DESCRIPTION", "CREATIONTIME", "LASTMODIFYTIME", "AUTHOR",
+    "COAUTHORS", "PATH",      "BACKGROUND", "MUSIC",       "DEAMON",       "VERSION"};
+constexpr const char* kApplicationProperties[] = {
+    "EPISODES", "SCENES",    "STARTWITH", "DLLS",       "DESCRIPTION", "CREATIONTIME", "LASTMODIFYTIME",
+    "AUTHOR",   "COAUTHORS", "PATH",      "BACKGROUND", "MUSIC",       "DEAMON",       "VERSION"};
 
 // clang-format off
 constexpr TypeDescription kTypes[] = {
@@ -130,7 +143,8 @@ const TypeDescription* findType(int number) {
 const TypeDescription* findTypeByDefinition(std::string_view word) {
   // The canvas observer answers to its plain word too.
   if (word == "CANVASOBSERVER") word = "CANVAS_OBSERVER";
-  return findBy([word](const TypeDescription& d) { return d.definitionWord != nullptr && word == d.definitionWord; });
+  return findBy(
+      [word](const TypeDescription& d) { return d.definitionWord != nullptr && word == d.definitionWord; });
 }
 
 int typeNumberOf(std::string_view idWord) {

@@ -1,8 +1,9 @@
 #pragma once
 
-// Every type of script object in one table: its number, its words, the word that a definition writes in TYPE and the
-// pass of the build in which such an element is made, its signals in index order and its definition properties.
-// Objects, documentation, the checker for authors and the tests of completeness all read this table.
+// Every type of script object in one table: its number, its words, the word that a definition writes in TYPE
+// and the pass of the build in which such an element is made, its signals in index order and its definition
+// properties. Objects, documentation, the checker for authors and the tests of completeness all read this
+// table.
 
 #include <span>
 #include <string_view>

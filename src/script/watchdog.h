@@ -1,7 +1,7 @@
 #pragma once
 
-// Loops that a script makes endless are the script's own matter, but a closed window or the host's own patience end
-// them: every 4,096 statements the host is asked whether the run may go on.
+// Loops that a script makes endless are the script's own matter, but a closed window or the host's own
+// patience end them: every 4,096 statements the host is asked whether the run may go on.
 
 #include <functional>
 
@@ -9,7 +9,8 @@ namespace footlight::watchdog {
 
 inline constexpr int kStatements = 4096;
 
-// Installs the question; an empty one lets every run go on. It answers false to end all loops of the present run.
+// Installs the question; an empty one lets every run go on. It answers false to end all loops of the present
+// run.
 void use(std::function<bool()> mayContinue);
 // Counts one statement; false when the run must end.
 bool mayContinue();

@@ -1,0 +1,178 @@
+#!/usr/bin/env python3
+"""Shows a small game in a real window and on a real full screen, and compares what the glass shows with a screen shot
+of the same game run unseen.
+
+    window_test.py --host build/debug/footlight
+
+The display is an X server in memory, started here. It keeps its screen in a file, which is read. The low bits of a
+pixel are the display's affair: 5-6-5 pixels may reach a 24-bit screen with or without their low bits filled.
+"""
+
+import argparse
+import os
+import pathlib
+import shutil
+import struct
+import subprocess
+import sys
+import tempfile
+import time
+
+HERE = pathlib.Path(__file__).resolve().parent
+sys.path.insert(0, str(HERE.parent / "games"))
+import png  # noqa: E402
+
+DEFINITION = """OBJECT=GAME
+GAME:TYPE=APPLICATION
+GAME:SCENES=MAIN
+OBJECT=MAIN
+MAIN:TYPE=SCENE
+MAIN:PATH=MAIN
+MAIN:BACKGROUND=pattern.img
+"""
+SCREEN = (1600, 1200)  # twice the engine's screen in either direction
+ENGINE = (800, 600)
+MASK = (0xF8, 0xFC, 0xF8)
+PATIENCE = 40  # seconds
+
+
+class Display:
+    """An X server without a screen of glass, on a free number."""
+
+    def __init__(self, folder):
+        self.buffer = folder / "Xvfb_screen0"
+        reader, writer = os.pipe()
+        self.process = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(writer), "-screen", "0", f"{SCREEN[0]}x{SCREEN[1]}x24", "-fbdir", str(folder),
+             "-nolisten", "tcp"],
+            pass_fds=[writer], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+        )  # fmt: skip
+        os.close(writer)
+        with os.fdopen(reader) as answer:
+            number = answer.readline().strip()
+        if not number:
+            raise RuntimeError("Xvfb did not start")
+        self.name = f":{number}"
+
+    def picture(self):
+        """What the screen shows now."""
+        data = self.buffer.read_bytes()
+        header = struct.unpack_from(">25I", data)
+        width, height, row_bytes, colours = header[4], header[5], header[12], header[19]
+        start = header[0] + colours * 12
+        order = "<" if header[7] == 0 else ">"
+        pixels = bytearray()
+        for y in range(height):
+            row = struct.unpack_from(f"{order}{width}I", data, start + y * row_bytes)
+            for pixel in row:
+                pixels += bytes((pixel >> 16 & 255, pixel >> 8 & 255, pixel & 255))
+        return png.Picture(width, height, bytes(pixels))
+
+    def stop(self):
+        self.process.terminate()
+        self.process.wait()
+
+
+def coarse(picture):
+    """The picture without the low bits."""
+    table = [bytes(value & mask for value in range(256)) for mask in MASK]
+    pixels = bytearray(picture.pixels)
+    for channel in range(3):
+        pixels[channel::3] = pixels[channel::3].translate(table[channel])
+    return png.Picture(picture.width, picture.height, bytes(pixels))
+
+
+def part(picture, left, top, width, height, step=1):
+    """Every step-th pixel of a rectangle."""
+    rows = []
+    for y in range(top, top + height, step):
+        row = picture.pixels[3 * (y * picture.width + left) : 3 * (y * picture.width + left + width)]
+        rows.append(b"".join(row[3 * x : 3 * x + 3] for x in range(0, width, step)) if step > 1 else row)
+    return png.Picture((width + step - 1) // step, (height + step - 1) // step, b"".join(rows))
+
+
+def make_game(folder):
+    """One scene with a picture in which no two neighbours are alike."""
+    width, height = ENGINE
+    words = [(x * 7 + y * 13 + (x * y >> 4)) & 0xFFFF for y in range(height) for x in range(width)]
+    header = struct.pack("<4s9i", b"PIK\0", width, height, 16, 2 * width * height, 0, 0, 0, 0, 0)
+    (folder / "Dane" / "MAIN").mkdir(parents=True)
+    (folder / "Dane" / "application.def").write_text(DEFINITION)
+    (folder / "Dane" / "MAIN" / "pattern.img").write_bytes(header + struct.pack(f"<{len(words)}H", *words))
+
+
+def run_unseen(host, game, file):
+    command = [str(host), "-window", "--headless", "--ticks", "3", "--shot", f"3:{file}"]
+    subprocess.run(command, cwd=game, stdin=subprocess.DEVNULL, check=True, timeout=PATIENCE)
+    return coarse(png.read(file))
+
+
+def run_seen(host, game, display, words, cut):
+    """Runs the game until the glass shows a steady picture; gives the engine's part of it and the exit status."""
+    environment = dict(os.environ, DISPLAY=display.name, SDL_VIDEODRIVER="x11")
+    environment.pop("WAYLAND_DISPLAY", None)
+    # The display's own libraries keep what they hold until the process ends.
+    environment["LSAN_OPTIONS"] = "detect_leaks=0"
+    program = subprocess.Popen([str(host), *words], cwd=game, env=environment, stdin=subprocess.DEVNULL)
+    deadline = time.monotonic() + PATIENCE
+    seen = None
+    while program.poll() is None and time.monotonic() < deadline:
+        time.sleep(0.3)
+        before, seen = seen, coarse(cut(display.picture()))
+        if before == seen and any(seen.pixels):
+            break
+    program.terminate()
+    return seen, program.wait(PATIENCE)
+
+
+def judge(name, expected, seen, out):
+    if seen == expected:
+        print(f"window: {name}: as expected")
+        return True
+    out.mkdir(parents=True, exist_ok=True)
+    png.write(out / f"{name}-expected.png", expected)
+    if seen is None:
+        print(f"window: {name}: nothing was seen")
+        return False
+    png.write(out / f"{name}-seen.png", seen)
+    _, count, first = png.difference(expected, seen)
+    print(f"window: {name}: {count} pixels differ, first at {first} (see {out})")
+    return False
+
+
+def main():
+    parser = argparse.ArgumentParser(description="Compares a window on a display in memory with a screen shot.")
+    parser.add_argument("--host", required=True, type=pathlib.Path)
+    host = parser.parse_args().host.resolve()
+
+    work = pathlib.Path(tempfile.mkdtemp(prefix="footlight-window-"))
+    out = HERE.parents[1] / "out" / "window"
+    display = Display(work)
+    good = True
+    try:
+        game = work / "game"
+        make_game(game)
+        expected = run_unseen(host, game, work / "shot.png")
+
+        left, top = (SCREEN[0] - ENGINE[0]) // 2, (SCREEN[1] - ENGINE[1]) // 2
+        seen, status = run_seen(host, game, display, ["-window"], lambda p: part(p, left, top, *ENGINE))
+        good &= judge("window", expected, seen, out)
+
+        # Twice the size: every pixel of the engine is a square of four.
+        for corner in (0, 1):
+            seen, status_full = run_seen(
+                host, game, display, [], lambda p, corner=corner: part(p, corner, corner, SCREEN[0] - corner, SCREEN[1] - corner, 2)
+            )  # fmt: skip
+            good &= judge(f"full-screen-{corner}", expected, seen, out)
+            status = status or status_full
+        if status != 0:
+            print(f"window: the program left with status {status} when it was asked to end")
+            good = False
+    finally:
+        display.stop()
+        shutil.rmtree(work)
+    return 0 if good else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# Runs clang-tidy by .clang-tidy over the sources that differ from a commit (default: main), changed files included.
+# Runs clang-tidy by .clang-tidy over sources of src/.
 #
-#   tools/tidy.sh [COMMIT]      the sources that differ
-#   tools/tidy.sh --all         every source
+#   tools/tidy.sh               those that differ from main, committed or not
+#   tools/tidy.sh --recent N    the N that changed last
+#   tools/tidy.sh --all         every one
 #
 # Needs a build folder: build/release if it is there, else build/debug.
 set -euo pipefail
@@ -12,16 +13,18 @@ build=build/release
 [ -f $build/compile_commands.json ] || build=build/debug
 [ -f $build/compile_commands.json ] || { echo "Tidy: build first: cmake --preset release" >&2; exit 1; }
 
-if [ "${1:-}" = "--all" ]; then
-  mapfile -t files < <(git ls-files 'src/*.cpp')
-else
-  mapfile -t files < <(git diff --name-only --diff-filter=d "${1:-main}" -- 'src/*.cpp')
-fi
+case "${1:-}" in
+  --all) mapfile -t files < <(git ls-files 'src/*.cpp') ;;
+  --recent)
+    mapfile -t files < <(git log --format= --name-only -- 'src/*.cpp' | awk '!seen[$0]++' |
+      while read -r file; do [ -f "$file" ] && echo "$file"; done | head -n "$2") ;;
+  *) mapfile -t files < <(git diff --name-only --diff-filter=d main -- 'src/*.cpp') ;;
+esac
 if [ ${#files[@]} -eq 0 ]; then
-  echo "Tidy: nothing differs."
+  echo "Tidy: nothing to look at."
   exit 0
 fi
-echo "Tidy: ${#files[@]} sources."
-# clang does not know every warning of the compiler in the compile commands.
+# clang does not know every warning that the compile commands name. What it says on standard error is a count only.
 printf '%s\0' "${files[@]}" | xargs -0 -n 1 -P "$(nproc)" \
   clang-tidy -quiet -p $build --extra-arg=-Wno-unknown-warning-option 2>/dev/null
+echo "Tidy: ${#files[@]} sources, nothing found."

@@ -1,0 +1,239 @@
+#include "host/host.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <utility>
+
+#include "app/application.h"
+#include "app/command_line6.h"
+#include "app/language_os_ver.h"
+#include "app/random.h"
+#include "foundation/code_page.h"
+#include "foundation/diagnose.h"
+#include "gfx/direct_draw_surface.h"
+#include "gfx/window.h"
+#include "host/shot.h"
+#include "platform/headless/headless_platform.h"
+#include "platform/posix/file_system.h"
+#include "platform/sdl/sdl_platform.h"
+#if __has_include("script/vocabulary.h")
+#include "script/vocabulary.h"
+#define FOOTLIGHT_VOCABULARY 1
+#endif
+
+namespace footlight::host {
+
+namespace {
+
+constexpr const char* kCaption = "Footlight";
+// A pass of the loop on a display that does not wait for its own refresh lasts at least this long.
+constexpr std::uint32_t kPassMilliseconds = 8;
+
+void complain(const std::string& text) { std::fprintf(stderr, "footlight: %s\n", text.c_str()); }
+
+CXString fromMachine(const std::string& text) { return code_page::fromUtf8(text).value_or(text); }
+
+std::string startDirectory() {
+  std::error_code error;
+  return std::filesystem::current_path(error).string();
+}
+
+void printReport(const diagnose::Report& report) {
+  std::string line;
+  if (!report.file.empty()) line = report.file + ":" + std::to_string(report.line) + ": ";
+  line += std::string(diagnose::groupName(report.group)) + ": " + report.object;
+  if (!report.method.empty()) line += "^" + report.method;
+  line += ": " + report.text;
+  std::fprintf(stderr, "%s\n", code_page::toUtf8(line).c_str());
+}
+
+}  // namespace
+
+Host::Host(Options options) : options_(std::move(options)) {}
+
+Host::~Host() = default;
+
+int Host::run() {
+  if (options_.vocabulary) {
+#ifdef FOOTLIGHT_VOCABULARY
+    std::puts(vocabularyJson().c_str());
+    return kEnded;
+#else
+    complain("--vocabulary: not in this build");
+    return kBadCommandLine;
+#endif
+  }
+  makePlatform();
+  if (!openInput()) return kBadCommandLine;
+  platform::use(platform_.get());
+  startDiagnose();
+  const int status = runEngine();
+  diagnose::listen({});
+  devices_->recordTo(nullptr);
+  platform::use(nullptr);
+  return diagnosed_ && options_.diagnose == Diagnose::stop ? kDiagnosed : status;
+}
+
+void Host::makePlatform() {
+  const std::string start = startDirectory();
+  auto files = std::make_unique<platform::PosixFileSystem>(start);
+  if (options_.headless) {
+    platform::HeadlessOptions machine;
+    machine.clockStart = options_.clockStart;
+    machine.pacedReal = options_.pacedReal;
+    machine.bpp = options_.bpp;
+    machine.printFolder = start;
+    if (options_.time) machine.unixSeconds = *options_.time;
+    if (!options_.locale.empty()) machine.locale = options_.locale;
+    auto made = std::make_unique<platform::HeadlessPlatform>(std::move(machine), std::move(files));
+    headless_ = made.get();
+    devices_ = &made->input();
+    platform_ = std::move(made);
+  } else {
+    platform::SdlOptions machine;
+    machine.bpp = options_.bpp;
+    machine.title = kCaption;
+    machine.locale = options_.locale;
+    machine.unixSeconds = options_.time;
+    machine.printFolder = start;
+    auto made = std::make_unique<platform::SdlPlatform>(std::move(machine), std::move(files));
+    devices_ = &made->input();
+    platform_ = std::move(made);
+  }
+}
+
+bool Host::openInput() {
+  if (!options_.input.empty()) {
+    const std::string fault = script_.load(options_.input);
+    if (!fault.empty()) {
+      complain("--input: " + fault);
+      return false;
+    }
+  }
+  if (!options_.recordInput.empty()) {
+    recorder_ = std::make_unique<platform::InputRecorder>(options_.recordInput);
+    if (!recorder_->isGood()) {
+      complain("--record-input: " + options_.recordInput + ": cannot be written");
+      return false;
+    }
+    devices_->recordTo(recorder_.get());
+  }
+  return true;
+}
+
+void Host::startDiagnose() {
+  if (options_.diagnose == Diagnose::quiet) return;
+  diagnose::listen([this](const diagnose::Report& report) {
+    if (options_.diagnose == Diagnose::stop && diagnosed_) return;  // the first one stops
+    diagnosed_ = true;
+    printReport(report);
+  });
+}
+
+bool Host::isRefused(const CCommandLine6& commandLine) const {
+  if (commandLine.isCreateBigFile()) {
+    complain("-bigfile: not in this build: big files cannot be made");
+    return true;
+  }
+  if (options_.bpp == 32 && !commandLine.isWindowMode()) {
+    complain("--bpp: 32 needs -window: the engine takes a full screen of 32 bits for one of 24");
+    return true;
+  }
+  return false;
+}
+
+int Host::runEngine() {
+  CCommandLine6 commandLine(fromMachine(options_.engineLine));
+  if (isRefused(commandLine)) return kBadCommandLine;
+  platform::FileSystem& files = platform_->files();
+  if (commandLine.getPath().IsString()) files.allowRoot(commandLine.getPath());
+  CXRandom::seed(options_.seed.value_or(
+      options_.headless ? 1 : static_cast<std::uint32_t>(platform_->clock().counter())));
+
+  CLanguageOSVer language;
+  CWindow window(&commandLine, &language, commandLine.getResolution(),
+                 CXString(files.toEnginePath(platform::PosixModules::programFolder().string())));
+  language.setWindowIfc(&window);
+  CApplication application(&window, fromMachine(options_.ini), fromMachine(options_.bigFile), &commandLine);
+  return runGame(window, application, commandLine);
+}
+
+int Host::runGame(CWindow& window, CApplication& application, const CCommandLine6& commandLine) {
+  const int failure =
+      commandLine.isWindowMode() ? window.CreateSurface() : window.SetDisplayMode(0, 0, options_.bpp);
+  if (failure != 0) {
+    window.ShowError(kCaption);
+    complain("the display failed (" + std::to_string(failure) + ")");
+    return kNoStart;
+  }
+  window.OnCreate();
+  window.OnActivateApp(true);
+  application.preinitializeApplication();
+  if (application.LastError() != 0) {
+    window.ShowError(kCaption);
+    complain("no application could be built (" + std::to_string(application.LastError()) +
+             "): is there a Dane/application.def?");
+    return kNoStart;
+  }
+  if (!commandLine.is2Bin()) loop(window);
+  return kEnded;
+}
+
+void Host::loop(CWindow& window) {
+  for (std::uint32_t tick = 1; !options_.ticks || tick <= *options_.ticks; ++tick) {
+    const std::uint32_t passStart = platform_->clock().ticks();
+    beginTick(tick, window);
+    const bool ended = window.domodal();
+    platform_->display().present();
+    takeShots(tick, window);
+    if (ended || (diagnosed_ && options_.diagnose == Diagnose::stop)) return;
+    waitForNextPass(passStart);
+  }
+}
+
+// Moves the virtual clock, lets the devices have what belongs to the tick, and tells the window what happened
+// to it.
+void Host::beginTick(std::uint32_t tick, CWindow& window) {
+  if (headless_ != nullptr) headless_->clock().advance(options_.step);
+  if (recorder_) recorder_->setTick(tick);
+  std::vector<platform::WindowEvent> events = platform_->pump();
+  if (recorder_) {
+    for (const platform::WindowEvent& event : events) recorder_->write(event);
+  }
+  script_.play(tick, *devices_, events);
+  for (const platform::WindowEvent& event : events) handle(event, window);
+}
+
+void Host::handle(const platform::WindowEvent& event, CWindow& window) const {
+  switch (event.kind) {
+    case platform::WindowEvent::Kind::activate:
+      window.OnActivateApp(event.a != 0);
+      break;
+    case platform::WindowEvent::Kind::move:
+      window.OnMove(event.a, event.b);
+      break;
+    case platform::WindowEvent::Kind::close:
+      if (window.OnExit()) window.OnDestroy();
+      break;
+  }
+}
+
+void Host::takeShots(std::uint32_t tick, CWindow& window) const {
+  for (const ShotRequest& shot : options_.shots) {
+    if (shot.tick != tick) continue;
+    CDirectDrawSurface* surface = window.getBackSurface();
+    platform::Surface* memory = surface != nullptr ? surface->readyDeviceSurface() : nullptr;
+    const bool written = memory != nullptr && writeShot({memory->pixels(), memory->pitch(), memory->width(),
+                                                         memory->height(), window.GetBpp()},
+                                                        shot.file);
+    if (!written) complain("--shot: " + shot.file + ": cannot be written");
+  }
+}
+
+void Host::waitForNextPass(std::uint32_t passStart) {
+  if (headless_ != nullptr) return;
+  const std::uint32_t passed = platform_->clock().ticks() - passStart;
+  if (passed < kPassMilliseconds) platform_->clock().sleep(kPassMilliseconds - passed);
+}
+
+}  // namespace footlight::host

@@ -1,0 +1,65 @@
+#pragma once
+
+// One run of the program: builds the machine that the options ask for and the engine on it, in this order:
+// command line, language, window, application; brings up the display, starts the game, runs the main loop and
+// takes everything down in reverse.
+
+#include <memory>
+
+#include "host/options.h"
+#include "platform/input_recorder.h"
+#include "platform/input_script.h"
+#include "platform/platform.h"
+
+namespace footlight {
+class CApplication;
+class CCommandLine6;
+class CWindow;
+}  // namespace footlight
+
+namespace footlight::platform {
+class HeadlessPlatform;
+}
+
+namespace footlight::host {
+
+enum ExitStatus : int {
+  kEnded = 0,           // by the game, the player or --ticks, or a tool run that worked
+  kBadCommandLine = 1,  // with a message on standard error
+  kNoStart = 2,         // no application could be built or the display failed, with a message
+  kDiagnosed = 3,       // something was reported and --diagnose stop asked for the end
+};
+
+class Host {
+ public:
+  explicit Host(Options options);
+  ~Host();
+  Host(const Host&) = delete;
+  Host& operator=(const Host&) = delete;
+
+  // Runs to the end and gives the exit status.
+  int run();
+
+ private:
+  void makePlatform();
+  bool openInput();
+  void startDiagnose();
+  int runEngine();
+  bool isRefused(const CCommandLine6& commandLine) const;
+  int runGame(CWindow& window, CApplication& application, const CCommandLine6& commandLine);
+  void loop(CWindow& window);
+  void beginTick(std::uint32_t tick, CWindow& window);
+  void handle(const platform::WindowEvent& event, CWindow& window) const;
+  void takeShots(std::uint32_t tick, CWindow& window) const;
+  void waitForNextPass(std::uint32_t passStart);
+
+  Options options_;
+  std::unique_ptr<platform::Platform> platform_;
+  platform::HeadlessPlatform* headless_ = nullptr;  // the same, if it is that one
+  platform::InputQueue* devices_ = nullptr;         // the platform's
+  platform::InputScript script_;
+  std::unique_ptr<platform::InputRecorder> recorder_;
+  bool diagnosed_ = false;
+};
+
+}  // namespace footlight::host

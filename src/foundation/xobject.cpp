@@ -49,7 +49,7 @@ void CXObject::dispose() {
   if (disposed_) return;
   disposed_ = true;
   dropWeakCell();
-  if (pins_ == 0) delete this;
+  if (pins_ == 0) destroyNow();
 }
 
 CXObject::WeakCell* CXObject::weakCell() const {

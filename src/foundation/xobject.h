@@ -68,7 +68,7 @@ class CXObject {
 
   void pin() const { ++pins_; }
   void unpin() const {
-    if (--pins_ == 0 && disposed_) delete this;
+    if (--pins_ == 0 && disposed_) destroyNow();
   }
   std::uint32_t pins() const { return pins_; }
 
@@ -80,6 +80,12 @@ class CXObject {
   WeakCell* weakCell() const;
 
  private:
+  // Pins taken while the destructor runs must not end the object a second time.
+  static constexpr std::uint32_t kDying = 1U << 30;
+  void destroyNow() const {
+    pins_ = kDying;
+    delete this;
+  }
   void dropWeakCell() const;
 
   int errorCode_ = 0;

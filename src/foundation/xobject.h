@@ -68,7 +68,7 @@ class CXObject {
 
   void pin() const { ++pins_; }
   void unpin() const {
-    if (--pins_ == 0 && disposed_) delete this;
+    if (--pins_ == 0 && disposed_) destroy();
   }
   std::uint32_t pins() const { return pins_; }
 
@@ -81,6 +81,7 @@ class CXObject {
 
  private:
   void dropWeakCell() const;
+  void destroy() const;
 
   int errorCode_ = 0;
   bool toDelete_ = false;

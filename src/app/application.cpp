@@ -33,6 +33,7 @@ CApplication::CApplication(CWindow* window, const CXString& iniName, const CXStr
 }
 
 CApplication::~CApplication() {
+  if (application_) application_->close();
   application_.reset();
   parser_.reset();
   config_.reset();

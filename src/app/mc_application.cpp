@@ -37,7 +37,10 @@ CMC_Application::CMC_Application(CWindow* window, const CMElement* element, cons
   loadCnv();
 }
 
-CMC_Application::~CMC_Application() {
+CMC_Application::~CMC_Application() = default;
+
+void CMC_Application::close() {
+  const Ref<CMC_Application> self(this);
   if (isSignalBound(kOnDone)) onSignal("ONDONE");
   unloadSubScene(nullptr);
   CMC_ObjectsContainer::unload();

@@ -26,6 +26,8 @@ class CMC_Application : public CMC_Scene {
   void unload(CMC_Scene* next) override;
   using CMC_Scene::unload;
   virtual void exit();
+  // Ends the game: ONDONE, the scene that runs, the objects. Nothing of the scripts runs afterwards.
+  void close();
 
  private:
   void restartNow();

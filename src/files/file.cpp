@@ -96,7 +96,7 @@ CFile::CFile(CWindow* window, const CXString& name, int mode) { CFile::Open(wind
 
 CFile::~CFile() { CFile::Close(); }
 
-int CFile::Open(CWindow* window, CXString name, int mode) {
+int CFile::Open(CWindow* window, const CXString& name, int mode) {
   Close();
   window_ = window;
   mode_ = mode;
@@ -272,7 +272,7 @@ CXString CFile::getPath(CWindow* window, const CXString& name) {
   if (hasLanguage(window)) {
     for (const CXString& place : {local, full}) {
       // Without a language version the name comes back as it is: its turn is later.
-      const CXString version = CFilePlaces::current()->localFileName(place);
+      CXString version = CFilePlaces::current()->localFileName(place);
       if (!(version == place) && isAt(version)) return version;
     }
   }

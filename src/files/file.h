@@ -62,7 +62,7 @@ class CFile : public CXObject {
   CFile& operator=(const CFile&) = delete;
 
   // 0 or 2000, which is the error code then too. Without a window no language versions are looked for.
-  virtual int Open(CWindow* window, CXString name, int mode);
+  virtual int Open(CWindow* window, const CXString& name, int mode);
   // Bytes on the disk; at most the largest int.
   virtual int Length();
   virtual int Tell();

@@ -5,7 +5,7 @@
 
 namespace footlight {
 
-int CFile_Stream::Open(CWindow* /*window*/, CXString /*name*/, int /*mode*/) { return kNotFound; }
+int CFile_Stream::Open(CWindow* /*window*/, const CXString& /*name*/, int /*mode*/) { return kNotFound; }
 
 int CFile_Stream::Write(const void* /*source*/, int /*count*/) { return 0; }
 

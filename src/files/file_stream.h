@@ -12,7 +12,7 @@ class CFile_Stream : public CFile {
   CFile_Stream(const void* data, int length)
       : data_(static_cast<const char*>(data)), length_(data != nullptr && length > 0 ? length : 0) {}
 
-  int Open(CWindow* window, CXString name, int mode) override;
+  int Open(CWindow* window, const CXString& name, int mode) override;
   int Length() override { return length_; }
   int Tell() override { return position_; }
   // Origin 0 sets the position and 1 adds, both inside the block; 2 goes to the end whatever the offset is.

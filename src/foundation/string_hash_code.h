@@ -36,8 +36,9 @@ class CStringHashCode : public CXObject {
   static std::uint32_t hashOf(std::string_view text) {
     std::uint32_t hash = 0;
     for (std::uint32_t i = 0; i < text.size(); ++i) {
-      const std::int32_t value = static_cast<signed char>(text[i]);
-      hash += (1U << (i % 16)) + (i + 1) * static_cast<std::uint32_t>(value);
+      const auto byte = static_cast<unsigned char>(text[i]);
+      const std::uint32_t value = byte < 0x80 ? byte : byte - 0x100U;
+      hash += (1U << (i % 16)) + (i + 1) * value;
     }
     return hash;
   }

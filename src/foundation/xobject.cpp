@@ -49,13 +49,7 @@ void CXObject::dispose() {
   if (disposed_) return;
   disposed_ = true;
   dropWeakCell();
-  if (pins_ == 0) destroy();
-}
-
-// A destructor may call code that pins the object: the last of these pins must not end it once more.
-void CXObject::destroy() const {
-  pins_ = 1;
-  delete this;
+  if (pins_ == 0) destroyNow();
 }
 
 CXObject::WeakCell* CXObject::weakCell() const {

@@ -26,7 +26,7 @@ class CXObject {
   // mark.
   CXObject(const CXObject& other) : errorCode_(other.errorCode_) {}
   CXObject& operator=(const CXObject& other) {
-    errorCode_ = other.errorCode_;
+    if (this != &other) errorCode_ = other.errorCode_;
     return *this;
   }
   virtual ~CXObject();
@@ -68,7 +68,7 @@ class CXObject {
 
   void pin() const { ++pins_; }
   void unpin() const {
-    if (--pins_ == 0 && disposed_) destroy();
+    if (--pins_ == 0 && disposed_) destroyNow();
   }
   std::uint32_t pins() const { return pins_; }
 
@@ -80,8 +80,13 @@ class CXObject {
   WeakCell* weakCell() const;
 
  private:
+  // Pins taken while the destructor runs must not end the object a second time.
+  static constexpr std::uint32_t kDying = 1U << 30;
+  void destroyNow() const {
+    pins_ = kDying;
+    delete this;
+  }
   void dropWeakCell() const;
-  void destroy() const;
 
   int errorCode_ = 0;
   bool toDelete_ = false;

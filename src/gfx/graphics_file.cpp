@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "files/file.h"
+#include "foundation/byte_reader.h"
 #include "gfx/graphics_object.h"
 #include "gfx/img_format.h"
 #include "gfx/pixel_format.h"
@@ -29,6 +30,33 @@ std::vector<std::byte> cut(std::span<const std::byte> plane, int width, int unit
 }
 
 }  // namespace
+
+std::vector<std::uint32_t> CGraphicsObject::toRgb() const {
+  std::vector<std::uint32_t> colours(pixelCount());
+  const PixelBlock block = shareablePixels();
+  const int bpp = getBpp();
+  const auto unit = static_cast<std::size_t>(get_pixel_size(bpp));
+  if (compression_ != _compression::none || block.size() < colours.size() * unit) return colours;
+  ByteReader reader(block.bytes());
+  for (std::uint32_t& colour : colours) {
+    switch (bpp) {
+      case 15: {
+        const std::uint32_t pixel = reader.u16();
+        colour = (pixel & 0x7C00) << 9 | (pixel & 0x3E0) << 6 | (pixel & 0x1F) << 3;
+        break;
+      }
+      case 16:
+        colour = toPixel32(reader.u16());
+        break;
+      case 32:
+        colour = reader.u32() & 0xFFFFFF;
+        break;
+      default:
+        break;
+    }
+  }
+  return colours;
+}
 
 int CGraphicsObject::Load(CXString /*name*/) {
   if (window_ != nullptr && window_->GetSurface() != nullptr) Convert(window_->GetBpp());

@@ -7,9 +7,12 @@
 #include "gfx/blit.h"
 #include "gfx/pixel_format.h"
 #include "gfx/refresh_screen.h"
+#include "gfx/validation_quene.h"
 #include "gfx/window.h"
 
 namespace footlight {
+
+CGraphicsObject::CGraphicsObject(CWindow* window) : window_(window) {}
 
 CGraphicsObject::CGraphicsObject(CWindow* window, CXSize size, int bpp) : window_(window), bpp_(bpp) {
   setSize(size);
@@ -48,6 +51,7 @@ CGraphicsObject::CGraphicsObject(CWindow* window, const CGraphicsObject& source)
 
 CGraphicsObject::~CGraphicsObject() {
   if (CRefreshScreen* owner = getRefreshOwner(); owner != nullptr) owner->remove(this);
+  removeAllObjects();
   tellObservers([this](CInvalidateObserver* observer) { observer->onDestroy(this); });
 }
 
@@ -106,7 +110,9 @@ bool CGraphicsObject::clipTo(CXSize destination) {
 
 void CGraphicsObject::Redraw() {
   const DepthGuard depth;
-  if (depth) redraw(destiny_.get());
+  if (!depth) return;
+  drawChildren();
+  redraw(destiny_.get());
 }
 
 void CGraphicsObject::Convert(int toBpp) {
@@ -315,7 +321,10 @@ void CGraphicsObject::notifyInvalidate(CXRect* rect) {
 
 void CGraphicsObject::onInvalidate(CGraphicsObject* /*object*/, CXRect* rect) { Invalidate(rect); }
 
-void CGraphicsObject::onDestroy(CGraphicsObject* object) { removeInvalidateObserver(object); }
+void CGraphicsObject::onDestroy(CGraphicsObject* object) {
+  removeInvalidateObserver(object);
+  removeObject(object);
+}
 
 void CGraphicsObject::setRefreshOwner(CRefreshScreen* owner) { refreshOwner_ = owner; }
 

@@ -27,6 +27,7 @@ namespace footlight {
 
 class CFile;
 class CRefreshScreen;
+class CValidationQuene;
 class CWindow;
 
 // What an object's bytes hold now.
@@ -43,7 +44,7 @@ enum class _channel { alpha = -1, red = 0, green = 1, blue = 2 };
 class CGraphicsObject : public CXObject, public CInvalidateObserver {
  public:
   // No pixels. The window may be null; then nothing is ever shown.
-  explicit CGraphicsObject(CWindow* window) : window_(window) {}
+  explicit CGraphicsObject(CWindow* window);
   // Black pixels and no alpha plane; no pixels when the size is over the limits.
   CGraphicsObject(CWindow* window, CXSize size, int bpp);
   // Takes these pixels.
@@ -103,6 +104,22 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   virtual void Fill(CColor* colour);               // 15, 16 and 32 bits per pixel
   virtual void Fill(CXRect rect, CColor* colour);  // 15 and 16; a rectangle that is not inside is ignored
   void ToGrayScale();
+  // The picture as 0x00RRGGBB, row by row without padding; low bits that the format lacks are zero.
+  std::vector<std::uint32_t> toRgb() const;
+
+  // Sub-objects are drawn onto this object's picture at each `Redraw`, lowest priority first, over the
+  // picture as it was when the first one came. See graphics_children.cpp.
+  void addObject(CGraphicsObject* object, int priority);
+  void removeObject(const CGraphicsObject* object);
+  void removeAllObjects();
+
+  // Puts the other's alpha plane into this one's at a place of this object. The first form remembers what it
+  // covers and gives that back at the next call; the second only changes pixels that are not transparent, and
+  // with `reset` makes all of this plane opaque first.
+  void mergeAlpha(CXPoint point, CGraphicsObject* other);
+  void mergeAlpha2(CXPoint point, CGraphicsObject* other, bool reset);
+  // Gives back what the other covers.
+  void restoreAlpha(CGraphicsObject* other);
 
   // Draws the object onto another one; the one place that picks a blitter.
   virtual void redraw(CGraphicsObject* destination);
@@ -242,6 +259,7 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   bool clipTo(CXSize destination);
   bool canEdit() const;
   void dropPacked();
+  void drawChildren();
   void reportMove();
 
   WeakRef<CXObject> refreshOwner_;  // a CRefreshScreen
@@ -258,6 +276,11 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   bool unpacked_ = false;
   PixelBlock packedData_;
   PixelBlock packedAlpha_;
+
+  std::unique_ptr<CValidationQuene> children_;
+  PixelBlock backup_;  // the picture without sub-objects
+  CXRect mergeRect_;   // what this object covers of another's alpha plane, in the other's coordinates
+  std::vector<std::byte> mergeSaved_;  // and the bytes that were there, row after row
 };
 
 }  // namespace footlight

@@ -60,6 +60,8 @@ void CGraphicsObject::Flush() {
   alpha_.reset();
   packedData_.reset();
   packedAlpha_.reset();
+  backup_.reset();
+  mergeSaved_.clear();
   unpacked_ = false;
   compression_ = _compression::none;
 }

@@ -19,4 +19,10 @@ class CMouseListener {
   virtual void onLooseFocus() {}
 };
 
+// The word for a button behind the "^" of a signal; empty for a number that is no button's.
+constexpr const char* mouseButtonName(int button) {
+  constexpr const char* kNames[] = {"LEFT", "MIDDLE", "RIGHT"};
+  return button >= 0 && button < 3 ? kNames[button] : "";
+}
+
 }  // namespace footlight

@@ -98,6 +98,13 @@ TEST(SortedVector, KeepsOrderAndTheOrderOfEquals) {
   }
   EXPECT_THAT(numbers(sorted), ElementsAre(5, 10, 12, 21, 22, 20));
   EXPECT_THAT(numbers(*sorted.reverse()), ElementsAre(20, 22, 21, 12, 10, 5));
+  Item late(15), last(29);
+  CXVector more;
+  more.add(&last);
+  more.add(&late);
+  more.add(static_cast<CXObject*>(nullptr));
+  sorted.add(&more);
+  EXPECT_THAT(numbers(sorted), ElementsAre(5, 10, 12, 15, 21, 22, 20, 29));
 }
 
 TEST(Quenes, GiveInTheirOrderAndNullWhenEmpty) {

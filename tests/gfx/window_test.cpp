@@ -38,7 +38,9 @@ TEST(Window, FindsTheBitsPerPixelOfTheDisplay) {
     EXPECT_EQ(world.window->LastError(), 0);
     EXPECT_EQ(world.window->GetBpp(), row.found) << row.commandLine << row.displayBpp << row.asked;
     EXPECT_EQ(CSurface::getBppConversionTable().size(), row.found >= 24 ? 65536u : 0u);
-    if (row.found >= 24) EXPECT_EQ(CSurface::getBppConversionTable()[0xFFFF], 0xF8FCF8u);
+    if (row.found >= 24) {
+      EXPECT_EQ(CSurface::getBppConversionTable()[0xFFFF], 0xF8FCF8u);
+    }
   }
 }
 
@@ -192,6 +194,7 @@ class Listener : public CXObject, public CMouseListener, public CKeyListener {
   bool onMouseMove(CXPoint p) override { return note("move", p); }
   bool onClick(int button, CXPoint p) override { return note("click" + std::to_string(button), p); }
   bool onClick(CXPoint p) override { return note("click", p); }
+  using CMouseListener::onRelease;
   bool onRelease(int button, CXPoint p) override { return note("release" + std::to_string(button), p); }
   bool onDblClick(CXPoint p) override { return note("double", p); }
   void onSetFocus() override { log->push_back(name_ + " on"); }

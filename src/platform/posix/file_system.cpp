@@ -21,8 +21,9 @@ namespace {
 
 constexpr std::int64_t kSecond = 1000000000;
 // A directory that changed less than this before it was read may have changed again under the same time
-// stamp.
-constexpr std::int64_t kStampDoubt = 2 * kSecond;
+// stamp: disks that keep fractions of a second step by the system's timer, others by up to two seconds.
+constexpr std::int64_t kFineDoubt = kSecond / 20;
+constexpr std::int64_t kCoarseDoubt = 2 * kSecond;
 constexpr std::size_t kDirectoriesKept = 4096;
 constexpr std::string_view kTemporaryPrefix = ".footlight-";
 constexpr std::string_view kTemporarySuffix = ".tmp";
@@ -112,7 +113,9 @@ struct PosixFileSystem::Directory {
     return true;
   }
 
-  bool isDoubtful() const { return readAt - modified < kStampDoubt; }
+  bool isDoubtful() const {
+    return readAt - modified < (modified % kSecond != 0 ? kFineDoubt : kCoarseDoubt);
+  }
 
   void read() {
     names.clear();
@@ -267,7 +270,7 @@ std::string PosixFileSystem::engineName(const std::string& diskName) const {
   for (const auto& [alias, disk] : aliases_) {
     if (disk == diskName) return alias;
   }
-  const std::string alias = "~U" + std::to_string(aliases_.size() + 1);
+  std::string alias = "~U" + std::to_string(aliases_.size() + 1);
   aliases_.emplace(alias, diskName);
   return alias;
 }

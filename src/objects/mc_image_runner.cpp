@@ -1,0 +1,328 @@
+// Scripts' methods of IMAGE.
+
+#include "foundation/byte_reader.h"
+#include "foundation/diagnose.h"
+#include "gfx/refresh_screen.h"
+#include "gfx/window.h"
+#include "objects/mc_image.h"
+#include "script/mc_variable_factory.h"
+#include "script/method_tables.h"
+
+namespace footlight {
+
+namespace {
+
+using Factory = CMC_VariableFactory;
+
+// A method on the picture; one without a picture is a silent null.
+template <Result (*F)(CImage&, Call&)>
+Result onImage(CMC_Image& object, Call& call) {
+  const Ref<CImage> image(object.getImage());
+  return image ? F(*image, call) : Result();
+}
+
+CRefreshScreen* screenOf(const CImage& image) {
+  return image.getWindow() != nullptr ? image.getWindow()->getRefreshScreen() : nullptr;
+}
+
+// The graphic object that the text of an argument names, or null.
+CGraphicsObject* graphics(const Call& call, int index) {
+  return call.scope() != nullptr ? call.scope()->getGraphicsObject(call.text(index)) : nullptr;
+}
+
+CXPoint point(const Call& call, int first) { return {call.integer(first), call.integer(first + 1)}; }
+
+CXRect rectangle(const Call& call, int first) {
+  return {call.integer(first), call.integer(first + 1), call.integer(first + 2), call.integer(first + 3)};
+}
+
+// Showing and placing
+
+Result show(CImage& image, Call& /*call*/) {
+  image.Visible(true);
+  return {};
+}
+
+Result hide(CImage& image, Call& /*call*/) {
+  image.Visible(false);
+  return {};
+}
+
+void moveTo(CImage& image, CXPoint position) {
+  image.Invalidate();
+  image.SetPosition(position);
+  image.Invalidate();
+}
+
+Result setPosition(CImage& image, Call& call) {
+  moveTo(image, point(call, 0));
+  return {};
+}
+
+Result setResetPosition(CMC_Image& object, Call& call) {
+  object.SetStartingPosition(call.integer(0), call.integer(1));
+  return {};
+}
+
+Result resetPosition(CMC_Image& object, Call& /*call*/) {
+  if (CImage* image = object.getImage(); image != nullptr) moveTo(*image, object.GetStartingPosition());
+  return {};
+}
+
+Result move(CImage& image, Call& call) {
+  image.Move(call.integer(0), call.integer(1));
+  return {};
+}
+
+Result setPriority(CImage& image, Call& call) {
+  if (CRefreshScreen* screen = screenOf(image); screen != nullptr)
+    screen->SetPriority(&image, call.integer(0));
+  return {};
+}
+
+Result invalidate(CImage& image, Call& /*call*/) {
+  image.Invalidate();
+  return {};
+}
+
+struct AnchorWord {
+  const char* word;
+  int x, y;  // in halves of the size
+};
+constexpr AnchorWord kAnchors[] = {
+    {"CENTER", 1, 1}, {"LEFTUPPER", 0, 0}, {"RIGHTUPPER", 2, 0}, {"LEFTLOWER", 0, 2}, {"RIGHTLOWER", 2, 2},
+    {"LEFT", 0, 1},   {"RIGHT", 2, 1},     {"TOP", 1, 0},        {"BOTTOM", 1, 2},
+};
+
+int halves(int size, int count) { return count == 2 ? size : count * (size / 2); }
+
+Result setAnchor(CImage& image, Call& call) {
+  if (call.count() != 1) {
+    image.setAnchor(point(call, 0));
+    return {};
+  }
+  const CXString word = call.text(0);
+  CXPoint anchor;
+  for (const AnchorWord& row : kAnchors) {
+    if (word != row.word) continue;
+    anchor = image.GetPosition() + CXPoint(halves(image.Width(), row.x), halves(image.Height(), row.y));
+  }
+  image.setAnchor(anchor);
+  return {};
+}
+
+// Clipping and opacity
+
+Result clearClipping(CImage& image, Call& /*call*/) {
+  image.SetClippingRect({});
+  return {};
+}
+
+Result setClipping(CImage& image, Call& call) {
+  if (call.count() == 1) {
+    const CGraphicsObject* other = graphics(call, 0);
+    image.SetClippingRect(other != nullptr ? other->GetBoundingBox() : CXRect());
+  } else {
+    image.SetClippingRect(rectangle(call, 0));
+  }
+  return {};
+}
+
+Result setOpacity(CImage& image, Call& call) {
+  image.SetOpacity(static_cast<std::uint8_t>(call.integer(0) & 0xFF));
+  return {};
+}
+
+Result getOpacity(CImage& image, Call& /*call*/) { return Factory::makeInteger(image.GetOpacity()); }
+
+// Files and other pictures
+
+Result load(CMC_Image& object, Call& call) {
+  object.load(call.text(0), true);
+  return {};
+}
+
+Result save(CImage& image, Call& call) {
+  image.Save(call.text(0), _compression::none);
+  return {};
+}
+
+Result link(CImage& image, Call& call) {
+  const CMC_Image* other = call.named<CMC_Image>(0);
+  if (other == nullptr || other->getImage() == nullptr) return {};
+  image.link(*other->getImage());
+  image.Invalidate();
+  return {};
+}
+
+Result drawOnto(CImage& image, Call& call) {
+  CGraphicsObject* target = graphics(call, 0);
+  if (target != nullptr) target->addObject(&image, call.count() == 2 ? call.integer(1) : 0);
+  return {};
+}
+
+Result mergeAlpha(CImage& image, Call& call) {
+  image.mergeAlpha(point(call, 0), graphics(call, 2));
+  return {};
+}
+
+Result mergeAlpha2(CImage& image, Call& call) {
+  image.mergeAlpha2(point(call, 0), graphics(call, 2), call.boolean(3));
+  return {};
+}
+
+Result flipH(CImage& image, Call& /*call*/) {
+  image.FlipH();
+  image.Invalidate();
+  return {};
+}
+
+Result flipV(CImage& image, Call& /*call*/) {
+  image.FlipV();
+  image.Invalidate();
+  return {};
+}
+
+Result resetFlips(CImage& image, Call& /*call*/) {
+  image.resetFlips();
+  image.Invalidate();
+  return {};
+}
+
+// Questions
+
+Result getPositionX(CImage& image, Call& /*call*/) { return Factory::makeInteger(image.GetPosition().x); }
+Result getPositionY(CImage& image, Call& /*call*/) { return Factory::makeInteger(image.GetPosition().y); }
+Result getWidth(CImage& image, Call& /*call*/) { return Factory::makeInteger(image.Width()); }
+Result getHeight(CImage& image, Call& /*call*/) { return Factory::makeInteger(image.Height()); }
+
+// The sum is halved, not the size alone.
+Result getCenterX(CImage& image, Call& /*call*/) {
+  return Factory::makeInteger(wrap_add(image.GetPosition().x, image.Width()) / 2);
+}
+Result getCenterY(CImage& image, Call& /*call*/) {
+  return Factory::makeInteger(wrap_add(image.GetPosition().y, image.Height()) / 2);
+}
+
+Result isVisible(CImage& image, Call& /*call*/) { return Factory::makeBool(image.isVisible()); }
+
+Result isNear(CImage& image, Call& call) {
+  if (call.count() == 2) return Factory::makeBool(image.isNear(graphics(call, 0), call.integer(1)));
+  return Factory::makeBool(image.isNear(rectangle(call, 0), call.integer(4)));
+}
+
+Result isInside(CImage& image, Call& call) {
+  return Factory::makeBool(image.isInside(call.integer(0), call.integer(1), call.boolean(2)));
+}
+
+Result isAt(CImage& image, Call& call) {
+  return Factory::makeBool(image.isAt(point(call, 0), call.boolean(2)));
+}
+
+// The index of the pixel at a place of the screen; -1 outside of the picture.
+std::int64_t pixelIndex(const CImage& image, CXPoint place) {
+  const CXPoint position = image.GetPosition();
+  const std::int64_t x = std::int64_t{place.x} - position.x;
+  const std::int64_t y = std::int64_t{place.y} - position.y;
+  return x < 0 || y < 0 || x >= image.Width() || y >= image.Height() ? -1 : y * image.Width() + x;
+}
+
+// Both read signed numbers, so an alpha above 127 comes out negative.
+Result getAlpha(CImage& image, Call& call) {
+  const std::int64_t index = pixelIndex(image, point(call, 0));
+  const auto plane = image.AlphaChannel().bytes();
+  const bool inside = index >= 0 && index < static_cast<std::int64_t>(plane.size());
+  return Factory::makeInteger(inside ? static_cast<std::int8_t>(plane[static_cast<std::size_t>(index)]) : 0);
+}
+
+Result getPixel(CImage& image, Call& call) {
+  const std::int64_t index = pixelIndex(image, point(call, 0));
+  const auto data = image.pixels().bytes();
+  if (index < 0 || index * 2 + 2 > static_cast<std::int64_t>(data.size())) return Factory::makeInteger(0);
+  ByteReader reader(data.subspan(static_cast<std::size_t>(index * 2)));
+  return Factory::makeInteger(reader.i16());
+}
+
+// Nothing is read: the three give an integer, and the fourth fills an array, which is no type of object yet.
+Result getColorPart(CImage& /*image*/, Call& /*call*/) { return Factory::makeInteger(0); }
+
+Result needsArray(CMC_Image& object, Call& call) {
+  if (diagnose::isOn()) {
+    diagnose::report(diagnose::Group::method, object.getName(), "",
+                     "the method fills an ARRAY, and there is none");
+  }
+  static_cast<void>(call);
+  return {};
+}
+
+// Mouse and collisions
+
+Result setAsButton(CMC_Image& object, Call& call) {
+  object.setAsButton(true, call.boolean(1));
+  return {};
+}
+
+Result monitorCollision(CImage& image, Call& /*call*/) {
+  image.setMonitorCollisions(true);
+  return {};
+}
+
+Result removeMonitorCollision(CImage& image, Call& /*call*/) {
+  image.setMonitorCollisions(false);
+  return {};
+}
+
+// The name is known, and that is all.
+Result setScaleFactor(CMC_Image& /*object*/, Call& /*call*/) { return {}; }
+
+constexpr Method kMethods[] = {
+    {1, "SHOW", 0, 0, method<onImage<show>>},
+    {2, "HIDE", 0, 0, method<onImage<hide>>},
+    {5, "SETPOSITION", 2, 2, method<onImage<setPosition>>},
+    {59, "SETRESETPOSITION", 2, 2, method<setResetPosition>},
+    {58, "RESETPOSITION", 0, 0, method<resetPosition>},
+    {6, "MOVE", 2, 2, method<onImage<move>>},
+    {7, "LOAD", 1, 1, method<load>},
+    {52, "SAVE", 1, 1, method<onImage<save>>},
+    {8, "CLEARCLIPPING", 0, 0, method<onImage<clearClipping>>},
+    {9, "SETCLIPPING", 1, 4, method<onImage<setClipping>>},
+    {15, "GETPOSITIONX", 0, 0, method<onImage<getPositionX>>},
+    {16, "GETPOSITIONY", 0, 0, method<onImage<getPositionY>>},
+    {17, "GETWIDTH", 0, 0, method<onImage<getWidth>>},
+    {18, "GETHEIGHT", 0, 0, method<onImage<getHeight>>},
+    {23, "ISNEAR", 2, 5, method<onImage<isNear>>},
+    {24, "ISINSIDE", 3, 3, method<onImage<isInside>>},
+    {26, "MONITORCOLLISION", 1, 1, method<onImage<monitorCollision>>},
+    {27, "REMOVEMONITORCOLLISION", 0, 0, method<onImage<removeMonitorCollision>>},
+    {28, "SETSCALEFACTOR", 0, Method::kAny, method<setScaleFactor>},
+    {32, "SETPRIORITY", 1, 1, method<onImage<setPriority>>},
+    {33, "GETALPHA", 2, 2, method<onImage<getAlpha>>},
+    {34, "GETPIXEL", 2, 2, method<onImage<getPixel>>},
+    {36, "MERGEALPHA", 3, 3, method<onImage<mergeAlpha>>},
+    {70, "MERGEALPHA2", 4, 4, method<onImage<mergeAlpha2>>},
+    {37, "INVALIDATE", 0, 0, method<onImage<invalidate>>},
+    {40, "GETCENTERX", 0, 0, method<onImage<getCenterX>>},
+    {41, "GETCENTERY", 0, 0, method<onImage<getCenterY>>},
+    {48, "ISVISIBLE", 0, 0, method<onImage<isVisible>>},
+    {49, "LINK", 1, 1, method<onImage<link>>},
+    {50, "SETASBUTTON", 2, 2, method<setAsButton>},
+    {51, "SETOPACITY", 1, 1, method<onImage<setOpacity>>},
+    {64, "GETOPACITY", 0, 0, method<onImage<getOpacity>>},
+    {53, "SETANCHOR", 1, 2, method<onImage<setAnchor>>},
+    {54, "FLIPH", 0, 0, method<onImage<flipH>>},
+    {55, "FLIPV", 0, 0, method<onImage<flipV>>},
+    {56, "RESETFLIPS", 0, 0, method<onImage<resetFlips>>},
+    {57, "DRAWONTO", 1, 2, method<onImage<drawOnto>>},
+    {63, "ISAT", 3, 3, method<onImage<isAt>>},
+    {65, "GETSLIDECOMPS", 5, 5, method<needsArray>},
+    {66, "GETCOLORAT", 3, 3, method<needsArray>},
+    {67, "GETCOLORRAT", 2, 2, method<onImage<getColorPart>>},
+    {68, "GETCOLORGAT", 2, 2, method<onImage<getColorPart>>},
+    {69, "GETCOLORBAT", 2, 2, method<onImage<getColorPart>>},
+};
+
+}  // namespace
+
+std::span<const Method> methods::image() { return kMethods; }
+
+}  // namespace footlight

@@ -16,10 +16,7 @@
 #include "platform/headless/headless_platform.h"
 #include "platform/posix/file_system.h"
 #include "platform/sdl/sdl_platform.h"
-#if __has_include("script/vocabulary.h")
 #include "script/vocabulary.h"
-#define FOOTLIGHT_VOCABULARY 1
-#endif
 
 namespace footlight::host {
 
@@ -55,13 +52,8 @@ Host::~Host() = default;
 
 int Host::run() {
   if (options_.vocabulary) {
-#ifdef FOOTLIGHT_VOCABULARY
     std::puts(vocabularyJson().c_str());
     return kEnded;
-#else
-    complain("--vocabulary: not in this build");
-    return kBadCommandLine;
-#endif
   }
   makePlatform();
   if (!openInput()) return kBadCommandLine;

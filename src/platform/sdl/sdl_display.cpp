@@ -43,17 +43,31 @@ Status SdlDisplay::giveWindow(Status opened, std::uint32_t windowFlags) {
   if (opened != Status::ok) return opened;
   texture_.reset();
   if (window_) {
-    SDL_SetWindowFullscreen(window_.get(), windowFlags);
-    if (windowFlags == 0) SDL_SetWindowSize(window_.get(), screen()->width(), screen()->height());
+    setFullScreen(windowFlags);
   } else {
-    window_.reset(SDL_CreateWindow(title_.c_str(), SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
-                                   screen()->width(), screen()->height(),
-                                   windowFlags | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI));
+    window_.reset(makeWindow(windowFlags));
     if (window_) renderer_.reset(makeRenderer(window_.get()));
   }
   if (window_ && renderer_ && makeTexture()) return Status::ok;
   close();
   return Status::failed;
+}
+
+SDL_Window* SdlDisplay::makeWindow(std::uint32_t flags) {
+  SDL_Rect area{SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, screen()->width(), screen()->height()};
+  // A desktop without a window manager leaves a window in the size that it was made in.
+  if (flags != 0) SDL_GetDisplayBounds(0, &area);
+  hasWindowSize_ = flags == 0;
+  return SDL_CreateWindow(title_.c_str(), area.x, area.y, area.w, area.h,
+                          flags | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI);
+}
+
+void SdlDisplay::setFullScreen(std::uint32_t flags) {
+  SDL_SetWindowFullscreen(window_.get(), flags);
+  if (flags != 0 || hasWindowSize_) return;
+  hasWindowSize_ = true;
+  SDL_SetWindowSize(window_.get(), screen()->width(), screen()->height());
+  SDL_SetWindowPosition(window_.get(), SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED);
 }
 
 bool SdlDisplay::makeTexture() {
@@ -104,7 +118,7 @@ void SdlDisplay::deviceReset() {
 void SdlDisplay::toggleFullScreen() {
   if (!window_) return;
   const bool isFull = (SDL_GetWindowFlags(window_.get()) & SDL_WINDOW_FULLSCREEN_DESKTOP) != 0;
-  SDL_SetWindowFullscreen(window_.get(), isFull ? 0 : SDL_WINDOW_FULLSCREEN_DESKTOP);
+  setFullScreen(isFull ? 0 : SDL_WINDOW_FULLSCREEN_DESKTOP);
   windowChanged();
 }
 

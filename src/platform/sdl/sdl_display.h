@@ -48,6 +48,8 @@ class SdlDisplay : public MemoryDisplay {
   };
 
   Status giveWindow(Status opened, std::uint32_t windowFlags);
+  SDL_Window* makeWindow(std::uint32_t flags);
+  void setFullScreen(std::uint32_t flags);
   bool makeTexture();
   void upload();
 
@@ -59,6 +61,7 @@ class SdlDisplay : public MemoryDisplay {
   double pixelsPerUnit_ = 1.0;  // renderer's pixels to one unit of the window's coordinates
   std::optional<Rect> damage_;  // of the screen, not uploaded yet
   bool mustDraw_ = false;
+  bool hasWindowSize_ = false;  // the system knows a size to go back to from the full screen
 };
 
 }  // namespace footlight::platform

@@ -36,6 +36,7 @@ CApplication::~CApplication() {
   if (application_) application_->close();
   application_.reset();
   parser_.reset();
+  CMC_Scene::doneDefUnit();
   config_.reset();
   resources_.reset();
   CFile::closeBigFile();

@@ -36,6 +36,7 @@ void listen(Listener listener) {
 void report(Group group, std::string_view object, std::string_view method, std::string_view text,
             Origin origin) {
   if (!listening) return;
+  if (origin.line == 0) origin = place;
   currentListener()({group, std::string(object), std::string(method), std::string(text),
                      std::string(fileName(origin.file)), origin.line});
 }

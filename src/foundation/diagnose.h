@@ -33,6 +33,8 @@ struct Report {
 using Listener = std::function<void(const Report&)>;
 
 inline bool listening = false;
+// The statement that runs now, for reports that know no place of their own; kept only while somebody listens.
+inline Origin place;
 inline bool isOn() { return listening; }
 // Sends every report to the listener from now on; an empty one turns reporting off.
 void listen(Listener listener);

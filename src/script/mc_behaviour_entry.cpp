@@ -37,7 +37,7 @@ CXString withoutEnds(const CXString& text) { return text.Mid(1, text.Length() - 
 
 // Cutting
 
-std::vector<CXString> CMC_Behaviour_Entry::cutStatements(const CXString& code) {
+std::vector<CXString> CMC_Behaviour_Entry::cutStatements(const CXString& code, CXString* rest) {
   std::vector<CXString> statements;
   CXString statement;
   int depth = 0;
@@ -52,6 +52,7 @@ std::vector<CXString> CMC_Behaviour_Entry::cutStatements(const CXString& code) {
       statement += c;
     }
   }
+  if (rest != nullptr) *rest = std::move(statement);
   return statements;
 }
 
@@ -291,6 +292,7 @@ Result CMC_Behaviour_Entry::run(const RunContext& context) const {
   Throwaways throwaways;
   for (const Slot& slot : slots_) values.push_back(argumentOf(slot, context, &throwaways));
 
+  if (diagnose::isOn()) diagnose::place = origin_;
   Result result = dispatch(context, values);
 
   for (const Ref<CMC_Behaviour>& throwaway : throwaways) {
@@ -441,8 +443,15 @@ void CMC_Behaviour_Entry::reportMissing(const CXString& name) const {
 // A whole text
 
 CodeLines::CodeLines(CMC_Behaviour* behaviour, CXString text) : text_(std::move(text)) {
-  for (CXString& statement : CMC_Behaviour_Entry::cutStatements(text_)) {
+  CXString rest;
+  for (CXString& statement : CMC_Behaviour_Entry::cutStatements(text_, &rest)) {
     entries_.push_back(std::make_unique<CMC_Behaviour_Entry>(behaviour, std::move(statement)));
+  }
+  // A bare name or number is as often a text that only might have been code.
+  const bool isStatement = rest.startsWith("@") || rest.Find('^') >= 0;
+  if (isStatement && diagnose::isOn()) {
+    diagnose::report(diagnose::Group::statement, behaviour->getName(), "",
+                     "the last statement has no semicolon and is dropped: " + rest.str(), behaviour->origin());
   }
 }
 

@@ -57,8 +57,9 @@ class CMC_Behaviour_Entry {
   // Whether the inline behaviours of this statement go with it.
   void releaseTempBeh(bool owns) const { ownsTempBehaviours_ = owns; }
 
-  // Cuts code into statements. The last one needs its semicolon; blanks vanish everywhere.
-  static std::vector<CXString> cutStatements(const CXString& code);
+  // Cuts code into statements. The last one needs its semicolon, or it is only
+  // `rest`; blanks vanish everywhere.
+  static std::vector<CXString> cutStatements(const CXString& code, CXString* rest = nullptr);
   // The text with each `$n` that has an argument replaced by it.
   static CXString fillParams(const CXString& text, const TextList* arguments);
   // A variable as text.

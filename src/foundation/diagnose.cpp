@@ -49,10 +49,10 @@ const char* groupName(Group group) {
 
 std::uint32_t internFile(std::string_view name) {
   FileNames& files = fileNames();
-  const auto [place, isNew] =
+  const auto [entry, isNew] =
       files.numbers.try_emplace(std::string(name), static_cast<std::uint32_t>(files.names.size()));
   if (isNew) files.names.emplace_back(name);
-  return place->second;
+  return entry->second;
 }
 
 std::string_view fileName(std::uint32_t file) {

@@ -32,13 +32,15 @@ CMC_Behaviour::CMC_Behaviour(CMC_ObjectsContainer* container, const CMElement* e
     : CMC_Object(container, element, type::kBehaviour),
       code_(CMC_Behaviour_Entry::stripBraces(element->getPropertyValue("CODE"))),
       conditionName_(element->getPropertyValue("CONDITION")) {
+  if (const CMProperty* code = element->properties().get("CODE")) setOrigin(code->origin());
   initializeBehaviours(container, element);
 }
 
 CMC_Behaviour::CMC_Behaviour(CMC_ObjectsContainer* container, CXString name, const CXString& code,
-                             Origin /*origin*/)
+                             Origin origin)
     : CMC_Object(std::move(name), type::kBehaviour), code_(CMC_Behaviour_Entry::stripBraces(code)) {
   setScene(container);
+  setOrigin(origin);
 }
 
 // A copy has the code and the lines; it stands on no timer and has declared nothing.

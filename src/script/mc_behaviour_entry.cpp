@@ -451,7 +451,8 @@ CodeLines::CodeLines(CMC_Behaviour* behaviour, CXString text) : text_(std::move(
   const bool isStatement = rest.startsWith("@") || rest.Find('^') >= 0;
   if (isStatement && diagnose::isOn()) {
     diagnose::report(diagnose::Group::statement, behaviour->getName(), "",
-                     "the last statement has no semicolon and is dropped: " + rest.str(), behaviour->origin());
+                     "the last statement has no semicolon and is dropped: " + rest.str(),
+                     behaviour->origin());
   }
 }
 

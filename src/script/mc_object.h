@@ -131,6 +131,7 @@ class CMC_Object : public CXObject {
   }
   // The place in a definition file that the object came from.
   Origin origin() const { return origin_; }
+  void setOrigin(Origin origin) { origin_ = origin; }
 
   static int getTypeId(std::string_view word) { return typeNumberOf(word); }
   static CXString typeToString(int type);

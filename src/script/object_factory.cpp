@@ -2,6 +2,7 @@
 
 #include "app/mc_dialog.h"
 #include "app/mc_timer.h"
+#include "objects/mc_image.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_class.h"
 #include "script/mc_condition.h"
@@ -38,6 +39,7 @@ constexpr MakerRow kMakers[] = {
     {type::kExpression, make<CMC_Expression>},
     {type::kStructure, make<CMC_Structure>},
     {type::kClass, make<CMC_Class>},
+    {type::kImage, make<CMC_Image>},
     {type::kTimer, make<CMC_Timer>},
     {type::kGroup, make<CMC_Groupped>},
     {type::kDialog, make<CMC_Dialog>},
@@ -61,7 +63,8 @@ CMC_Object* makeObject(CMC_ObjectsContainer* container, const CMElement* element
 void createBareObject(CMC_ObjectsContainer* scope, const CXString& word, const CXString& name) {
   if (scope == nullptr) return;
   std::unique_ptr<CMC_Object> made;
-  if (word == "IMAGE" || word == "ANIMO" || word == "SOUND" || word == "BUTTON") {
+  if (word == "IMAGE") made = std::make_unique<CMC_Image>(scope);
+  if (word == "ANIMO" || word == "SOUND" || word == "BUTTON") {
     made = std::make_unique<CMC_PlainObject>(CXString(), typeNumberOf(word));
     made->setScene(scope);
   }

@@ -31,9 +31,11 @@ std::string typeRow(const TypeDescription& description) {
   const CMC_Runner* runner = CMC_RunnerFactory::getRunner(description.number);
   return "    {\"number\": " + std::to_string(description.number) +
          ", \"type\": " + quoted(description.definitionWord) + ", \"word\": " + quoted(description.idWord) +
-         ", \"text\": " + quoted(description.stringWord) + ",\n     \"signals\": " + words(description.signals) +
-         ",\n     \"properties\": " + words(description.properties) + ",\n     \"methods\": " +
-         (runner != nullptr ? methodRows(runner->ownMethods(), "       ") : "[]") + "}";
+         ", \"text\": " + quoted(description.stringWord) +
+         ",\n     \"signals\": " + words(description.signals) +
+         ",\n     \"properties\": " + words(description.properties) +
+         ",\n     \"methods\": " + (runner != nullptr ? methodRows(runner->ownMethods(), "       ") : "[]") +
+         "}";
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// A small external module for the tests: it knows the type SAMPLE, which is an INTEGER that counts in tens, and leaves
-// a mark in each scene that asks for it.
+// A small external module for the tests: it knows the type SAMPLE, which is an INTEGER that counts in tens,
+// and leaves a mark in each scene that asks for it.
 
 #include "script/dll_ex_module_interface.h"
 #include "script/mc_objects_container.h"
@@ -17,7 +17,8 @@ class SampleInteger : public footlight::CMC_Integer {
 class SampleModule : public footlight::CMC_ExternObject {
  public:
   const char* getModuleName() const override { return "sample"; }
-  footlight::CMC_Object* resolve(footlight::CMC_ObjectsContainer* scene, const footlight::CMElement* element) override {
+  footlight::CMC_Object* resolve(footlight::CMC_ObjectsContainer* scene,
+                                 const footlight::CMElement* element) override {
     if (element->getPropertyValue("TYPE") != "SAMPLE") return nullptr;
     return new SampleInteger(scene, element);
   }
@@ -31,7 +32,8 @@ SampleModule sampleModule;
 extern "C" {
 
 void create(footlight::CMC_ObjectsContainer* scene) {
-  auto* mark = new footlight::CMC_Integer(footlight::CXString("MODULEMARK"), footlight::CMC_Variable::kNoPool);
+  auto* mark =
+      new footlight::CMC_Integer(footlight::CXString("MODULEMARK"), footlight::CMC_Variable::kNoPool);
   mark->put(7);
   mark->setScene(scene);
   scene->addObject(mark);

@@ -13,7 +13,7 @@ import sys
 from painter import Picture, mix, ramp
 
 WIDTH, HEIGHT = 800, 600
-STAGE_TOP, STAGE_FLOOR = 50, 520
+STAGE_TOP, STAGE_FLOOR = 50, 527
 GOLD, DARK_GOLD, PALE_GOLD = (214, 168, 74), (112, 76, 28), (255, 226, 150)
 LAMP = (255, 214, 130)
 
@@ -239,7 +239,7 @@ def beam(folder):
     for i in range(40):
         half = 2 + i * 1.5
         x = 8 + i * 10
-        picture.polygon([(x, 75 - half), (x + 10, 75 - half - 1.5), (x + 10, 75 + half + 1.5), (x, 75 + half)], (255, 236, 170), 0.42 * (1 - i / 40) ** 1.3)
+        picture.polygon([(x, 75 - half), (x + 10, 75 - half - 1.5), (x + 10, 75 + half + 1.5), (x, 75 + half)], (255, 236, 170), 0.42 * (1 - i / 40) ** 1.6)
     picture.glow(9, 75, 30, (255, 244, 200), 0.95)
     picture.save(folder / "beam.img", 162, 173)
 

@@ -152,7 +152,8 @@ Status MemoryDisplay::fill(Surface& target, const Rect& rect, std::uint32_t pixe
   const int size = bytesPerPixel(format_);
   const std::ptrdiff_t width = rect.right - rect.left;
   std::byte* first = place(target, rect.left, rect.top, size);
-  for (std::ptrdiff_t x = 0; x < width; ++x) std::memcpy(first + x * size, &pixel, static_cast<std::size_t>(size));
+  for (std::ptrdiff_t x = 0; x < width; ++x)
+    std::memcpy(first + x * size, &pixel, static_cast<std::size_t>(size));
   for (int y = 1; y < rect.bottom - rect.top; ++y) {
     std::memcpy(first + std::ptrdiff_t{y} * target.pitch(), first, static_cast<std::size_t>(width * size));
   }

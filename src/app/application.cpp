@@ -34,8 +34,9 @@ CApplication::CApplication(CWindow* window, const CXString& iniName, const CXStr
 
 CApplication::~CApplication() {
   if (application_) application_->close();
-  application_.reset();
+  // Scenes know the application as one of their objects, so they end before it does.
   parser_.reset();
+  application_.reset();
   CMC_Scene::doneDefUnit();
   config_.reset();
   resources_.reset();

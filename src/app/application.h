@@ -52,7 +52,7 @@ class CApplication : public CXObject {
   std::unique_ptr<CResourcesManager> resources_;
   CXString iniName_;
   CXString bigFileName_;
-  std::unique_ptr<CMC_StructureParser> parser_;  // owns the scenes, so it outlives the application
+  std::unique_ptr<CMC_StructureParser> parser_;  // owns the scenes
   Owned<CMC_Application> application_;
 };
 

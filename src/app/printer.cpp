@@ -17,6 +17,10 @@ namespace {
 constexpr CXSize kPage(1169, 827);
 constexpr std::uint32_t kPaper = 0xFFFFFF;
 
+constexpr std::size_t at(int x, int y, int width) {
+  return static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x);
+}
+
 // The largest size of the rectangle's shape that fits the page.
 CXSize fitted(CXSize size) {
   const double shape = static_cast<double>(size.width) / size.height;
@@ -50,8 +54,7 @@ void CPrinter::print(CXRect rect) const {
     const int sourceY = rect.top + y * rect.Height() / size.height;
     for (int x = 0; x < size.width; ++x) {
       const int sourceX = rect.left + x * rect.Width() / size.width;
-      page[static_cast<std::size_t>((corner.y + y) * kPage.width + corner.x + x)] =
-          picture[static_cast<std::size_t>(sourceY * width + sourceX)];
+      page[at(corner.x + x, corner.y + y, kPage.width)] = picture[at(sourceX, sourceY, width)];
     }
   }
   platform::current().shell().print({"DocPrint", kPage.width, kPage.height, page});

@@ -58,14 +58,14 @@ std::vector<std::uint32_t> CGraphicsObject::toRgb() const {
   return colours;
 }
 
-int CGraphicsObject::Load(CXString /*name*/) {
+int CGraphicsObject::Load(const CXString& /*name*/) {
   if (window_ != nullptr && window_->GetSurface() != nullptr) Convert(window_->GetBpp());
   return LastError();
 }
 
 int CGraphicsObject::Load(CFile* /*file*/) { return LastError(); }
 
-int CGraphicsObject::Save(CXString name, _compression compression) {
+int CGraphicsObject::Save(const CXString& name, _compression compression) {
   CFile file(window_, name, CFile::kWriteBinary);
   setErrorCode(file.LastError());
   if (LastError() != 0) return LastError();

@@ -127,11 +127,11 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   virtual void Redraw();
 
   // Each gives the object's error code. The base converts what a subclass loaded to the display's format.
-  virtual int Load(CXString name);
+  virtual int Load(const CXString& name);
   virtual int Load(CFile* file);
   // Writes the picture file form with this number in its header; the bytes go out as they stand, cut to the
   // clipping rectangle. Gives the error code, 2000 when the file cannot be written.
-  virtual int Save(CXString name, _compression compression);
+  virtual int Save(const CXString& name, _compression compression);
   virtual int Save(CFile* file, _compression compression);
 
   virtual int Width() const { return width_; }

@@ -31,8 +31,7 @@ CImage::CImage(CWindow* window, const CMElement& element) : CGraphicsObject(wind
 
 std::unique_ptr<CXObject> CImage::clone() const { return std::make_unique<CImage>(window_, *this); }
 
-int CImage::Load(const CXString& givenName, bool convert) {
-  const CXString name = givenName;  // may be the file name that changes below
+int CImage::Load(const CXString& name, bool convert) {
   Invalidate();
   flush();
   setErrorCode(0);
@@ -81,7 +80,7 @@ int CImage::Load(CFile* file) {
   return 0;
 }
 
-void CImage::flush() {
+void CImage::flush() {  // NOLINT(bugprone-virtual-near-miss)
   Flush();
   setLoaded(false);
 }

@@ -29,12 +29,12 @@ class CImage : public CGraphicsObject, public CFileResolver {
   // Replaces the picture and shows it; `convert` also turns it to the display's format. 2000 when there is no
   // such file or it is no picture that we read: the object is empty then.
   virtual int Load(const CXString& name, bool convert);
-  int Load(CXString name) override { return Load(name, true); }
+  int Load(const CXString& name) override { return Load(name, true); }
   // The picture from where the file stands to its end. Run-length pixels stay packed.
   int Load(CFile* file) override;
 
   // Back to unloaded.
-  virtual void flush();
+  virtual void flush();  // NOLINT(bugprone-virtual-near-miss): both names are part of the interface
   virtual void show();
   virtual void hide();
 

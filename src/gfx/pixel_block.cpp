@@ -7,12 +7,8 @@
 namespace footlight {
 
 bool isPictureSize(std::int64_t width, std::int64_t height) {
-  if (width <= 0 || height <= 0) return false;
-  if (width <= limits::kPictureSide && height <= limits::kPictureSide &&
-      width * height <= limits::kPicturePixels) {
-    return true;
-  }
-  guardHit("picture size");
+  if (limits::isPictureSize(width, height)) return true;
+  if (width > 0 && height > 0) guardHit("picture size");
   return false;
 }
 

@@ -249,16 +249,16 @@ void CRefreshScreen::onFocusOff() {
 // --- background and saving
 // ---------------------------------------------------------------------------------------
 
-void CRefreshScreen::SetBackground(CXString fileName) {
+void CRefreshScreen::SetBackground(const CXString& fileName) {
   CImageFile file(window_);
   file.Load(fileName);
   backgroundImage_ = file.takeObject();
   background_.SetBackground(backgroundImage_.get());
 }
 
-int CRefreshScreen::Save(CXString name, _compression compression) {
+int CRefreshScreen::Save(const CXString& name, _compression compression) {
   CDirectDrawSurface* frame = destSurface_.get();
-  return frame != nullptr ? frame->Save(std::move(name), compression) : LastError();
+  return frame != nullptr ? frame->Save(name, compression) : LastError();
 }
 
 }  // namespace footlight

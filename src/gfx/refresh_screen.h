@@ -78,14 +78,15 @@ class CRefreshScreen : public CGraphicsObject {
   void SetBackground(CColor* colour) { background_.SetBackground(colour); }
   void SetBackground(CGraphicsObject* object) { background_.SetBackground(object); }
   // A picture file; an unreadable one leaves no background.
-  void SetBackground(CXString fileName);
+  void SetBackground(const CXString& fileName);
   void setBackground(Owned<CDirectDrawSurface> surface) { background_.setBackground(std::move(surface)); }
   CDirectDrawSurface* getBackgroundIfc() const { return background_.surface(); }
   // Drops the picture that a file name brought; what is on the screen stays.
+  // NOLINTNEXTLINE(bugprone-virtual-near-miss): both names are part of the interface
   void flush() { backgroundImage_.reset(); }
 
   using CGraphicsObject::Save;
-  int Save(CXString name, _compression compression) override;  // the last frame
+  int Save(const CXString& name, _compression compression) override;  // the last frame
 
   CXRect screenRect() const { return {0, 0, width_, height_}; }
   int getFrameCount() const { return frameCount_; }

@@ -102,7 +102,7 @@ class CWindow : public CXObject, public CFilePlaces {
   // The picture behind everything: an object (null: none), a colour (null: the usual one), a picture file.
   void SetBackground(CGraphicsObject* object);
   void SetBackground(CColor* colour);
-  void SetBackground(CXString fileName);
+  void SetBackground(const CXString& fileName);
 
   CXSize GetScreenSize() const { return screenSize_; }
   int GetBpp() const;               // bits per pixel of the display; 0 while there is none

@@ -96,8 +96,8 @@ void CWindow::SetBackground(CColor* colour) {
   if (refreshScreen_ != nullptr) refreshScreen_->SetBackground(colour);
 }
 
-void CWindow::SetBackground(CXString fileName) {
-  if (refreshScreen_ != nullptr) refreshScreen_->SetBackground(std::move(fileName));
+void CWindow::SetBackground(const CXString& fileName) {
+  if (refreshScreen_ != nullptr) refreshScreen_->SetBackground(fileName);
 }
 
 int CWindow::GetBpp() const { return surface_ != nullptr ? surface_->GetBPP() : 0; }

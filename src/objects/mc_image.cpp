@@ -191,8 +191,8 @@ void CMC_Image::signalButton(const char* signal, int button) {
 }
 
 bool CMC_Image::onClick(int button, CXPoint point) {
+  const Ref<CMC_Image> self(this);
   if (hearsMouse() && isSignalBound(kOnClick) && isHit(point)) {
-    const Ref<CMC_Image> self(this);
     signalButton("ONCLICK", button);
     if (changeCursor_) window_->EndActiveCursor();
   }
@@ -200,8 +200,8 @@ bool CMC_Image::onClick(int button, CXPoint point) {
 }
 
 bool CMC_Image::onRelease(int button, CXPoint point) {
+  const Ref<CMC_Image> self(this);
   if (hearsMouse() && isSignalBound(kOnRelease) && isHit(point)) {
-    const Ref<CMC_Image> self(this);
     signalButton("ONRELEASE", button);
   }
   return CMouseListener::onRelease(button, point);

@@ -98,6 +98,9 @@ TEST(ImgFormat, RefusesWhatItDoesNotRead) {
     EXPECT_FALSE(readImg(file, &why)) << file.size();
     EXPECT_NE(why, nullptr);
   }
+  const char* unused = nullptr;
+  EXPECT_TRUE(readImg(imgFile({.width = side, .height = 1024, .packing = 4}, {}), &unused));
+  EXPECT_FALSE(readImg(imgFile({.width = side, .height = 1025, .packing = 4}, {}), &unused));
   const Bytes whole = imgFile({.packing = 4, .alphaSize = 2}, kPlain);
   for (std::size_t length = 0; length < whole.size(); ++length) {
     const char* why = nullptr;

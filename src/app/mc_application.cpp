@@ -41,7 +41,7 @@ CMC_Application::~CMC_Application() = default;
 
 void CMC_Application::close() {
   const Ref<CMC_Application> self(this);
-  if (isSignalBound(kOnDone)) onSignal("ONDONE");
+  onSignal("ONDONE");
   unloadSubScene(nullptr);
   CMC_ObjectsContainer::unload();
   CMC_Behaviour::doneTrash();
@@ -65,13 +65,17 @@ void CMC_Application::domodal() {
   CMC_Scene::domodal();
 }
 
+void CMC_Application::restart() {
+  if (startWith_ != nullptr && getCurrentScene() == startWith_) {
+    startWith_->restart();
+  } else {
+    restartPending_ = true;
+  }
+}
+
 void CMC_Application::restartNow() {
   restartPending_ = false;
   if (startWith_ == nullptr) return;
-  if (getCurrentScene() == startWith_) {
-    startWith_->restart();
-    return;
-  }
   unloadSubScene(startWith_);
   makeCurrent(startWith_);
   startWith_->initialize(nullptr);

@@ -21,8 +21,8 @@ class CMC_Application : public CMC_Scene {
   // Makes the built-in objects and enters the first sub-scene; false when there is none.
   bool initialize(CMC_Scene* previous) override;
   void domodal() override;
-  // Marks the restart for the next step.
-  void restart() override { restartPending_ = true; }
+  // Restarts the first sub-scene if it runs; else marks its entry for the next step.
+  void restart() override;
   void unload(CMC_Scene* next) override;
   using CMC_Scene::unload;
   virtual void exit();

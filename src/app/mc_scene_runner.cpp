@@ -7,6 +7,7 @@
 #include "app/script_run.h"
 #include "app/xtimer.h"
 #include "foundation/arithmetic.h"
+#include "foundation/limits.h"
 #include "gfx/window.h"
 #include "input/hot_spot.h"
 #include "script/mc_behaviour.h"
@@ -74,13 +75,15 @@ Result getDraggedName(CMC_Scene& scene, Call& /*call*/) {
 
 Result run(CMC_Scene& scene, Call& call) { return runByName(&scene, call, RunWords::exact); }
 
-// The clones that "from" and "to" mean; "to" never passes the number of clones made.
+// The clones that "from" and "to" mean; none when they are more than one call may touch.
 struct CloneRange {
   int from, to;
 };
 CloneRange cloneRange(const CMC_Object& object, int from, int to) {
-  const int most = object.getClonesNo();
-  return {from > 0 ? from : 1, to > 0 ? std::min(to, most) : most};
+  const CloneRange range{from > 0 ? from : 1, to > 0 ? to : object.getClonesNo()};
+  if (std::int64_t{range.to} - range.from < limits::kClonesByOneCall) return range;
+  guardHit("clones by one call");
+  return {1, 0};
 }
 
 CXString cloneName(const CMC_Object& object, int index) {

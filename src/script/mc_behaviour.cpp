@@ -11,6 +11,7 @@
 #include "script/mc_structure.h"
 #include "script/melement.h"
 #include "script/public_trash.h"
+#include "script/watchdog.h"
 
 namespace footlight {
 
@@ -97,6 +98,7 @@ bool CMC_Behaviour::run(CMC_Object* caller, const TextList* arguments, bool chec
   const RunContext context{this, scope.get(), caller, arguments};
   bool broke = false;
   for (const auto& entry : program->entries()) {
+    if (!watchdog::mayContinue()) break;
     const Result result = entry->run(context);
     if (!result.stops()) continue;
     broke = result.isBreak();

@@ -5,6 +5,7 @@
 #include "script/mc_behaviour.h"
 #include "script/mc_variable_factory.h"
 #include "script/method_tables.h"
+#include "script/watchdog.h"
 
 namespace footlight {
 
@@ -40,7 +41,7 @@ Result runLooped(CMC_Behaviour& behaviour, Call& call) {
   const std::int64_t step = call.has(2) ? call.integer(2) : 1;
   TextList arguments(1);
   for (int i = 2; i < call.count(); ++i) arguments.push_back(argumentText(call, i));
-  for (std::int64_t counter = start; counter < end; counter += step) {
+  for (std::int64_t counter = start; counter < end && watchdog::mayContinue(); counter += step) {
     arguments[0] = CXString::toString(static_cast<int>(counter));
     if (behaviour.run(nullptr, &arguments, true)) break;
   }

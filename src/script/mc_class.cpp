@@ -67,9 +67,7 @@ void CMC_Class::import(const CXString& file) {
 
 bool CMC_Class::addObject(CMC_Object* object) {
   CMC_Object* older = object != nullptr ? getOwnObject(object->getName()) : nullptr;
-  const bool isLevel =
-      older != nullptr && older->getType() >= type::kApplication && older->getType() <= type::kScene;
-  if (older != nullptr && older != object && !isLevel) {
+  if (older != nullptr && older != object && !isOwnedElsewhere(older)) {
     // The table is keyed by the name: the older one comes out, is renamed and goes back in.
     removeObject(older);
     older->setName(CXString("SUPER_") + older->getName());

@@ -58,7 +58,8 @@ void CMC_CNVLoader::release(CMC_ObjectsContainer* scene, const CXString& fileNam
 
 void CMC_CNVLoader::releaseMember(CMC_ObjectsContainer* scene, CMC_Groupped* group, CMC_Object* member) {
   const Ref<CMC_Object> keep(member);
-  if (!keep) return;
+  // The levels of the game may be members of a group, but they are nobody's to end.
+  if (!keep || (keep->getType() >= type::kApplication && keep->getType() <= type::kScene)) return;
   scene->removeObject(keep.get());
   keep->done(true);
   group->remove(keep.get());

@@ -97,8 +97,8 @@ CMC_Condition::CMC_Condition(const CMC_Condition& other)
       operand2_(other.operand2_),
       operator_(other.operator_),
       holder_(new CMC_Behaviour(other.getScene(), "temp", "")),
-      entry1_(std::make_unique<CMC_Behaviour_Entry>(holder_.get(), operand1_)),
-      entry2_(std::make_unique<CMC_Behaviour_Entry>(holder_.get(), operand2_)) {}
+      entry1_(std::make_shared<CMC_Behaviour_Entry>(holder_.get(), operand1_)),
+      entry2_(std::make_shared<CMC_Behaviour_Entry>(holder_.get(), operand2_)) {}
 
 CMC_Condition::~CMC_Condition() = default;
 
@@ -109,8 +109,8 @@ std::unique_ptr<CMC_Object> CMC_Condition::copy() const {
 void CMC_Condition::init() {
   const Ref<CMC_Condition> self(this);
   CMC_Object::init();
-  entry1_ = std::make_unique<CMC_Behaviour_Entry>(holder_.get(), operand1_);
-  entry2_ = std::make_unique<CMC_Behaviour_Entry>(holder_.get(), operand2_);
+  entry1_ = std::make_shared<CMC_Behaviour_Entry>(holder_.get(), operand1_);
+  entry2_ = std::make_shared<CMC_Behaviour_Entry>(holder_.get(), operand2_);
 }
 
 bool CMC_Condition::done(bool keep) {
@@ -126,8 +126,10 @@ bool CMC_Condition::valid(bool raiseSignals) {
   const Ref<CMC_Condition> self(this);
   const Ref<CMC_ObjectsContainer> scope(getScene());
   const RunContext context{holder_.get(), scope.get(), nullptr, nullptr};
-  const Ref<CMC_Object> first = entry1_->run(context).take();
-  const Ref<CMC_Object> second = entry2_ ? entry2_->run(context).take() : nullptr;
+  const auto entry1 = entry1_;
+  const auto entry2 = entry2_;
+  const Ref<CMC_Object> first = entry1->run(context).take();
+  const Ref<CMC_Object> second = entry2->run(context).take();
   if (!first || !second) return tell(false, raiseSignals);
   const Ref<CMC_Variable> left = asVariable(first.get());
   Ref<CMC_Variable> right = asVariable(second.get());

@@ -63,8 +63,9 @@ class CMC_Condition : public CMC_BasicCondition {
   CXString operand2_;
   Comparison operator_;
   Owned<CMC_Behaviour> holder_;  // gives the operands a scope
-  std::unique_ptr<CMC_Behaviour_Entry> entry1_;
-  std::unique_ptr<CMC_Behaviour_Entry> entry2_;
+  // Shared with the tests that run: the condition may be finished while an operand is at work.
+  std::shared_ptr<CMC_Behaviour_Entry> entry1_;
+  std::shared_ptr<CMC_Behaviour_Entry> entry2_;
 };
 
 class CMC_ComplexCondition : public CMC_BasicCondition {

@@ -118,21 +118,20 @@ void CMC_Object::initializeBehaviours(CMC_ObjectsContainer* container, const CME
   }
   if (container == nullptr) return;
   for (const auto& property : element->properties()) {
-    for (const char* signal : signals) {
+    for (std::size_t i = 0; i < signals.size(); ++i) {
       const CXString& name = property->getName();
-      if (!name.startsWith(signal) || property->getValue().IsEmpty()) continue;
-      bindProperty(container, name, property->getValue(), property->origin());
-      setSignalFlag(static_cast<int>(&signal - signals.data()));
+      if (!name.startsWith(signals[i]) || property->getValue().IsEmpty()) continue;
+      if (bindProperty(container, name, property->getValue(), property->origin())) setSignalFlag(static_cast<int>(i));
     }
   }
 }
 
-void CMC_Object::bindProperty(CMC_ObjectsContainer* container, const CXString& property, CXString value,
+bool CMC_Object::bindProperty(CMC_ObjectsContainer* container, const CXString& property, CXString value,
                               Origin origin) {
   value.AllTrim();
   if (value.startsWith("{")) {
     addBehaviour(property, makeInlineBehaviour(container, property, value, origin), nullptr, container);
-    return;
+    return true;
   }
   CXString name = value;
   std::shared_ptr<const TextList> arguments;
@@ -280,6 +279,8 @@ void CMC_Object::destroy(CMC_Object* object) {
     if (object->isSignalBound(kOnDone)) object->onSignal("ONDONE");
     if (object->isDisposed()) return;  // its own handler ended it
     object->unlink();
+    // Whoever ends an object need not know which container holds it.
+    if (object->owner_ != nullptr) object->owner_->removeObject(object);
     object->dispose();
   }
 }

@@ -48,6 +48,8 @@ struct TextHash {
 };
 
 class CMC_Object : public CXObject {
+  friend class CMC_ObjectsContainer;
+
  public:
   // Index 0 and 1 of every type's signals.
   static constexpr int kOnInit = 0;
@@ -156,7 +158,8 @@ class CMC_Object : public CXObject {
  private:
   using BindingTable = std::unordered_map<std::string, BindingList, TextHash, std::equal_to<>>;
 
-  void bindProperty(CMC_ObjectsContainer* container, const CXString& property, CXString value, Origin origin);
+  // True when a behaviour was found or made.
+  bool bindProperty(CMC_ObjectsContainer* container, const CXString& property, CXString value, Origin origin);
   CMC_Behaviour* makeInlineBehaviour(CMC_ObjectsContainer* container, const CXString& property,
                                      const CXString& code, Origin origin);
   void rebind(CMC_ObjectsContainer* container);
@@ -174,6 +177,7 @@ class CMC_Object : public CXObject {
   Origin origin_;
   WeakRef<CMC_ObjectsContainer> scene_;
   WeakRef<CMC_Class> ownerClass_;
+  CMC_ObjectsContainer* owner_ = nullptr;  // holds the object in its table; kept by the container
   std::unique_ptr<BindingTable> bindings_;
   std::vector<WeakRef<CMC_Behaviour>> tmpBehList_;
 };

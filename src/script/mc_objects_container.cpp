@@ -23,9 +23,13 @@ CMC_ObjectsContainer::~CMC_ObjectsContainer() { endAll(); }
 
 void CMC_ObjectsContainer::unlink() { endAll(); }
 
-bool CMC_ObjectsContainer::isOwnedElsewhere(const CMC_Object* object) {
+// The levels of a game belong to their parser; parents, which may be instances of classes, to their own
+// containers.
+bool CMC_ObjectsContainer::isOwnedElsewhere(const CMC_Object* object) const {
   const int type = object->getType();
-  return type == type::kApplication || type == type::kEpisode || type == type::kScene;
+  if (type == type::kApplication || type == type::kEpisode || type == type::kScene) return true;
+  const CMC_ObjectsContainer* parent = parent_.get();
+  return parent != nullptr && (object == parent || object == parent->parent_.get());
 }
 
 // Names
@@ -34,6 +38,7 @@ bool CMC_ObjectsContainer::removeObject(CMC_Object* object) {
   const auto found = table_.find(object->getName().view());
   if (found == table_.end() || found->second != object) return false;
   table_.erase(found);
+  if (object->owner_ == this) object->owner_ = nullptr;
   // What goes is mostly what came last.
   const auto place = std::find(objects_.rbegin(), objects_.rend(), object);
   if (place != objects_.rend()) objects_.erase(std::next(place).base());
@@ -55,6 +60,7 @@ bool CMC_ObjectsContainer::addObject(CMC_Object* object) {
     return false;
   }
   objects_.push_back(object);
+  if (!isOwnedElsewhere(object)) object->owner_ = this;
   table_[object->getName().view()] = object;
   ++generation_;
   return true;
@@ -164,6 +170,7 @@ CConfig* CMC_ObjectsContainer::getConfig() const {
 CMC_Object* CMC_ObjectsContainer::resolve(const CMElement* element, CMC_Groupped* group) {
   const CXString word = element->getPropertyValue("TYPE");
   const TypeDescription* description = findTypeByDefinition(word);
+  if (description != nullptr && adoptExisting(element, *description)) return nullptr;
   CMC_Object* object = description != nullptr ? makeObject(this, element, *description) : resolveEx(element);
   if (object == nullptr || group == nullptr) return object;
   for (const WeakRef<CMC_Behaviour>& behaviour : object->getTmpBehList()) {
@@ -243,7 +250,7 @@ void CMC_ObjectsContainer::onSubSceneDone(const CMC_ObjectsContainer* container)
 }
 
 void CMC_ObjectsContainer::finishAll() {
-  const auto finish = [](const std::vector<WeakRef<CMC_Object>>& objects, auto belongs) {
+  const auto finish = [this](const std::vector<WeakRef<CMC_Object>>& objects, auto belongs) {
     for (const WeakRef<CMC_Object>& object : objects) {
       const Ref<CMC_Object> keep(object.get());
       if (keep && !isOwnedElsewhere(keep.get()) && belongs(*keep)) keep->done(true);
@@ -264,13 +271,17 @@ void CMC_ObjectsContainer::endAll() {
     ++generation_;
     std::vector<Ref<CMC_Object>> kept;
     for (CMC_Object* object : dying) {
-      if (!isOwnedElsewhere(object)) kept.emplace_back(object);
+      if (isOwnedElsewhere(object)) continue;
+      object->owner_ = nullptr;
+      kept.emplace_back(object);
     }
     for (const Ref<CMC_Object>& object : kept) destroy(object.get());
   }
   if (!objects_.empty()) guardHit("objects added while unloading");
   for (CMC_Object* object : objects_) {
-    if (!isOwnedElsewhere(object)) object->dispose();
+    if (isOwnedElsewhere(object)) continue;
+    object->owner_ = nullptr;
+    object->dispose();
   }
   objects_.clear();
   table_.clear();

@@ -97,6 +97,8 @@ class CMC_ObjectsContainer : public CMC_Object {
   // An object of another module's making for an element of a type that nobody here knows; null as a rule.
   virtual CMC_Object* resolveEx(const CMElement* /*element*/) { return nullptr; }
   const std::vector<CMC_Object*>& objects() const { return objects_; }
+  // True for what stands here by name only.
+  bool isOwnedElsewhere(const CMC_Object* object) const;
 
  private:
   CMC_Object* lookUp(std::string_view name) const;
@@ -104,7 +106,6 @@ class CMC_ObjectsContainer : public CMC_Object {
   void buildPass(std::vector<const CMElement*>& waiting, int pass);
   void finishAll();
   void endAll();
-  static bool isOwnedElsewhere(const CMC_Object* object);
 
   static inline std::uint64_t generation_ = 0;
 

@@ -167,20 +167,28 @@ int Host::runGame(CWindow& window, CApplication& application, const CCommandLine
              "): is there a Dane/application.def?");
     return kNoStart;
   }
-  if (!commandLine.is2Bin()) loop(window);
+  const std::uint32_t lastTick = commandLine.is2Bin() ? 0 : loop(window);
+  for (const ShotRequest& shot : options_.shots) {
+    if (shot.tick > lastTick)
+      complain("--shot: " + shot.file + ": the run ended before tick " + std::to_string(shot.tick));
+  }
   return kEnded;
 }
 
-void Host::loop(CWindow& window) {
-  for (std::uint32_t tick = 1; !options_.ticks || tick <= *options_.ticks; ++tick) {
+// Gives the last tick that ran.
+std::uint32_t Host::loop(CWindow& window) {
+  std::uint32_t tick = 0;
+  while (!options_.ticks || tick < *options_.ticks) {
+    ++tick;
     const std::uint32_t passStart = platform_->clock().ticks();
     beginTick(tick, window);
     const bool ended = window.domodal();
     platform_->display().present();
     takeShots(tick, window);
-    if (ended || (diagnosed_ && options_.diagnose == Diagnose::stop)) return;
+    if (ended || (diagnosed_ && options_.diagnose == Diagnose::stop)) break;
     waitForNextPass(passStart);
   }
+  return tick;
 }
 
 // Moves the virtual clock, lets the devices have what belongs to the tick, and tells the window what happened

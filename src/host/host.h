@@ -47,7 +47,7 @@ class Host {
   int runEngine();
   bool isRefused(const CCommandLine6& commandLine) const;
   int runGame(CWindow& window, CApplication& application, const CCommandLine6& commandLine);
-  void loop(CWindow& window);
+  std::uint32_t loop(CWindow& window);
   void beginTick(std::uint32_t tick, CWindow& window);
   void handle(const platform::WindowEvent& event, CWindow& window) const;
   void takeShots(std::uint32_t tick, CWindow& window) const;

@@ -12,7 +12,6 @@
 #include "platform/platform.h"
 #include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
-#include "script/watchdog.h"
 
 namespace footlight {
 
@@ -29,7 +28,6 @@ CApplication::CApplication(CWindow* window, const CXString& iniName, const CXStr
   if (bigFileName_.IsString()) CFile::openBigFile(bigFileName_);
   window_->SetApplicationInterface(this);
   if (iniName_.IsString()) config_ = std::make_unique<CConfig>(CWindow::getRootPath() + iniName_);
-  watchdog::use([window] { return !window->isQuitting(); });
 }
 
 CApplication::~CApplication() {
@@ -44,7 +42,6 @@ CApplication::~CApplication() {
   CHotSpot::done();
   CMC_RunnerFactory::done();
   CMC_VariableFactory::done();
-  watchdog::use({});
   window_->SetApplicationInterface(nullptr);
 }
 

@@ -16,6 +16,7 @@ inline constexpr std::int64_t kPicturePixels = std::int64_t{1} << 24;
 inline constexpr std::int64_t kPictureFileBytes = kPicturePixels * 6;
 inline constexpr std::int64_t kTextFileBytes = std::int64_t{64} << 20;
 inline constexpr std::int64_t kLogicalLineBytes = std::int64_t{1} << 20;
+inline constexpr int kFilledTextBytes = 1 << 20;  // of code with its arguments filled in
 inline constexpr int kObjectsInScope = 1000000;
 inline constexpr int kDefinitionProperties = 1 << 21;  // of one definition file
 inline constexpr std::int64_t kStringBytes = std::int64_t{16} << 20;

@@ -1,5 +1,6 @@
 #include "host/host.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <utility>
@@ -17,6 +18,7 @@
 #include "platform/posix/file_system.h"
 #include "platform/sdl/sdl_platform.h"
 #include "script/vocabulary.h"
+#include "script/watchdog.h"
 
 namespace footlight::host {
 
@@ -160,6 +162,7 @@ int Host::runGame(CWindow& window, CApplication& application, const CCommandLine
   }
   window.OnCreate();
   window.OnActivateApp(true);
+  watchdog::use([this] { return !isCloseAsked(); });
   application.preinitializeApplication();
   if (application.LastError() != 0) {
     window.ShowError(kCaption);
@@ -167,20 +170,28 @@ int Host::runGame(CWindow& window, CApplication& application, const CCommandLine
              "): is there a Dane/application.def?");
     return kNoStart;
   }
-  if (!commandLine.is2Bin()) loop(window);
+  const std::uint32_t lastTick = commandLine.is2Bin() ? 0 : loop(window);
+  for (const ShotRequest& shot : options_.shots) {
+    if (shot.tick > lastTick)
+      complain("--shot: " + shot.file + ": the run ended before tick " + std::to_string(shot.tick));
+  }
   return kEnded;
 }
 
-void Host::loop(CWindow& window) {
-  for (std::uint32_t tick = 1; !options_.ticks || tick <= *options_.ticks; ++tick) {
+// Gives the last tick that ran.
+std::uint32_t Host::loop(CWindow& window) {
+  std::uint32_t tick = 0;
+  while (!options_.ticks || tick < *options_.ticks) {
+    ++tick;
     const std::uint32_t passStart = platform_->clock().ticks();
     beginTick(tick, window);
     const bool ended = window.domodal();
     platform_->display().present();
     takeShots(tick, window);
-    if (ended || (diagnosed_ && options_.diagnose == Diagnose::stop)) return;
+    if (ended || (diagnosed_ && options_.diagnose == Diagnose::stop)) break;
     waitForNextPass(passStart);
   }
+  return tick;
 }
 
 // Moves the virtual clock, lets the devices have what belongs to the tick, and tells the window what happened
@@ -188,12 +199,27 @@ void Host::loop(CWindow& window) {
 void Host::beginTick(std::uint32_t tick, CWindow& window) {
   if (headless_ != nullptr) headless_->clock().advance(options_.step);
   if (recorder_) recorder_->setTick(tick);
-  std::vector<platform::WindowEvent> events = platform_->pump();
+  takeEvents();
+  std::vector<platform::WindowEvent> events = std::exchange(waiting_, {});
   if (recorder_) {
     for (const platform::WindowEvent& event : events) recorder_->write(event);
   }
   script_.play(tick, *devices_, events);
   for (const platform::WindowEvent& event : events) handle(event, window);
+}
+
+void Host::takeEvents() {
+  const std::vector<platform::WindowEvent> events = platform_->pump();
+  waiting_.insert(waiting_.end(), events.begin(), events.end());
+}
+
+// Asked in the middle of long runs of scripts: what comes in waits for the next tick, but a closed window
+// ends them.
+bool Host::isCloseAsked() {
+  takeEvents();
+  return std::any_of(waiting_.begin(), waiting_.end(), [](const platform::WindowEvent& event) {
+    return event.kind == platform::WindowEvent::Kind::close;
+  });
 }
 
 void Host::handle(const platform::WindowEvent& event, CWindow& window) const {

@@ -10,6 +10,7 @@
 #include "platform/input_recorder.h"
 #include "platform/input_script.h"
 #include "platform/platform.h"
+#include "platform/window_event.h"
 
 namespace footlight {
 class CApplication;
@@ -47,7 +48,9 @@ class Host {
   int runEngine();
   bool isRefused(const CCommandLine6& commandLine) const;
   int runGame(CWindow& window, CApplication& application, const CCommandLine6& commandLine);
-  void loop(CWindow& window);
+  std::uint32_t loop(CWindow& window);
+  void takeEvents();
+  bool isCloseAsked();
   void beginTick(std::uint32_t tick, CWindow& window);
   void handle(const platform::WindowEvent& event, CWindow& window) const;
   void takeShots(std::uint32_t tick, CWindow& window) const;
@@ -59,6 +62,7 @@ class Host {
   platform::InputQueue* devices_ = nullptr;         // the platform's
   platform::InputScript script_;
   std::unique_ptr<platform::InputRecorder> recorder_;
+  std::vector<platform::WindowEvent> waiting_;  // taken from the platform, not yet told to the window
   bool diagnosed_ = false;
 };
 

@@ -80,7 +80,8 @@ void addMachineOptions(CLI::App& app, Options& options) {
   app.add_option("--locale", options.locale, "the system's language, four hexadecimal digits")
       ->transform(CLI::Validator(checkLocale, "HHHH"))
       ->type_name("");
-  app.add_option("--time", options.time, "wall clock at the start, in Unix seconds")
+  app.add_option("--time", options.time,
+                 "wall clock at the start, in Unix seconds (headless default: the year 2000)")
       ->check(CLI::Range(std::int64_t{0}, std::int64_t{253402300799}))
       ->type_name("SECONDS");
 }

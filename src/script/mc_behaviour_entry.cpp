@@ -62,7 +62,12 @@ CXString CMC_Behaviour_Entry::fillParams(const CXString& text, const TextList* a
     const char c = text.GetAt(i);
     const int index = c == '$' && i + 1 < text.Length() ? text.GetAt(i + 1) - '1' : -1;
     if (index >= 0 && index < 9 && arguments != nullptr && index < static_cast<int>(arguments->size())) {
-      filled += (*arguments)[static_cast<std::size_t>(index)];
+      const CXString& argument = (*arguments)[static_cast<std::size_t>(index)];
+      if (filled.Length() + argument.Length() > limits::kFilledTextBytes) {
+        guardHit("filled text too long");
+        return text;
+      }
+      filled += argument;
       ++i;
     } else {
       filled += c;

@@ -121,7 +121,8 @@ void CMC_Object::initializeBehaviours(CMC_ObjectsContainer* container, const CME
     for (std::size_t i = 0; i < signals.size(); ++i) {
       const CXString& name = property->getName();
       if (!name.startsWith(signals[i]) || property->getValue().IsEmpty()) continue;
-      if (bindProperty(container, name, property->getValue(), property->origin())) setSignalFlag(static_cast<int>(i));
+      if (bindProperty(container, name, property->getValue(), property->origin()))
+        setSignalFlag(static_cast<int>(i));
     }
   }
 }
@@ -148,6 +149,7 @@ bool CMC_Object::bindProperty(CMC_ObjectsContainer* container, const CXString& p
     diagnose::report(diagnose::Group::behaviour, name_, property, "no behaviour of the name " + name.str(),
                      origin);
   }
+  return behaviour != nullptr;
 }
 
 CMC_Behaviour* CMC_Object::makeInlineBehaviour(CMC_ObjectsContainer* container, const CXString& property,

@@ -127,6 +127,33 @@ TEST_F(SdlPlatformTest, ShowsInEveryDepth) {
   }
 }
 
+TEST_F(SdlPlatformTest, AResizedWindowKeepsThePicture) {
+  SdlDisplay& display = platform_.display();
+  const auto surface = display.createSurface(64, 48, false);
+  ASSERT_EQ(display.fill(*surface, {32, 24, 64, 48}, display.format().red), Status::ok);
+  ASSERT_EQ(display.show(0, 0, *surface, {0, 0, 64, 48}), Status::ok);
+  display.present();
+  SDL_SetWindowSize(display.window(), 200, 96);  // twice the picture, with a margin at both sides
+  platform_.pump();
+  display.present();
+  const auto glass = [&display](int x, int y) {
+    std::uint32_t pixel = 0;
+    const SDL_Rect place{x, y, 1, 1};
+    EXPECT_EQ(
+        SDL_RenderReadPixels(SDL_GetRenderer(display.window()), &place, SDL_PIXELFORMAT_RGB888, &pixel, 4),
+        0);
+    return pixel & 0xF8F8F8;
+  };
+  EXPECT_EQ(glass(35, 95), 0U) << "margin";
+  EXPECT_EQ(glass(36 + 63, 48), 0U);
+  EXPECT_EQ(glass(36 + 64, 48), 0xF80000U) << "whole factors are sharp";
+  EXPECT_EQ(glass(36 + 127, 95), 0xF80000U);
+  EXPECT_EQ(glass(36 + 128, 95), 0U) << "margin";
+  push(motion(36 + 127, 95));
+  platform_.pump();
+  EXPECT_EQ(platform_.input().cursorPosition(), (CursorPosition{63, 47}));
+}
+
 TEST_F(SdlPlatformTest, HandsInputToTheDevices) {
   push(key(SDL_KEYDOWN, SDL_SCANCODE_SPACE));
   push(key(SDL_KEYDOWN, SDL_SCANCODE_SPACE, 0, 1));

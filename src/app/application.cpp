@@ -59,7 +59,7 @@ void CApplication::preinitializeApplication() {
   parser_ = std::make_unique<CMC_StructureParser>(window_, "application.def");
   application_ = parser_->takeApplication();
   if (application_) {
-    application_->initialize(nullptr);
+    if (!commandLine_->is2Bin()) application_->initialize(nullptr);
   } else {
     setErrorCode(kNoApplication);
   }

@@ -43,6 +43,9 @@ void CMC_Application::close() {
   const Ref<CMC_Application> self(this);
   onSignal("ONDONE");
   unloadSubScene(nullptr);
+  for (CMC_Scene* scene : getSubScenes()) {
+    if (scene->getType() == type::kEpisode) scene->CMC_ObjectsContainer::unload();
+  }
   CMC_ObjectsContainer::unload();
   CMC_Behaviour::doneTrash();
   doneDefUnit();

@@ -74,6 +74,7 @@ class CMC_Scene : public CMC_ObjectsContainer {
   void startMusic(const char* name, bool force);
   void stopMusic();
 
+  CMC_Object* resolveEx(const CMElement* element) override;
   // Makes a BUTTON or a VGO; other words do nothing.
   void createObject(const CXString& word, const CXString& name);
   // Ends an object of this scene; parents and sub-scenes stay.
@@ -93,7 +94,6 @@ class CMC_Scene : public CMC_ObjectsContainer {
   void addSubScene(CMC_Scene* scene);
   // The folder "Dane" below the root, and the level's own folder in it. False when there is none.
   bool enterFolder(const CXString& root) const;
-  CMC_Object* resolveEx(const CMElement* element) override;
   void unloadSubScene(CMC_Scene* next);
   void clearCurrentScene() { currentSubScene_ = nullptr; }
   void makeCurrent(CMC_Scene* scene) { currentSubScene_ = scene; }

@@ -265,8 +265,12 @@ CMC_Behaviour_Entry::Slot CMC_Behaviour_Entry::compileArgument(CMC_Behaviour* be
   if (!mayBeCode && piece.startsWith("&")) {
     const CXString name = piece.Right(1);
     CMC_Object* referred = scene != nullptr ? scene->getVariable(name) : nullptr;
-    slot.fixed =
-        referred != nullptr ? Ref<CMC_Object>(referred) : Ref<CMC_Object>(CMC_Variable::resolve(name));
+    if (referred != nullptr) {
+      slot.referred = WeakRef<CMC_Object>(referred);
+      slot.referredName = name;
+    } else {
+      slot.fixed = Ref<CMC_Object>(CMC_Variable::resolve(name));
+    }
     return slot;
   }
   slot.entry = std::make_unique<CMC_Behaviour_Entry>(behaviour, std::move(piece));
@@ -338,6 +342,12 @@ Ref<CMC_Object> CMC_Behaviour_Entry::argumentOf(const Slot& slot, const RunConte
       return runFilled(fillParams(slot.entry->line_, context.arguments), context, throwaways);
     return slot.entry->run(context).take();
   }
+  if (slot.referredName.IsString()) {
+    if (CMC_Object* referred = slot.referred.get()) return Ref<CMC_Object>(referred);
+    CMC_Object* found = context.scene != nullptr ? context.scene->getVariable(slot.referredName) : nullptr;
+    return found != nullptr ? Ref<CMC_Object>(found)
+                            : Ref<CMC_Object>(CMC_Variable::resolve(slot.referredName));
+  }
   if (!constParams_ && slot.hasMarks && context.arguments != nullptr) {
     // Inline code sees the arguments of the code around it.
     const auto* code = dynamic_cast<const CMC_InlineCode*>(slot.fixed.get());
@@ -377,8 +387,9 @@ Ref<CMC_Object> CMC_Behaviour_Entry::runFilled(const CXString& text, const RunCo
 Result CMC_Behaviour_Entry::dispatch(const RunContext& context, ArgumentList arguments) const {
   switch (kind_) {
     case Kind::builtIn:
-      return runner_ != nullptr ? runner_->run(methodId_, context.behaviour, context.scene, arguments)
-                                : Result();
+      if (runner_ == nullptr) return {};
+      if (methodId_ >= 0) return runner_->run(methodId_, context.behaviour, context.scene, arguments);
+      return runner_->run(method_.view(), context.behaviour, context.scene, arguments);
     case Kind::dynamicCall:
       return dispatchDynamic(context, arguments);
     case Kind::callerCall: {

@@ -80,6 +80,8 @@ class CMC_Behaviour_Entry {
   struct Slot {
     Ref<CMC_Object> fixed;
     std::unique_ptr<CMC_Behaviour_Entry> entry;
+    WeakRef<CMC_Object> referred;  // a variable that is passed itself
+    CXString referredName;
     bool hasMarks = false;  // its text holds a `$`
   };
   // Behaviours made from filled text for one call.

@@ -12,6 +12,8 @@ namespace footlight {
 
 namespace {
 
+// No chain of displaced objects is longer than the files that a class can have.
+constexpr int kDeepestSuper = limits::kClassFiles * 6;
 constexpr const char* kFolder = "$COMMON\\CLASSES\\";
 
 int classDepth(const CMC_ObjectsContainer* scope) {
@@ -69,9 +71,15 @@ bool CMC_Class::addObject(CMC_Object* object) {
   CMC_Object* older = object != nullptr ? getOwnObject(object->getName()) : nullptr;
   if (older != nullptr && older != object && !isOwnedElsewhere(older)) {
     // The table is keyed by the name: the older one comes out, is renamed and goes back in.
+    const Ref<CMC_Object> keep(older);
     removeObject(older);
-    older->setName(CXString("SUPER_") + older->getName());
-    addObject(older);
+    if (older->getName().Length() < kDeepestSuper) {
+      older->setName(CXString("SUPER_") + older->getName());
+      addObject(older);
+    } else {
+      guardHit("base files of a class");
+      destroy(older);
+    }
   }
   if (object != nullptr) object->setClass(this);
   return CMC_ObjectsContainer::addObject(object);

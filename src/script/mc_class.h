@@ -26,6 +26,10 @@ class CMC_Class : public CMC_ObjectsContainer {
   // An older object of the name stays under "SUPER_" and its name.
   bool addObject(CMC_Object* object) override;
   void init() override;
+  // Asks the scene around the class.
+  CMC_Object* resolveEx(const CMElement* element) override {
+    return getParent() != nullptr ? getParent()->resolveEx(element) : nullptr;
+  }
   bool done(bool keep) override;
 
   const CXString& defFile() const { return defFile_; }

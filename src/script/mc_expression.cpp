@@ -43,7 +43,23 @@ CMC_Expression::CMC_Expression(CMC_ObjectsContainer* container, const CXString& 
   compile();
 }
 
+CMC_Expression::CMC_Expression(const CMC_Expression& other)
+    : CMC_Variable(other),
+      operand1_(other.operand1_),
+      operand2_(other.operand2_),
+      operation_(other.operation_),
+      still_(true),
+      holder_(new CMC_Behaviour(other.getScene(), "temp", "")) {
+  setScene(other.getScene());
+  for (const Item& item : other.items_) items_.push_back({item.operation, item.text, nullptr});
+  compile();
+}
+
 CMC_Expression::~CMC_Expression() = default;
+
+std::unique_ptr<CMC_Object> CMC_Expression::copy() const {
+  return std::unique_ptr<CMC_Object>(new CMC_Expression(*this));
+}
 
 Operation CMC_Expression::resolveOp(std::string_view text) {
   if (text.size() == 1) {

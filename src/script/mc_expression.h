@@ -51,6 +51,7 @@ class CMC_Expression : public CMC_Variable {
   bool asBool() override;
   // The name: the text of the value comes from `calculate`.
   CXString toString() const override { return getName(); }
+  std::unique_ptr<CMC_Object> copy() const override;
 
  private:
   struct Item {
@@ -59,6 +60,7 @@ class CMC_Expression : public CMC_Variable {
     std::unique_ptr<CMC_Behaviour_Entry> entry;
   };
 
+  CMC_Expression(const CMC_Expression& other);
   void cut(const CXString& text);
   void compile();
   Ref<CMC_Variable> operand(const Item& item);

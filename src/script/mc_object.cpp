@@ -246,7 +246,9 @@ bool CMC_Object::deliver(const CXString& name, const TextList* arguments) {
   const BindingList* bound = isDisposed() ? nullptr : getBehaviour(name);
   if (bound == nullptr) return false;
   const Ref<CMC_Object> self(this);
-  const BindingList snapshot = *bound;
+  BindingList snapshot = *bound;
+  std::erase_if(snapshot, [](const auto& binding) { return !binding->behaviour; });
+  if (snapshot.empty()) return false;  // a behaviour that has gone is no binding
   const auto runOne = [this](const SignalBinding& binding, const TextList* given) {
     const Ref<CMC_Behaviour> behaviour(binding.removed || isDisposed() ? nullptr : binding.behaviour.get());
     if (behaviour) behaviour->run(this, given, true);

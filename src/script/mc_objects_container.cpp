@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/application.h"
+#include "foundation/depth.h"
 #include "foundation/limits.h"
 #include "gfx/window.h"
 #include "script/mc_behaviour.h"
@@ -48,11 +49,18 @@ bool CMC_ObjectsContainer::removeObject(CMC_Object* object) {
 
 bool CMC_ObjectsContainer::addObject(CMC_Object* object) {
   if (object == nullptr) return false;
-  if (CMC_Object* older = getOwnObject(object->getName())) {
+  // An older object's ONDONE may add another one of the name: that one goes as well.
+  while (CMC_Object* older = getOwnObject(object->getName())) {
     if (older == object) return true;
+    const DepthGuard depth;
     const Ref<CMC_Object> keep(older);
     removeObject(older);
-    if (!isOwnedElsewhere(older)) destroy(older);
+    if (isOwnedElsewhere(older)) continue;
+    if (depth) {
+      destroy(older);
+    } else {
+      older->dispose();
+    }
   }
   if (getElementsNo() >= limits::kObjectsInScope) {
     guardHit("objects in a scope");

@@ -80,6 +80,9 @@ class CMC_ObjectsContainer : public CMC_Object {
   // All objects of a document, in six passes. Gives the elements that nobody knew what to make of.
   std::vector<const CMElement*> resolveObjects(const CMElements& elements);
 
+  // An object of another module's making for an element of a type that nobody here knows; null as a rule.
+  virtual CMC_Object* resolveEx(const CMElement* /*element*/) { return nullptr; }
+
   // Renames an object of this container; an object that has the new name already is treated as by addObject.
   void renameObject(CMC_Object* object, const CXString& name);
 
@@ -94,8 +97,6 @@ class CMC_ObjectsContainer : public CMC_Object {
   void unlink() override;
   // Runs `init` of every object on a snapshot.
   void initObjects();
-  // An object of another module's making for an element of a type that nobody here knows; null as a rule.
-  virtual CMC_Object* resolveEx(const CMElement* /*element*/) { return nullptr; }
   const std::vector<CMC_Object*>& objects() const { return objects_; }
   // True for what stands here by name only.
   bool isOwnedElsewhere(const CMC_Object* object) const;

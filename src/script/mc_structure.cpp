@@ -63,7 +63,10 @@ void CMC_Structure::flush() { fields_.clear(); }
 
 void CMC_Structure::set(CMC_Variable* other) {
   const Ref<CMC_Structure> source(object_cast<CMC_Structure>(other));
-  if (!source) return;
+  if (!source) {
+    if (other != nullptr) fromString(other->toString());
+    return;
+  }
   const Ref<CMC_Structure> self(this);
   for (int i = 0; i < getFieldsNo(); ++i) setField(i, source->getField(i));
 }

@@ -35,6 +35,13 @@ class CMC_Class : public CMC_ObjectsContainer {
   const CXString& defFile() const { return defFile_; }
   const CXString& baseFiles() const { return baseFiles_; }
 
+ protected:
+  // However an instance ends, its DESTRUCTOR has run before its objects go.
+  void unlink() override {
+    destruct();
+    CMC_ObjectsContainer::unlink();
+  }
+
  private:
   CMC_Class(const CMC_Class& pattern, CXString name, CMC_ObjectsContainer* scope);
   void load();

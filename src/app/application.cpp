@@ -71,6 +71,15 @@ bool CApplication::domodal() {
   return false;
 }
 
+void CApplication::OnWindowCommand(int id) {
+  constexpr int kQuit = 40001;
+  constexpr int kRedraw = 40004;
+  if (id == kQuit) window_->quit();
+  if (id != kRedraw) return;
+  window_->Invalidate();
+  window_->Redraw();
+}
+
 CXString CApplication::getWAVPath(const CXString& name) const { return window_->GetSoundFXFullPath(name); }
 
 }  // namespace footlight

@@ -34,7 +34,8 @@ class CApplication : public CXObject {
   // One step of the game; false.
   virtual bool domodal();
   virtual bool OnExit() { return true; }
-  virtual void OnWindowCommand(int /*id*/) {}
+  // The host's menu: 40001 ends the program, 40004 draws the whole window anew; other ids do nothing.
+  virtual void OnWindowCommand(int id);
   virtual int OnKeyDown(int /*key*/, int /*flags*/) { return 0; }
   // The sound folder, a backslash and the name.
   virtual CXString getWAVPath(const CXString& name) const;

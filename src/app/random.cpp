@@ -36,6 +36,7 @@ std::vector<int> CXRandom::random_vector(int low, int n, int count, bool unique)
   if (count == 0) count = wrap_sub(n, low);
   if (count > kMostAtOnce) {
     guardHit("random numbers at once");
+    platform::current().shell().debugText("Arguments error: Random::getPlenty( )\n");
     return {};
   }
   if (unique) count = std::min(count, std::max(n, 1));

@@ -17,6 +17,7 @@
 #include "platform/headless/headless_platform.h"
 #include "platform/posix/file_system.h"
 #include "platform/sdl/sdl_platform.h"
+#include "script/caches.h"
 #include "script/vocabulary.h"
 #include "script/watchdog.h"
 
@@ -57,6 +58,7 @@ int Host::run() {
     std::puts(vocabularyJson().c_str());
     return kEnded;
   }
+  caches::enable(!options_.literal);
   makePlatform();
   if (!openInput()) return kBadCommandLine;
   platform::use(platform_.get());

@@ -113,6 +113,7 @@ void addRunOptions(CLI::App& app, Options& options) {
          "what the engine ignores in scripts: keep quiet (default), report, or report and stop")
       ->check(CLI::IsMember({"quiet", "warn", "stop"}))
       ->type_name("quiet|warn|stop");
+  app.add_flag("--literal", options.literal, "read every statement anew at each run, for comparing");
   app.add_flag("--vocabulary", options.vocabulary, "print every type, property, signal and method as JSON");
 }
 

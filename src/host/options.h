@@ -37,6 +37,7 @@ struct Options {
   std::optional<std::uint32_t> seed;
   Diagnose diagnose = Diagnose::quiet;
   bool vocabulary = false;
+  bool literal = false;  // read every statement anew, without caches
 };
 
 // What the command line asks for: either a run, or a text for the player and the end.

@@ -16,7 +16,8 @@ The folder NAME holds a game ("Dane/application.def" and so on) and "expect.json
     exit             the exit status                                         (default: 0)
     stderr_contains  texts that standard error must hold, a list             (default: none)
 
-The game runs in a copy of the folder, so it may write. Every difference is printed; the exit status is 1 when there
+The game runs twice, the second time with --literal: what the engine remembers of statements must not show. It runs
+in a copy of the folder, so it may write. Every difference is printed; the exit status is 1 when there
 is one. A wrong picture leaves itself and a picture of the differences in out/games/NAME. With --keep the copy stays
 and its place is printed; with --accept the shots become the new expectation.
 """
@@ -114,7 +115,7 @@ def judge_shots(game, shots, accept, out):
         yield f"{name}: {count} pixels differ, first at {first} (see {out / ('difference-' + name)})"
 
 
-def run(host, game, options):
+def run(host, game, options, literal):
     expect = json.loads((game / "expect.json").read_text(encoding="utf-8"))
     unknown = set(expect) - {"args", "ticks", "input", "ini", "files", "shots", "exit", "stderr_contains"}
     faults = [f"expect.json: '{name}' means nothing" for name in sorted(unknown)]
@@ -130,6 +131,9 @@ def run(host, game, options):
         shots[name] = work / name
         command += ["--shot", f"{tick}:{shots[name]}"]
     command += expect.get("args", [])
+    way = game.name + (" (read literally)" if literal else "")
+    if literal:
+        command.append("--literal")
 
     try:
         done = subprocess.run(command, cwd=folder, stdin=subprocess.DEVNULL, capture_output=True, timeout=TIME_LIMIT)
@@ -147,11 +151,11 @@ def run(host, game, options):
     faults += judge_shots(game, shots, options.accept, out)
 
     if faults and errors:
-        print(f"{game.name}: standard error:\n{errors}", end="")
+        print(f"{way}: standard error:\n{errors}", end="")
     for fault in faults:
-        print(f"{game.name}: {fault}")
+        print(f"{way}: {fault}")
     if options.keep:
-        print(f"{game.name}: ran in {folder}: {' '.join(command)}")
+        print(f"{way}: ran in {folder}: {' '.join(command)}")
     else:
         shutil.rmtree(work)
     return not faults
@@ -164,7 +168,8 @@ def main():
     parser.add_argument("--accept", action="store_true", help="make the shots the new expectation")
     parser.add_argument("game", type=pathlib.Path)
     options = parser.parse_args()
-    good = run(options.host.resolve(), options.game.resolve(), options)
+    ways = (False,) if options.accept else (False, True)
+    good = all([run(options.host.resolve(), options.game.resolve(), options, literal) for literal in ways])
     print(f"{options.game.name}: {'as expected' if good else 'NOT as expected'}")
     return 0 if good else 1
 

@@ -3,9 +3,10 @@
 set -euo pipefail
 
 packages=(
-  g++ cmake ninja-build pkg-config python3 git      # building
+  g++ cmake ninja-build pkg-config python3 git ccache  # building
   libsdl2-dev libcli11-dev libpng-dev libsimpleini-dev
   libgtest-dev libgmock-dev xvfb                    # testing
+  libbenchmark-dev liblua5.4-dev libinih-dev        # measuring, the last two as peers
   clang-format clang-tidy                           # judging the sources
 )
 

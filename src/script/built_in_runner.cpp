@@ -2,9 +2,11 @@
 // stand in.
 
 #include <algorithm>
+#include <optional>
 
 #include "app/random.h"
 #include "gfx/window.h"
+#include "script/caches.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_behaviour_entry.h"
 #include "script/mc_condition.h"
@@ -28,9 +30,9 @@ struct Code {
 };
 
 Code codeOf(const Call& call, int index) {
-  CMC_Object* passed = call.object(index);
-  if (const auto* inlineCode = dynamic_cast<const CMC_InlineCode*>(passed)) {
-    if (CMC_Behaviour* behaviour = inlineCode->behaviour()) return {Ref<CMC_Behaviour>(behaviour), nullptr};
+  if (const auto* passed = object_cast<CMC_String>(call.object(index))) {
+    if (CMC_Behaviour* inlineCode = passed->inlineBehaviour())
+      return {Ref<CMC_Behaviour>(inlineCode), nullptr};
   }
   const CXString text = call.text(index);
   if (text.IsEmpty() || call.scope() == nullptr) return {};
@@ -55,11 +57,38 @@ bool isTestTrue(const Call& call, const CXString& test) {
   }
 }
 
+// A side of a test as it was when it was read: what the other side runs does not change it any more.
+struct Side {
+  Side(const Call& call, int index) {
+    const Ref<CMC_Variable> value = call.variable(index);
+    if (const auto* integer = object_cast<CMC_Integer>(value.get())) {
+      whole = integer->getValue();
+    } else {
+      other = value ? value->asText() : call.text(index);
+    }
+  }
+  CXString text() const { return whole ? CXString::toString(*whole) : other; }
+
+  std::optional<int> whole;
+  CXString other;
+};
+
+// Whole numbers come out of their texts as they went in, so they are compared as they are.
+bool isComparisonTrue(const Call& call) {
+  const Side left(call, 0);
+  CXString storage;
+  const Comparison comparison = CMC_Condition::comparisonOf(call.textView(1, &storage));
+  const Side right(call, 2);
+  if (left.whole && right.whole && comparison != Comparison::instanceOf && caches::isOn()) {
+    return CMC_Condition::valid(*left.whole, *right.whole, comparison);
+  }
+  return comparison != Comparison::none &&
+         CMC_Condition::valid(call.scope(), left.text(), right.text(), comparison);
+}
+
 Result ifStatement(CMC_Behaviour& /*behaviour*/, Call& call) {
   const bool isLongForm = call.count() > 3;
-  const bool holds = isLongForm
-                         ? CMC_Condition::valid(call.scope(), call.text(0), call.text(1).view(), call.text(2))
-                         : isTestTrue(call, call.text(0));
+  const bool holds = isLongForm ? isComparisonTrue(call) : isTestTrue(call, call.text(0));
   const int then = isLongForm ? 3 : 1;
   const Code code = codeOf(call, holds ? then : then + 1);
   if (!code.behaviour) return {};
@@ -205,7 +234,7 @@ CMC_Behaviour* addTimerBehaviour(CMC_ObjectsContainer* scope, CXString code) {
 
 CXString bodyText(const Call& call, int index) {
   if (const auto* inlineCode = dynamic_cast<const CMC_InlineCode*>(call.object(index))) {
-    if (const CMC_Behaviour* behaviour = inlineCode->behaviour()) return behaviour->getCode();
+    if (const CMC_Behaviour* behaviour = inlineCode->inlineBehaviour()) return behaviour->getCode();
   }
   const CXString text = call.text(index);
   const auto* named = call.find<CMC_Behaviour>(text);

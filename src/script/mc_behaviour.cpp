@@ -5,6 +5,7 @@
 #include "app/xtimer.h"
 #include "foundation/depth.h"
 #include "gfx/window.h"
+#include "script/caches.h"
 #include "script/mc_behaviour_entry.h"
 #include "script/mc_condition.h"
 #include "script/mc_expression.h"
@@ -63,16 +64,16 @@ void CMC_Behaviour::init() {
   const Ref<CMC_Behaviour> self(this);
   CMC_Object::init();
   if (code_.startsWith("{")) code_ = code_.Mid(1, code_.Length() - 1);
-  lines_.reset();
+  lines_ = nullptr;
   if (code_.IsString()) compile(code_);
 }
 
-void CMC_Behaviour::compile(const CXString& text) { lines_ = std::make_shared<CodeLines>(this, text); }
+void CMC_Behaviour::compile(const CXString& text) { lines_ = CodeLines::make(this, text); }
 
 bool CMC_Behaviour::done(bool keepTempBehaviours) {
   const Ref<CMC_Behaviour> self(this);
   if (lines_) lines_->releaseTempBeh(!keepTempBehaviours);
-  lines_.reset();
+  lines_ = nullptr;
   return CMC_Object::done(keepTempBehaviours);
 }
 
@@ -93,18 +94,19 @@ bool CMC_Behaviour::run(CMC_Object* caller, const TextList* arguments, bool chec
     if (!condition->valid(true)) return false;
   }
 
-  const std::shared_ptr<const CodeLines> program = lines_;
+  const Ref<const CodeLines> program = lines_;
   if (!program) return false;
   const RunContext context{this, scope.get(), caller, arguments};
+  const bool areResultsUsed = !caches::isOn();
   bool broke = false;
   for (const auto& entry : program->entries()) {
     if (!watchdog::mayContinue()) break;
-    const Result result = entry->run(context);
+    const Result result = entry->run(context, areResultsUsed);
     if (!result.stops()) continue;
     broke = result.isBreak();
     break;
   }
-  removeTemporaries(scope.get());
+  if (!tempObjects_.empty()) removeTemporaries(scope.get());
   return broke;
 }
 

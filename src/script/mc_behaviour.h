@@ -92,7 +92,7 @@ class CMC_Behaviour : public CMC_Object, public CTimerNotificator {
   CXString code_;
   CXString conditionName_;
   WeakRef<CMC_BasicCondition> condition_;
-  std::shared_ptr<const CodeLines> lines_;
+  Ref<const CodeLines> lines_;
   int timerCount_ = 0;
   int timerLimit_ = 0;
   TimerId timerId_ = 0;

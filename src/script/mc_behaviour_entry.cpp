@@ -4,6 +4,8 @@
 #include <array>
 
 #include "foundation/limits.h"
+#include "script/argument_buffer.h"
+#include "script/caches.h"
 #include "script/mc_expression.h"
 #include "script/mc_structure.h"
 #include "script/mc_variable_factory.h"
@@ -58,21 +60,23 @@ std::vector<CXString> CMC_Behaviour_Entry::cutStatements(const CXString& code, C
 
 CXString CMC_Behaviour_Entry::fillParams(const CXString& text, const TextList* arguments) {
   CXString filled;
-  for (int i = 0; i < text.Length(); ++i) {
-    const char c = text.GetAt(i);
-    const int index = c == '$' && i + 1 < text.Length() ? text.GetAt(i + 1) - '1' : -1;
-    if (index >= 0 && index < 9 && arguments != nullptr && index < static_cast<int>(arguments->size())) {
-      const CXString& argument = (*arguments)[static_cast<std::size_t>(index)];
-      if (filled.Length() + argument.Length() > limits::kFilledTextBytes) {
-        guardHit("filled text too long");
-        return text;
-      }
-      filled += argument;
-      ++i;
-    } else {
-      filled += c;
+  int start = 0;
+  for (int mark = text.Find('$'); mark >= 0; mark = text.Find('$', mark + 1)) {
+    const int index = text.GetAt(mark + 1) - '1';
+    const bool isFilled = mark + 1 < text.Length() && index >= 0 && index < 9 && arguments != nullptr &&
+                          index < static_cast<int>(arguments->size());
+    if (!isFilled) continue;
+    const CXString& argument = (*arguments)[static_cast<std::size_t>(index)];
+    filled += text.slice(start, mark);
+    if (filled.Length() + argument.Length() > limits::kFilledTextBytes) {
+      guardHit("filled text too long");
+      return text;
     }
+    filled += argument;
+    start = mark + 2;
+    ++mark;
   }
+  filled += text.slice(start, text.Length());
   return filled;
 }
 
@@ -127,8 +131,8 @@ CMC_Behaviour_Entry::CMC_Behaviour_Entry(CMC_Behaviour* behaviour, CXString line
 CMC_Behaviour_Entry::~CMC_Behaviour_Entry() {
   if (!ownsTempBehaviours_) return;
   for (const Slot& slot : slots_) {
-    const auto* code = dynamic_cast<const CMC_InlineCode*>(slot.fixed.get());
-    CMC_Behaviour* behaviour = code != nullptr ? code->behaviour() : nullptr;
+    auto* code = object_cast<CMC_String>(slot.fixed.get());
+    CMC_Behaviour* behaviour = code != nullptr ? code->inlineBehaviour() : nullptr;
     if (behaviour == nullptr) continue;
     const Ref<CMC_Behaviour> keep(behaviour);
     if (behaviour->getScene() != nullptr) behaviour->getScene()->removeObject(behaviour);
@@ -144,7 +148,7 @@ void CMC_Behaviour_Entry::compile(CMC_Behaviour* behaviour) {
     kind_ = Kind::builtIn;
     method_ = line_.Mid(1, open);
     runner_ = CMC_RunnerFactory::getRunner(type::kBuiltIns);
-    methodId_ = runner_ != nullptr ? runner_->resolveMethod(method_) : -1;
+    row_ = runner_ != nullptr ? runner_->findMethod(method_) : nullptr;
     compileArguments(behaviour, open);
   } else if (first == '*') {
     compileIndirect(behaviour, open);
@@ -185,6 +189,7 @@ void CMC_Behaviour_Entry::compileExpression(CMC_Behaviour* behaviour) {
   const CXString inside = withoutEnds(line_);
   if (hasMark(inside)) {
     valueText_ = CXString("[") + inside + "]";
+    hasMarks_ = true;
     return;
   }
   kind_ = Kind::expression;
@@ -196,6 +201,7 @@ void CMC_Behaviour_Entry::compileExpression(CMC_Behaviour* behaviour) {
 
 void CMC_Behaviour_Entry::compileValue(CMC_ObjectsContainer* scene) {
   valueText_ = line_;
+  hasMarks_ = hasMark(line_);
   CMC_Object* named = scene != nullptr ? scene->getObject(line_) : nullptr;
   if (named != nullptr && !named->isTemporary()) {
     object_ = WeakRef<CMC_Object>(named);
@@ -215,10 +221,16 @@ void CMC_Behaviour_Entry::compileCall(CMC_Behaviour* behaviour, int caret, int o
     if (found != nullptr && !found->isTemporary()) {
       object_ = WeakRef<CMC_Object>(found);
       runner_ = found->getRunner();
-      methodId_ = runner_ != nullptr ? runner_->resolveMethod(method_) : -1;
+      row_ = runner_ != nullptr ? runner_->findMethod(method_) : nullptr;
     }
   }
   compileArguments(behaviour, open);
+}
+
+CMC_Object* CMC_Behaviour_Entry::findRemembered(const CMC_ObjectsContainer* scene,
+                                                const CXString& name) const {
+  if (scene == nullptr || name.Find('|') >= 0) return findByName(scene, name);
+  return name_.find(*scene, name);
 }
 
 CMC_Object* CMC_Behaviour_Entry::findByName(const CMC_ObjectsContainer* scene, const CXString& name) {
@@ -242,8 +254,14 @@ void CMC_Behaviour_Entry::compileArguments(CMC_Behaviour* behaviour, int open) {
     if (i > start) slots_.push_back(compileArgument(behaviour, params_.Mid(start, i)));
     start = i + 1;
   }
+  bool callsSomething = false;
   for (const Slot& slot : slots_) {
     if (slot.entry || slot.hasMarks) constParams_ = false;
+    if (slot.entry && slot.entry->kind_ != Kind::value) callsSomething = true;
+  }
+  if (callsSomething) return;
+  for (Slot& slot : slots_) {
+    if (slot.entry && slot.hasMarks) slot.marked = MarkedExpression::compile(slot.entry->line_);
   }
 }
 
@@ -292,17 +310,21 @@ Ref<CMC_Object> CMC_Behaviour_Entry::makeInlineArgument(CMC_Behaviour* behaviour
 
 // Running
 
-Result CMC_Behaviour_Entry::run(const RunContext& context) const {
+Result CMC_Behaviour_Entry::run(const RunContext& context, bool isResultUsed) const {
   if (kind_ == Kind::expression) return Result(expression_);
   if (kind_ == Kind::value) return runValue(context);
+  if (!slots_.empty()) return runCall(context, isResultUsed);
+  if (diagnose::isOn()) diagnose::place = origin_;
+  return dispatch(context, ArgumentList({}, isResultUsed));
+}
 
-  std::vector<Ref<CMC_Object>> values;
-  values.reserve(slots_.size());
+Result CMC_Behaviour_Entry::runCall(const RunContext& context, bool isResultUsed) const {
+  ArgumentBuffer values(slots_.size());
   Throwaways throwaways;
-  for (const Slot& slot : slots_) values.push_back(argumentOf(slot, context, &throwaways));
+  for (const Slot& slot : slots_) values.add(argumentOf(slot, context, &throwaways));
 
   if (diagnose::isOn()) diagnose::place = origin_;
-  Result result = dispatch(context, values);
+  Result result = dispatch(context, ArgumentList(values.all(), isResultUsed));
 
   for (const Ref<CMC_Behaviour>& throwaway : throwaways) {
     if (throwaway->getScene() != nullptr) throwaway->getScene()->removeObject(throwaway.get());
@@ -311,15 +333,29 @@ Result CMC_Behaviour_Entry::run(const RunContext& context) const {
   return result;
 }
 
+CMC_Object* CMC_Behaviour_Entry::peek(const RunContext& context) const {
+  if (!isPlainValue()) return nullptr;
+  if (CMC_Object* bound = object_.get()) return bound;
+  if (!caches::isOn()) return nullptr;
+  CMC_Object* found = findRemembered(context.scene, valueText_);
+  if (found != nullptr && CMC_Variable::isValueType(found->getType())) return found;
+  if (!literal_) {
+    const Ref<CMC_Variable> value = CMC_Variable::resolve(line_);
+    literal_.reset(CMC_VariableFactory::makeNamed(value->getType(), value->getName()).release());
+    literal_->set(value.get());
+  }
+  return literal_.get();
+}
+
 Result CMC_Behaviour_Entry::runValue(const RunContext& context) const {
-  if (CMC_Object* bound = object_.get()) return Result(Ref<CMC_Object>(bound));
+  if (CMC_Object* present = peek(context)) return Result(Ref<CMC_Object>(present));
   Result value = valueOfText(context);
   if (value.value()) return value;
   return Result(CMC_Variable::resolve(line_));
 }
 
 Result CMC_Behaviour_Entry::valueOfText(const RunContext& context) const {
-  if (!hasMark(valueText_)) {
+  if (!hasMarks_) {
     CMC_Object* found = findByName(context.scene, valueText_);
     const bool isValue = found != nullptr && CMC_Variable::isValueType(found->getType());
     return Result(Ref<CMC_Object>(isValue ? found : nullptr));
@@ -338,8 +374,8 @@ Result CMC_Behaviour_Entry::valueOfText(const RunContext& context) const {
 Ref<CMC_Object> CMC_Behaviour_Entry::argumentOf(const Slot& slot, const RunContext& context,
                                                 Throwaways* throwaways) const {
   if (slot.entry) {
-    if (slot.hasMarks)
-      return runFilled(fillParams(slot.entry->line_, context.arguments), context, throwaways);
+    if (slot.hasMarks) return markedArgument(slot, context, throwaways);
+    if (CMC_Object* present = slot.entry->peek(context)) return Ref<CMC_Object>(present);
     return slot.entry->run(context).take();
   }
   if (slot.referredName.IsString()) {
@@ -350,15 +386,24 @@ Ref<CMC_Object> CMC_Behaviour_Entry::argumentOf(const Slot& slot, const RunConte
   }
   if (!constParams_ && slot.hasMarks && context.arguments != nullptr) {
     // Inline code sees the arguments of the code around it.
-    const auto* code = dynamic_cast<const CMC_InlineCode*>(slot.fixed.get());
-    CMC_Behaviour* behaviour = code != nullptr ? code->behaviour() : nullptr;
+    auto* code = object_cast<CMC_String>(slot.fixed.get());
+    CMC_Behaviour* behaviour = code != nullptr ? code->inlineBehaviour() : nullptr;
     if (behaviour != nullptr) behaviour->setParams(*context.arguments);
   }
   return slot.fixed;
 }
 
-Ref<CMC_Object> CMC_Behaviour_Entry::runFilled(const CXString& text, const RunContext& context,
-                                               Throwaways* throwaways) {
+Ref<CMC_Object> CMC_Behaviour_Entry::markedArgument(const Slot& slot, const RunContext& context,
+                                                    Throwaways* throwaways) const {
+  if (slot.marked && caches::isOn() && !CMC_ObjectsContainer::areNumbersNames()) {
+    const std::optional<int> value = slot.marked->calculate(context.arguments);
+    if (value) return CMC_VariableFactory::makeInteger(*value);
+  }
+  return runFilled(slot, fillParams(slot.entry->line_, context.arguments), context, throwaways);
+}
+
+Ref<CMC_Object> CMC_Behaviour_Entry::runFilled(const Slot& slot, const CXString& text,
+                                               const RunContext& context, Throwaways* throwaways) {
   CMC_ObjectsContainer* scene = context.scene;
   if (text.startsWith("[")) {
     auto* expression = new CMC_Expression(scene, withoutEnds(text));
@@ -367,28 +412,54 @@ Ref<CMC_Object> CMC_Behaviour_Entry::runFilled(const CXString& text, const RunCo
     return value;
   }
   if (text.startsWith("@") || hasMark(text) || text.Find('^') >= 0) {
-    if (!isInlineCode(text) || scene == nullptr)
-      return CMC_Behaviour_Entry(context.behaviour, text).run(context).take();
-    auto* made = new CMC_Behaviour(scene, uniqueName(scene, "xtemp_"), inlineCodeOf(text),
-                                   context.behaviour->origin());
-    throwaways->emplace_back(made);
-    made->init();
-    scene->addObject(made);
-    auto* argument = new CMC_InlineCode(made, false);
-    argument->setName("xtemp");
-    Ref<CMC_Object> value(argument);
-    argument->dispose();
-    return value;
+    if (isInlineCode(text) && scene != nullptr) return makeFilledCode(text, context, throwaways);
+    return runFilledCall(slot, text, context);
   }
   CMC_Object* variable = scene != nullptr ? scene->getVariable(text) : nullptr;
   return variable != nullptr ? Ref<CMC_Object>(variable) : Ref<CMC_Object>(CMC_Variable::resolve(text));
 }
 
-Result CMC_Behaviour_Entry::dispatch(const RunContext& context, ArgumentList arguments) const {
+// Compiling anew would find what it found before while no name came or went. Inline code and fields of
+// structures are not a matter of names alone.
+Ref<CMC_Object> CMC_Behaviour_Entry::runFilledCall(const Slot& slot, const CXString& text,
+                                                   const RunContext& context) {
+  const std::uint64_t generation = CMC_ObjectsContainer::generation();
+  const std::uint64_t scope = context.scene != nullptr ? context.scene->serial() : 0;
+  std::shared_ptr<const FilledText> filled = slot.filled;
+  const bool isKnown = caches::isOn() && filled && filled->generation == generation &&
+                       filled->scope == scope && filled->text == text;
+  if (!isKnown) {
+    auto made = std::make_shared<FilledText>();
+    made->text = text;
+    made->scope = scope;
+    made->entry = std::make_unique<CMC_Behaviour_Entry>(context.behaviour, text);
+    made->generation = CMC_ObjectsContainer::generation();
+    filled = made;
+    const bool isLasting = text.Find('{') < 0 && text.Find('|') < 0;
+    slot.filled = caches::isOn() && isLasting ? filled : nullptr;
+  }
+  return filled->entry->run(context).take();
+}
+
+Ref<CMC_Object> CMC_Behaviour_Entry::makeFilledCode(const CXString& text, const RunContext& context,
+                                                    Throwaways* throwaways) {
+  auto* made = new CMC_Behaviour(context.scene, uniqueName(context.scene, "xtemp_"), inlineCodeOf(text),
+                                 context.behaviour->origin());
+  throwaways->emplace_back(made);
+  made->init();
+  context.scene->addObject(made);
+  auto* argument = new CMC_InlineCode(made, false);
+  argument->setName("xtemp");
+  Ref<CMC_Object> value(argument);
+  argument->dispose();
+  return value;
+}
+
+Result CMC_Behaviour_Entry::dispatch(const RunContext& context, const ArgumentList& arguments) const {
   switch (kind_) {
     case Kind::builtIn:
+      if (row_ != nullptr) return CMC_Runner::call(*row_, *context.behaviour, context.scene, arguments);
       if (runner_ == nullptr) return {};
-      if (methodId_ >= 0) return runner_->run(methodId_, context.behaviour, context.scene, arguments);
       return runner_->run(method_.view(), context.behaviour, context.scene, arguments);
     case Kind::dynamicCall:
       return dispatchDynamic(context, arguments);
@@ -399,11 +470,14 @@ Result CMC_Behaviour_Entry::dispatch(const RunContext& context, ArgumentList arg
     case Kind::indirectCall:
       return callMethod(findIndirect(context), context, arguments);
     default:
+      if (CMC_Object* bound = object_.get(); bound != nullptr && row_ != nullptr) {
+        return CMC_Runner::call(*row_, *bound, context.scene, arguments);
+      }
       return callMethod(findObject(context), context, arguments);
   }
 }
 
-Result CMC_Behaviour_Entry::dispatchDynamic(const RunContext& context, ArgumentList arguments) const {
+Result CMC_Behaviour_Entry::dispatchDynamic(const RunContext& context, const ArgumentList& arguments) const {
   const CXString name = fillParams(objectName_, context.arguments);
   CMC_Object* object = findByName(context.scene, name);
   if (object == nullptr) {
@@ -418,7 +492,7 @@ Result CMC_Behaviour_Entry::dispatchDynamic(const RunContext& context, ArgumentL
 
 CMC_Object* CMC_Behaviour_Entry::findObject(const RunContext& context) const {
   if (CMC_Object* bound = object_.get()) return bound;
-  CMC_Object* found = findByName(context.scene, objectName_);
+  CMC_Object* found = findRemembered(context.scene, objectName_);
   if (found == nullptr) reportMissing(objectName_);
   return found;
 }
@@ -441,14 +515,14 @@ CMC_Object* CMC_Behaviour_Entry::findIndirect(const RunContext& context) const {
 }
 
 Result CMC_Behaviour_Entry::callMethod(CMC_Object* object, const RunContext& context,
-                                       ArgumentList arguments) const {
+                                       const ArgumentList& arguments) const {
   CMC_Runner* runner = object != nullptr ? object->getRunner() : nullptr;
   if (runner == nullptr) return {};
   if (runner != runner_) {
     runner_ = runner;
-    methodId_ = runner->resolveMethod(method_);
+    row_ = runner->findMethod(method_);
   }
-  if (methodId_ >= 0) return runner->run(methodId_, object, context.scene, arguments);
+  if (row_ != nullptr) return CMC_Runner::call(*row_, *object, context.scene, arguments);
   return runner->run(method_.view(), object, context.scene, arguments);
 }
 
@@ -457,6 +531,13 @@ void CMC_Behaviour_Entry::reportMissing(const CXString& name) const {
 }
 
 // A whole text
+
+Ref<const CodeLines> CodeLines::make(CMC_Behaviour* behaviour, CXString text) {
+  auto* lines = new CodeLines(behaviour, std::move(text));
+  Ref<const CodeLines> made(lines);
+  lines->dispose();
+  return made;
+}
 
 CodeLines::CodeLines(CMC_Behaviour* behaviour, CXString text) : text_(std::move(text)) {
   CXString rest;

@@ -12,8 +12,10 @@
 #include <span>
 #include <vector>
 
+#include "script/marked_expression.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_variable.h"
+#include "script/name_watch.h"
 
 namespace footlight {
 
@@ -31,7 +33,7 @@ struct RunContext {
 class CMC_InlineCode : public CMC_String {
  public:
   CMC_InlineCode(CMC_Behaviour* behaviour, bool hasMarks);
-  CMC_Behaviour* behaviour() const { return behaviour_.get(); }
+  CMC_Behaviour* inlineBehaviour() const override { return behaviour_.get(); }
   // The code holds a `$` that stands for an argument of the code around it.
   bool hasMarks() const { return hasMarks_; }
 
@@ -48,7 +50,12 @@ class CMC_Behaviour_Entry {
   CMC_Behaviour_Entry(const CMC_Behaviour_Entry&) = delete;
   CMC_Behaviour_Entry& operator=(const CMC_Behaviour_Entry&) = delete;
 
-  Result run(const RunContext& context) const;
+  Result run(const RunContext& context, bool isResultUsed = true) const;
+  // The object that the statement stands for, where no code need run and no value be made for that; else
+  // null. Good until a script runs.
+  CMC_Object* peek(const RunContext& context) const;
+  // Whether `peek` may give something.
+  bool isPlainValue() const { return kind_ == Kind::value && !hasMarks_; }
 
   const CXString& getMethod() const { return method_; }
   const CXString& getLine() const { return line_; }
@@ -76,13 +83,23 @@ class CMC_Behaviour_Entry {
  private:
   enum class Kind { value, expression, builtIn, indirectCall, callerCall, objectCall, dynamicCall };
 
+  // What a text with marks came to when it was filled last.
+  struct FilledText {
+    CXString text;
+    std::uint64_t generation;  // of names when the statement was compiled
+    std::uint64_t scope;
+    std::unique_ptr<CMC_Behaviour_Entry> entry;
+  };
+
   // One argument: a value that stays, or a statement to run at each call.
   struct Slot {
     Ref<CMC_Object> fixed;
     std::unique_ptr<CMC_Behaviour_Entry> entry;
     WeakRef<CMC_Object> referred;  // a variable that is passed itself
     CXString referredName;
-    bool hasMarks = false;  // its text holds a `$`
+    bool hasMarks = false;                     // its text holds a `$`
+    std::unique_ptr<MarkedExpression> marked;  // the text is arithmetic on the marks
+    mutable std::shared_ptr<const FilledText> filled;
   };
   // Behaviours made from filled text for one call.
   using Throwaways = std::vector<Ref<CMC_Behaviour>>;
@@ -99,13 +116,20 @@ class CMC_Behaviour_Entry {
   Result runValue(const RunContext& context) const;
   Result valueOfText(const RunContext& context) const;
   Ref<CMC_Object> argumentOf(const Slot& slot, const RunContext& context, Throwaways* throwaways) const;
-  static Ref<CMC_Object> runFilled(const CXString& text, const RunContext& context, Throwaways* throwaways);
-  Result dispatch(const RunContext& context, ArgumentList arguments) const;
-  Result dispatchDynamic(const RunContext& context, ArgumentList arguments) const;
+  Ref<CMC_Object> markedArgument(const Slot& slot, const RunContext& context, Throwaways* throwaways) const;
+  static Ref<CMC_Object> runFilled(const Slot& slot, const CXString& text, const RunContext& context,
+                                   Throwaways* throwaways);
+  static Ref<CMC_Object> runFilledCall(const Slot& slot, const CXString& text, const RunContext& context);
+  static Ref<CMC_Object> makeFilledCode(const CXString& text, const RunContext& context,
+                                        Throwaways* throwaways);
+  Result runCall(const RunContext& context, bool isResultUsed) const;
+  Result dispatch(const RunContext& context, const ArgumentList& arguments) const;
+  Result dispatchDynamic(const RunContext& context, const ArgumentList& arguments) const;
   static CMC_Object* findByName(const CMC_ObjectsContainer* scene, const CXString& name);
+  CMC_Object* findRemembered(const CMC_ObjectsContainer* scene, const CXString& name) const;
   CMC_Object* findObject(const RunContext& context) const;
   CMC_Object* findIndirect(const RunContext& context) const;
-  Result callMethod(CMC_Object* object, const RunContext& context, ArgumentList arguments) const;
+  Result callMethod(CMC_Object* object, const RunContext& context, const ArgumentList& arguments) const;
   void reportMissing(const CXString& name) const;
 
   CXString line_;
@@ -117,23 +141,29 @@ class CMC_Behaviour_Entry {
   CXString method_;
   CXString params_;
   CXString valueText_;
-  mutable WeakRef<CMC_Object> object_;    // found by name, at compile time or at a run
-  mutable CMC_Runner* runner_ = nullptr;  // the runner that `methodId_` belongs to
-  mutable int methodId_ = -1;
-  Ref<CMC_Object> expression_;  // a value or source that is an expression of this statement
+  bool hasMarks_ = false;                 // the text of a value holds a `$`
+  WeakRef<CMC_Object> object_;            // found by name at compile time
+  mutable RememberedName name_;           // the name of a value or of an object that was not found then
+  mutable Owned<CMC_Variable> literal_;   // a value that names nothing
+  mutable CMC_Runner* runner_ = nullptr;  // the runner that `row_` belongs to
+  mutable const Method* row_ = nullptr;   // null for a word that is in no table
+  Ref<CMC_Object> expression_;            // a value or source that is an expression of this statement
   std::vector<Slot> slots_;
 };
 
-// The statements of one text. Ends its inline behaviours when the last user lets go of it.
-class CodeLines {
+// The statements of one text. Whoever runs or keeps them holds a Ref; the last one ends them and their inline
+// behaviours.
+class CodeLines : public CXObject {
  public:
-  CodeLines(CMC_Behaviour* behaviour, CXString text);
+  static Ref<const CodeLines> make(CMC_Behaviour* behaviour, CXString text);
 
   const CXString& text() const { return text_; }
   const std::vector<std::unique_ptr<CMC_Behaviour_Entry>>& entries() const { return entries_; }
   void releaseTempBeh(bool owns) const;
 
  private:
+  CodeLines(CMC_Behaviour* behaviour, CXString text);
+
   CXString text_;
   std::vector<std::unique_ptr<CMC_Behaviour_Entry>> entries_;
 };

@@ -15,10 +15,16 @@ constexpr const char* kReturn = "__RETURN__";
 
 CMC_Object* returned(const Call& call) { return call.findAny(kReturn); }
 
+bool isNumberText(const CXString& text) {
+  const char first = text.GetAt(0);
+  return first == '-' || (first >= '0' && first <= '9');
+}
+
 // A text that names an object other than a plain value goes in quotes, so that it arrives in the code as a
 // literal.
 CXString argumentText(const Call& call, int index) {
   CXString text = call.text(index);
+  if (isNumberText(text) && !CMC_ObjectsContainer::areNumbersNames()) return text;
   const CMC_Object* named = call.findAny(text);
   if (named == nullptr || CMC_Variable::isValueType(named->getType())) return text;
   return CXString("\"") + text + "\"";
@@ -26,8 +32,10 @@ CXString argumentText(const Call& call, int index) {
 
 Result runOnce(CMC_Behaviour& behaviour, Call& call, bool checkCondition) {
   TextList arguments;
+  arguments.reserve(call.arguments().size());
   for (int i = 0; i < call.count(); ++i) arguments.push_back(argumentText(call, i));
   if (behaviour.run(nullptr, &arguments, checkCondition)) return Result::breakRun();
+  if (!call.isResultUsed()) return {};
   return Result(CMC_VariableFactory::copyVariable(object_cast<CMC_Variable>(returned(call))));
 }
 

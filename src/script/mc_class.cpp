@@ -143,13 +143,13 @@ constexpr Method kMethods[] = {
 std::span<const Method> methods::scriptClass() { return kMethods; }
 
 Result CMC_Class_Runner::run(std::string_view method, CMC_Object* object, CMC_ObjectsContainer* scope,
-                             ArgumentList arguments) {
+                             const ArgumentList& arguments) {
   if (resolveMethod(method) >= 0) return CMC_Runner::run(method, object, scope, arguments);
   return runClass(object, scope, arguments, method);
 }
 
-Result CMC_Class_Runner::runClass(CMC_Object* object, CMC_ObjectsContainer* scope, ArgumentList arguments,
-                                  std::string_view method) {
+Result CMC_Class_Runner::runClass(CMC_Object* object, CMC_ObjectsContainer* scope,
+                                  const ArgumentList& arguments, std::string_view method) {
   const Ref<CMC_Class> instance(object_cast<CMC_Class>(object));
   const Ref<CMC_Behaviour> behaviour(instance ? instance->find<CMC_Behaviour>(method) : nullptr);
   if (!behaviour) {

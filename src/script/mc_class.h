@@ -59,10 +59,10 @@ class CMC_Class_Runner : public CMC_Runner {
   using CMC_Runner::CMC_Runner;
   using CMC_Runner::run;
   Result run(std::string_view method, CMC_Object* object, CMC_ObjectsContainer* scope,
-             ArgumentList arguments) override;
+             const ArgumentList& arguments) override;
   bool takesOtherWords() const override { return true; }
   // Runs the behaviour with the arguments as text; gives a copy of what it returned, or nothing.
-  virtual Result runClass(CMC_Object* object, CMC_ObjectsContainer* scope, ArgumentList arguments,
+  virtual Result runClass(CMC_Object* object, CMC_ObjectsContainer* scope, const ArgumentList& arguments,
                           std::string_view method);
 };
 

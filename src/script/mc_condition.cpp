@@ -36,13 +36,6 @@ Comparison comparisonOfProperty(std::string_view word) {
   return Comparison::equal;
 }
 
-Comparison comparisonOfArgument(std::string_view word) {
-  for (const ComparisonWord& row : kWords) {
-    if (row.argument == word) return row.comparison;
-  }
-  return Comparison::none;
-}
-
 bool test(CMC_Variable* left, CMC_Variable* right, Comparison comparison) {
   switch (comparison) {
     case Comparison::equal:
@@ -143,9 +136,35 @@ bool CMC_Condition::valid(bool raiseSignals) {
   return tell(test(left.get(), right.get(), operator_), raiseSignals);
 }
 
+Comparison CMC_Condition::comparisonOf(std::string_view word) {
+  for (const ComparisonWord& row : kWords) {
+    if (row.argument == word) return row.comparison;
+  }
+  return Comparison::none;
+}
+
+bool CMC_Condition::valid(int left, int right, Comparison comparison) {
+  switch (comparison) {
+    case Comparison::equal:
+      return left == right;
+    case Comparison::notEqual:
+      return left != right;
+    case Comparison::less:
+      return left < right;
+    case Comparison::lessEqual:
+      return left <= right;
+    case Comparison::greater:
+      return left > right;
+    case Comparison::greaterEqual:
+      return left >= right;
+    default:
+      return false;
+  }
+}
+
 bool CMC_Condition::valid(CMC_ObjectsContainer* scope, const CXString& left, std::string_view word,
                           const CXString& right) {
-  const Comparison comparison = comparisonOfArgument(word);
+  const Comparison comparison = comparisonOf(word);
   return comparison != Comparison::none && valid(scope, left, right, comparison);
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "foundation/depth.h"
+#include "script/caches.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_behaviour_entry.h"
 #include "script/mc_variable_factory.h"
@@ -100,6 +101,33 @@ void CMC_Expression::compile() {
   for (Item& item : items_) {
     if (item.text.IsString()) item.entry = std::make_unique<CMC_Behaviour_Entry>(holder_.get(), item.text);
   }
+  isPlain_ = !items_.empty() && std::all_of(items_.begin(), items_.end(), [](const Item& item) {
+    return item.entry && item.entry->isPlainValue();
+  });
+}
+
+// Numbers are calculated without a value for each step. Null where the first operand is none, or another is
+// no value in place.
+Ref<CMC_Variable> CMC_Expression::calculatePlain() const {
+  const RunContext context{holder_.get(), getScene(), nullptr, nullptr};
+  int whole = 0;
+  double real = 0.0;
+  bool isWhole = true;
+  for (const Item& item : items_) {
+    CMC_Object* object = item.entry->peek(context);
+    if (object == nullptr || !CMC_Variable::isValueType(object->getType())) return nullptr;
+    auto* value = static_cast<CMC_Variable*>(object);
+    if (&item == &items_.front()) {
+      isWhole = value->getType() == type::kInteger;
+      if (!isWhole && value->getType() != type::kDouble) return nullptr;
+      (isWhole ? static_cast<void>(whole = value->asInteger()) : static_cast<void>(real = value->asDouble()));
+    } else if (isWhole) {
+      whole = CMC_Integer::apply(whole, item.operation, value->asInteger());
+    } else {
+      real = CMC_Double::apply(real, item.operation, value->asDouble());
+    }
+  }
+  return isWhole ? CMC_VariableFactory::makeInteger(whole) : CMC_VariableFactory::makeDouble(real);
 }
 
 Ref<CMC_Variable> CMC_Expression::operand(const Item& item) {
@@ -112,6 +140,9 @@ Ref<CMC_Variable> CMC_Expression::operand(const Item& item) {
 Ref<CMC_Variable> CMC_Expression::calculate() {
   const DepthGuard depth;
   if (!depth) return CMC_VariableFactory::makeInteger(0);
+  if (isPlain_ && caches::isOn()) {
+    if (Ref<CMC_Variable> result = calculatePlain()) return result;
+  }
   const Ref<CMC_Expression> self(this);
   if (items_.empty()) return CMC_VariableFactory::makeInteger(0);
 

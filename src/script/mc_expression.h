@@ -63,6 +63,7 @@ class CMC_Expression : public CMC_Variable {
   CMC_Expression(const CMC_Expression& other);
   void cut(const CXString& text);
   void compile();
+  Ref<CMC_Variable> calculatePlain() const;
   Ref<CMC_Variable> operand(const Item& item);
 
   CXString operand1_;
@@ -71,6 +72,7 @@ class CMC_Expression : public CMC_Variable {
   bool still_;
   Owned<CMC_Behaviour> holder_;  // gives the operands a scope
   std::vector<Item> items_;
+  bool isPlain_ = false;  // every operand is a value: nothing runs
 };
 
 // Any object as a value: a variable itself, the result of an expression, the name of everything else as a

@@ -90,7 +90,7 @@ constexpr Method kMethods[] = {
 std::span<const Method> methods::groupped() { return kMethods; }
 
 Result CMC_Groupped_Runner::run(std::string_view method, CMC_Object* object, CMC_ObjectsContainer* scope,
-                                ArgumentList arguments) {
+                                const ArgumentList& arguments) {
   auto* group = object_cast<CMC_Groupped>(object);
   if (group == nullptr || resolveMethod(method) >= 0)
     return CMC_Runner::run(method, object, scope, arguments);

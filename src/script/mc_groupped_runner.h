@@ -10,7 +10,7 @@ class CMC_Groupped_Runner : public CMC_Runner {
   using CMC_Runner::CMC_Runner;
   using CMC_Runner::run;
   Result run(std::string_view method, CMC_Object* object, CMC_ObjectsContainer* scope,
-             ArgumentList arguments) override;
+             const ArgumentList& arguments) override;
   bool takesOtherWords() const override { return true; }
 };
 

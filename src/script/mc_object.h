@@ -154,6 +154,8 @@ class CMC_Object : public CXObject {
     if (index >= 0 && index < 32) signalFlags_ |= 1U << index;
   }
   bool hasBindings() const { return bindings_ != nullptr; }
+  // Whether any signal of the type was ever bound.
+  bool isAnySignalBound() const { return signalFlags_ != 0; }
 
  private:
   using BindingTable = std::unordered_map<std::string, BindingList, TextHash, std::equal_to<>>;

@@ -9,6 +9,7 @@
 #include "script/mc_behaviour.h"
 #include "script/mc_groupped.h"
 #include "script/melement.h"
+#include "script/name_watch.h"
 #include "script/object_factory.h"
 
 namespace footlight {
@@ -39,11 +40,11 @@ bool CMC_ObjectsContainer::removeObject(CMC_Object* object) {
   const auto found = table_.find(object->getName().view());
   if (found == table_.end() || found->second != object) return false;
   table_.erase(found);
+  noteName(object->getName(), -1);
   if (object->owner_ == this) object->owner_ = nullptr;
   // What goes is mostly what came last.
   const auto place = std::find(objects_.rbegin(), objects_.rend(), object);
   if (place != objects_.rend()) objects_.erase(std::next(place).base());
-  ++generation_;
   return true;
 }
 
@@ -70,8 +71,28 @@ bool CMC_ObjectsContainer::addObject(CMC_Object* object) {
   objects_.push_back(object);
   if (!isOwnedElsewhere(object)) object->owner_ = this;
   table_[object->getName().view()] = object;
-  ++generation_;
+  noteName(object->getName(), 1);
   return true;
+}
+
+// A name came into the table or left it.
+void CMC_ObjectsContainer::noteName(std::string_view name, int change) {
+  ++generation_;
+  NameWatch::note(name);
+  const char first = name.empty() ? '\0' : name.front();
+  if (first != '-' && (first < '0' || first > '9')) return;
+  ownNumberNames_ += change;
+  numberNames_ += change;
+}
+
+void CMC_ObjectsContainer::setScene(CMC_ObjectsContainer* scene) {
+  CMC_Object::setScene(scene);
+  noteScopes();
+}
+
+void CMC_ObjectsContainer::noteScopes() {
+  ++generation_;
+  NameWatch::noteAll();
 }
 
 void CMC_ObjectsContainer::renameObject(CMC_Object* object, const CXString& name) {
@@ -158,6 +179,7 @@ void CMC_ObjectsContainer::setParent(CMC_ObjectsContainer* parent) {
     if (old->parent_) removeObject(old->parent_.get());
   }
   parent_ = WeakRef<CMC_ObjectsContainer>(parent);
+  noteScopes();
   enterParents();
 }
 
@@ -275,8 +297,7 @@ void CMC_ObjectsContainer::endAll() {
   for (int round = 0; round < limits::kUnloadRounds && !objects_.empty(); ++round) {
     const std::vector<CMC_Object*> dying = std::move(objects_);
     objects_.clear();
-    table_.clear();
-    ++generation_;
+    clearNames();
     std::vector<Ref<CMC_Object>> kept;
     for (CMC_Object* object : dying) {
       if (isOwnedElsewhere(object)) continue;
@@ -292,7 +313,14 @@ void CMC_ObjectsContainer::endAll() {
     object->dispose();
   }
   objects_.clear();
+  clearNames();
+}
+
+void CMC_ObjectsContainer::clearNames() {
   table_.clear();
+  numberNames_ -= ownNumberNames_;
+  ownNumberNames_ = 0;
+  noteScopes();
 }
 
 void CMC_ObjectsContainer::unload() {

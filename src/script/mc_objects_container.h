@@ -90,8 +90,14 @@ class CMC_ObjectsContainer : public CMC_Object {
   // The INI file of the game, or null when there is none.
   CConfig* getConfig() const;
 
-  // Grows whenever some name comes or goes in any container.
+  // Grows whenever some name comes or goes in any container, or scopes are joined or parted.
   static std::uint64_t generation() { return generation_; }
+  // Never given to another container.
+  std::uint64_t serial() const { return serial_; }
+  // Whether an object anywhere has a name that begins like a number.
+  static bool areNumbersNames() { return numberNames_ > 0; }
+
+  void setScene(CMC_ObjectsContainer* scene) override;
 
  protected:
   void unlink() override;
@@ -107,13 +113,21 @@ class CMC_ObjectsContainer : public CMC_Object {
   void buildPass(std::vector<const CMElement*>& waiting, int pass);
   void finishAll();
   void endAll();
+  void clearNames();
+
+  void noteName(std::string_view name, int change);
+  static void noteScopes();
 
   static inline std::uint64_t generation_ = 0;
+  static inline std::uint64_t serials_ = 0;
+  static inline int numberNames_ = 0;
 
   std::vector<CMC_Object*> objects_;
   std::unordered_map<std::string_view, CMC_Object*> table_;  // keys are the objects' own names
   WeakRef<CMC_ObjectsContainer> parent_;
   CWindow* window_;
+  std::uint64_t serial_ = ++serials_;
+  int ownNumberNames_ = 0;
 };
 
 }  // namespace footlight

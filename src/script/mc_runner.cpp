@@ -44,6 +44,12 @@ CXString Call::text(int index) const {
   return value ? value->asText() : CXString();
 }
 
+std::string_view Call::textView(int index, CXString* storage) const {
+  if (const auto* string = object_cast<CMC_String>(object(index))) return string->getValue();
+  *storage = text(index);
+  return *storage;
+}
+
 TextList Call::textsFrom(int first) const {
   TextList texts;
   for (int i = first; i < count(); ++i) texts.push_back(text(i));
@@ -172,24 +178,33 @@ int CMC_Runner::resolveMethod(std::string_view name) const {
   return found == numbers_.end() ? -1 : found->second;
 }
 
-Result CMC_Runner::run(int methodId, CMC_Object* object, CMC_ObjectsContainer* scope,
-                       ArgumentList arguments) {
-  const bool known = methodId >= 0 && static_cast<std::size_t>(methodId) < byNumber_.size();
-  const Method* method = known ? byNumber_[static_cast<std::size_t>(methodId)] : nullptr;
-  if (method == nullptr || object == nullptr) return {};
-  if (arguments.size() < method->least) {
+const Method* CMC_Runner::findMethod(std::string_view name) const {
+  const auto found = numbers_.find(name);
+  return found == numbers_.end() ? nullptr : byNumber_[static_cast<std::size_t>(found->second)];
+}
+
+Result CMC_Runner::call(const Method& method, CMC_Object& object, CMC_ObjectsContainer* scope,
+                        const ArgumentList& arguments) {
+  if (arguments.size() < method.least) {
     if (diagnose::isOn()) {
-      diagnose::report(diagnose::Group::arguments, object->getName(), method->name, "too few arguments");
+      diagnose::report(diagnose::Group::arguments, object.getName(), method.name, "too few arguments");
     }
     return {};
   }
-  const Ref<CMC_Object> keep(object);
+  const Ref<CMC_Object> keep(&object);
   Call call(scope, arguments);
-  return method->function(*object, call);
+  return method.function(object, call);
+}
+
+Result CMC_Runner::run(int methodId, CMC_Object* object, CMC_ObjectsContainer* scope,
+                       const ArgumentList& arguments) {
+  const bool known = methodId >= 0 && static_cast<std::size_t>(methodId) < byNumber_.size();
+  const Method* method = known ? byNumber_[static_cast<std::size_t>(methodId)] : nullptr;
+  return method != nullptr && object != nullptr ? call(*method, *object, scope, arguments) : Result();
 }
 
 Result CMC_Runner::run(std::string_view name, CMC_Object* object, CMC_ObjectsContainer* scope,
-                       ArgumentList arguments) {
+                       const ArgumentList& arguments) {
   const int number = resolveMethod(name);
   if (number < 0 && object != nullptr && diagnose::isOn()) {
     diagnose::report(diagnose::Group::method, object->getName(), name, "no such method");

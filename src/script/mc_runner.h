@@ -49,23 +49,38 @@ class Result {
   Ref<CMC_Object> value_;
 };
 
-using ArgumentList = std::span<const Ref<CMC_Object>>;
+// The arguments of a call, and whether anybody looks at what it gives.
+class ArgumentList : public std::span<const Ref<CMC_Object>> {
+ public:
+  using span::span;
+  ArgumentList(std::span<const Ref<CMC_Object>> arguments, bool isResultUsed = true)
+      : span(arguments), isResultUsed_(isResultUsed) {}
+  bool isResultUsed() const { return isResultUsed_; }
+
+ private:
+  bool isResultUsed_ = true;
+};
 
 // One call as a method sees it. Every getter gives 0, "", false or null past the end of the list. An
 // expression is calculated at each reading. An object that is no variable reads as its name, 0 and false.
 class Call {
  public:
-  Call(CMC_ObjectsContainer* scope, ArgumentList arguments) : scope_(scope), arguments_(arguments) {}
+  Call(CMC_ObjectsContainer* scope, const ArgumentList& arguments) : scope_(scope), arguments_(arguments) {}
 
   int count() const { return static_cast<int>(arguments_.size()); }
   bool has(int index) const { return index < count(); }
   CMC_ObjectsContainer* scope() const { return scope_; }
-  ArgumentList arguments() const { return arguments_; }
+  const ArgumentList& arguments() const { return arguments_; }
+  // False where the result is thrown away, so that no copy of it needs to be made.
+  bool isResultUsed() const { return arguments_.isResultUsed(); }
 
   int integer(int index) const;
   double real(int index) const;
   bool boolean(int index) const;
   CXString text(int index) const;
+  // The same without a copy where there is a text already, else by way of `storage`. Good until a script
+  // runs.
+  std::string_view textView(int index, CXString* storage) const;
   // The argument as a value: a variable itself, the result of an expression, else null.
   Ref<CMC_Variable> variable(int index) const;
   // The argument as it was passed.
@@ -87,7 +102,7 @@ class Call {
 
  private:
   CMC_ObjectsContainer* scope_;
-  ArgumentList arguments_;
+  const ArgumentList& arguments_;
 };
 
 using MethodFunction = Result (*)(CMC_Object& object, Call& call);
@@ -131,11 +146,17 @@ class CMC_Runner : public CXObject {
   // Fills the lookup from the base table and the runner's own.
   virtual void prepareMthHashSet();
   // By number; one that the runner does not know is a silent null.
-  virtual Result run(int methodId, CMC_Object* object, CMC_ObjectsContainer* scope, ArgumentList arguments);
+  virtual Result run(int methodId, CMC_Object* object, CMC_ObjectsContainer* scope,
+                     const ArgumentList& arguments);
   virtual Result run(std::string_view method, CMC_Object* object, CMC_ObjectsContainer* scope,
-                     ArgumentList arguments);
+                     const ArgumentList& arguments);
   // The number of a method, -1 for a name that is not in the table. Names are compared exactly.
   virtual int resolveMethod(std::string_view name) const;
+  // The row of a method, null for a name that is not in the table.
+  const Method* findMethod(std::string_view name) const;
+  // Runs the row of a table on an object.
+  static Result call(const Method& method, CMC_Object& object, CMC_ObjectsContainer* scope,
+                     const ArgumentList& arguments);
   // True when a name outside the table may mean something all the same.
   virtual bool takesOtherWords() const { return false; }
 

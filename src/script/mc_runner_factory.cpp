@@ -1,5 +1,5 @@
-#include <map>
 #include <memory>
+#include <vector>
 
 #include "script/mc_class.h"
 #include "script/mc_groupped_runner.h"
@@ -12,14 +12,18 @@ namespace {
 
 struct Runners {
   std::vector<std::unique_ptr<CMC_Runner>> owned;
-  std::map<int, CMC_Runner*> byType;
+  std::vector<CMC_Runner*> byType;  // indexed by the type's number
 };
 
 Runners runners;
 
 void add(std::unique_ptr<CMC_Runner> runner, std::initializer_list<int> types) {
   runner->prepareMthHashSet();
-  for (const int type : types) runners.byType[type] = runner.get();
+  for (const int type : types) {
+    const auto index = static_cast<std::size_t>(type);
+    if (runners.byType.size() <= index) runners.byType.resize(index + 1);
+    runners.byType[index] = runner.get();
+  }
   runners.owned.push_back(std::move(runner));
 }
 
@@ -63,8 +67,8 @@ void CMC_RunnerFactory::initialize() {
 void CMC_RunnerFactory::done() { runners = {}; }
 
 CMC_Runner* CMC_RunnerFactory::getRunner(int type) {
-  const auto found = runners.byType.find(type);
-  return found == runners.byType.end() ? nullptr : found->second;
+  const bool isKnown = type >= 0 && static_cast<std::size_t>(type) < runners.byType.size();
+  return isKnown ? runners.byType[static_cast<std::size_t>(type)] : nullptr;
 }
 
 }  // namespace footlight

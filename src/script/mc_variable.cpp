@@ -145,12 +145,12 @@ CMC_Integer::CMC_Integer(CMC_ObjectsContainer* container, const CMElement* eleme
 
 void CMC_Integer::inc() {
   value_ = wrap_add(value_, 1);
-  onChange(true);
+  written(true);
 }
 
 void CMC_Integer::dec() {
   value_ = wrap_sub(value_, 1);
-  onChange(true);
+  written(true);
 }
 
 bool CMC_Integer::equals(CMC_Variable* other) { return other != nullptr && value_ == other->asInteger(); }
@@ -159,23 +159,27 @@ int CMC_Integer::compare(CMC_Variable* other) {
   return other == nullptr ? 1 : sign(value_, other->asInteger());
 }
 
-Ref<CMC_Variable> CMC_Integer::calculate(CMC_Variable* other, Operation operation) {
-  const int b = other != nullptr ? other->asInteger() : 0;
+int CMC_Integer::apply(int a, Operation operation, int b) {
   switch (operation) {
     case Operation::add:
-      return CMC_VariableFactory::makeInteger(wrap_add(value_, b));
+      return wrap_add(a, b);
     case Operation::subtract:
-      return CMC_VariableFactory::makeInteger(wrap_sub(value_, b));
+      return wrap_sub(a, b);
     case Operation::multiply:
-      return CMC_VariableFactory::makeInteger(wrap_mul(value_, b));
+      return wrap_mul(a, b);
     case Operation::divide:
-      return CMC_VariableFactory::makeInteger(divide(value_, b));
+      return divide(a, b);
     case Operation::modulo:
-      return CMC_VariableFactory::makeInteger(remainder(value_, b));
+      return remainder(a, b);
     case Operation::none:
       break;
   }
-  return CMC_VariableFactory::makeInteger(value_);
+  return a;
+}
+
+Ref<CMC_Variable> CMC_Integer::calculate(CMC_Variable* other, Operation operation) {
+  return CMC_VariableFactory::makeInteger(
+      apply(value_, operation, other != nullptr ? other->asInteger() : 0));
 }
 
 void CMC_Integer::netstore(std::span<std::byte> buffer) const {
@@ -198,6 +202,16 @@ bool CMC_String::equals(CMC_Variable* other) {
 
 int CMC_String::compare(CMC_Variable* other) {
   return other == nullptr ? 1 : sign(value_.view(), other->toString().view());
+}
+
+void CMC_String::append(std::string_view text) {
+  if (std::int64_t{value_.Length()} + static_cast<std::int64_t>(text.size()) > limits::kStringBytes) {
+    guardHit("string too long");
+    written(false);
+    return;
+  }
+  value_ += text;
+  written(!text.empty());
 }
 
 Ref<CMC_Variable> CMC_String::calculate(CMC_Variable* other, Operation operation) {
@@ -268,12 +282,12 @@ CMC_Double::CMC_Double(CMC_ObjectsContainer* container, const CMElement* element
 
 void CMC_Double::inc() {
   value_ += 1.0;
-  onChange(true);
+  written(true);
 }
 
 void CMC_Double::dec() {
   value_ -= 1.0;
-  onChange(true);
+  written(true);
 }
 
 bool CMC_Double::equals(CMC_Variable* other) { return other != nullptr && value_ == other->asDouble(); }
@@ -282,23 +296,27 @@ int CMC_Double::compare(CMC_Variable* other) {
   return other == nullptr ? -1 : sign(value_, other->asDouble());
 }
 
-Ref<CMC_Variable> CMC_Double::calculate(CMC_Variable* other, Operation operation) {
-  const double b = other != nullptr ? other->asDouble() : 0.0;
+double CMC_Double::apply(double a, Operation operation, double b) {
   switch (operation) {
     case Operation::add:
-      return CMC_VariableFactory::makeDouble(value_ + b);
+      return a + b;
     case Operation::subtract:
-      return CMC_VariableFactory::makeDouble(value_ - b);
+      return a - b;
     case Operation::multiply:
-      return CMC_VariableFactory::makeDouble(value_ * b);
+      return a * b;
     case Operation::divide:
-      return CMC_VariableFactory::makeDouble(b == 0.0 ? 0.0 : value_ / b);
+      return b == 0.0 ? 0.0 : a / b;
     case Operation::modulo:
-      return CMC_VariableFactory::makeDouble(remainder(to_int(value_), to_int(b)));
+      return remainder(to_int(a), to_int(b));
     case Operation::none:
       break;
   }
-  return CMC_VariableFactory::makeDouble(value_);
+  return a;
+}
+
+Ref<CMC_Variable> CMC_Double::calculate(CMC_Variable* other, Operation operation) {
+  return CMC_VariableFactory::makeDouble(
+      apply(value_, operation, other != nullptr ? other->asDouble() : 0.0));
 }
 
 void CMC_Double::netstore(std::span<std::byte> buffer) const { storeRecord(buffer, type::kDouble, value_); }

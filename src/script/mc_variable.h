@@ -81,6 +81,10 @@ class CMC_Variable : public CMC_Object {
 
  protected:
   CMC_Variable(const CMC_Variable& other) = default;
+  // A value was written: `onChange`, where there is anybody to tell.
+  void written(bool changed) {
+    if (isAnySignalBound() || toIni_ || netNotify_) onChange(changed);
+  }
 
  private:
   int poolId_ = kNoPool;
@@ -98,7 +102,7 @@ class CMC_ValueVariable : public CMC_Variable {
   // Raises only the signal that asks for every writing.
   void setValue(Value value) {
     value_ = std::move(value);
-    onChange(false);
+    written(false);
   }
   // Writes without raising anything: for values that no script has seen yet.
   void put(Value value) { value_ = std::move(value); }
@@ -107,7 +111,7 @@ class CMC_ValueVariable : public CMC_Variable {
     if (other != nullptr) {
       change(read(other));
     } else {
-      onChange(false);
+      written(false);
     }
   }
   void clear() override { change(Value()); }
@@ -125,7 +129,7 @@ class CMC_ValueVariable : public CMC_Variable {
   void change(Value value) {
     const bool changed = !(value == value_);
     value_ = std::move(value);
-    onChange(changed);
+    written(changed);
   }
 
   Value value_{};
@@ -144,6 +148,8 @@ class CMC_Integer : public CMC_ValueVariable<int> {
   bool equals(CMC_Variable* other) override;
   int compare(CMC_Variable* other) override;
   Ref<CMC_Variable> calculate(CMC_Variable* other, Operation operation) override;
+  // Wraps around; a division by zero gives 0; no operation leaves `a`.
+  static int apply(int a, Operation operation, int b);
   int getBufferLen() const override { return 8; }
   void netstore(std::span<std::byte> buffer) const override;
   bool netrestore(std::span<const std::byte> value) override;
@@ -184,6 +190,10 @@ class CMC_String : public CMC_ValueVariable<CXString> {
   std::unique_ptr<CMC_Object> copy() const override {
     return std::unique_ptr<CMC_Object>(new CMC_String(*this));
   }
+  // The behaviour that the text stands for, where it is inline code; else null.
+  virtual CMC_Behaviour* inlineBehaviour() const { return nullptr; }
+  // Puts a text behind the value, as `set` with both would; a value that grew too long stays as it was.
+  void append(std::string_view text);
   // Turns the value into capitals.
   virtual void upper() { change(value_.Upper()); }
 
@@ -233,6 +243,8 @@ class CMC_Double : public CMC_ValueVariable<double> {
   bool equals(CMC_Variable* other) override;
   int compare(CMC_Variable* other) override;
   Ref<CMC_Variable> calculate(CMC_Variable* other, Operation operation) override;
+  // A division by zero gives 0; no operation leaves `a`.
+  static double apply(double a, Operation operation, double b);
   int getBufferLen() const override { return 12; }
   void netstore(std::span<std::byte> buffer) const override;
   bool netrestore(std::span<const std::byte> value) override;

@@ -9,6 +9,7 @@
 #include "foundation/arithmetic.h"
 #include "foundation/limits.h"
 #include "platform/platform.h"
+#include "script/caches.h"
 #include "script/mc_expression.h"
 #include "script/mc_variable_factory.h"
 #include "script/method_tables.h"
@@ -88,9 +89,22 @@ void operate(CMC_Variable& object, Call& call, Operation operation) {
   object.set(value.get());
 }
 
+// Texts grow in place.
+bool appendText(CMC_Variable& object, const Call& call) {
+  auto* text = object_cast<CMC_String>(&object);
+  if (text == nullptr || !caches::isOn()) return false;
+  const Ref<CMC_Variable> added = asVariable(call.object(0));
+  if (!added || added.get() == &object) return false;
+  CXString storage;
+  const auto* string = object_cast<CMC_String>(added.get());
+  if (string == nullptr) storage = added->asText();
+  text->append(string != nullptr ? string->getValue() : storage);
+  return true;
+}
+
 Result add(CMC_Variable& object, Call& call) {
-  operate(object, call, Operation::add);
-  return Result(Factory::copyVariable(&object));
+  if (!appendText(object, call)) operate(object, call, Operation::add);
+  return call.isResultUsed() ? Result(Factory::copyVariable(&object)) : Result();
 }
 
 Result mul(CMC_Variable& object, Call& call) {
@@ -263,7 +277,9 @@ Result upper(CMC_String& object, Call& /*call*/) {
 }
 
 Result find(CMC_String& object, Call& call) {
-  return Result(Factory::makeInteger(object.getValue().FindSubString(call.text(0), call.integer(1))));
+  const int start = call.integer(1);
+  CXString storage;
+  return Result(Factory::makeInteger(object.getValue().FindSubString(call.textView(0, &storage), start)));
 }
 
 Result cut(CMC_String& object, Call& call) {

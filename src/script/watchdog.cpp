@@ -7,7 +7,6 @@ namespace footlight::watchdog {
 namespace {
 
 std::function<bool()> question;
-int statements = 0;
 
 }  // namespace
 
@@ -16,9 +15,8 @@ void use(std::function<bool()> mayContinue) {
   statements = 0;
 }
 
-bool mayContinue() {
-  if (++statements < kStatements || !question) return true;
-  if (question()) {
+bool ask() {
+  if (!question || question()) {
     statements = 0;
     return true;
   }

@@ -12,7 +12,10 @@ inline constexpr int kStatements = 4096;
 // Installs the question; an empty one lets every run go on. It answers false to end all loops of the present
 // run.
 void use(std::function<bool()> mayContinue);
+// Asks the question now; false when the run must end.
+bool ask();
+inline int statements = 0;
 // Counts one statement; false when the run must end.
-bool mayContinue();
+inline bool mayContinue() { return ++statements < kStatements || ask(); }
 
 }  // namespace footlight::watchdog

@@ -1,0 +1,52 @@
+#include "script/name_watch.h"
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+
+#include "script/caches.h"
+#include "script/mc_objects_container.h"
+
+namespace footlight {
+
+namespace {
+
+std::unordered_map<std::string, NameWatch::Cell, TextHash, std::equal_to<>>& cells() {
+  static std::unordered_map<std::string, NameWatch::Cell, TextHash, std::equal_to<>> table;
+  return table;
+}
+
+}  // namespace
+
+NameWatch::NameWatch(std::string_view name) {
+  const auto place = cells().try_emplace(std::string(name)).first;
+  cell_ = &place->second;
+  cell_->name = place->first;
+  ++cell_->users;
+}
+
+NameWatch::~NameWatch() {
+  if (cell_ != nullptr && --cell_->users == 0) cells().erase(cells().find(cell_->name));
+}
+
+void NameWatch::note(std::string_view name) {
+  const auto found = cells().find(name);
+  if (found != cells().end()) ++found->second.changes;
+}
+
+CMC_Object* RememberedName::find(const CMC_ObjectsContainer& scope, const CXString& name) {
+  const std::uint64_t count = watch_.count();
+  if (count != 0 && count == count_ && scope.serial() == scope_) return found_;
+  return ask(scope, name);
+}
+
+CMC_Object* RememberedName::ask(const CMC_ObjectsContainer& scope, const CXString& name) {
+  if (caches::isOn() && watch_.count() == 0 && wasAsked_ && !name.endsWith("_0")) watch_ = NameWatch(name);
+  wasAsked_ = true;
+  found_ = scope.getObject(name);
+  count_ = watch_.count();
+  scope_ = scope.serial();
+  return found_;
+}
+
+}  // namespace footlight

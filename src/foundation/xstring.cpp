@@ -1,6 +1,7 @@
 #include "foundation/xstring.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -329,14 +330,16 @@ bool CXString::toBool(std::string_view text) {
 
 CXString CXString::toString(int value) {
   CXString result;
-  result.length_ = std::snprintf(result.inline_, sizeof result.inline_, "%d", value);
+  char* end = std::to_chars(result.inline_, result.inline_ + kFirstCapacity - 1, value).ptr;
+  *end = '\0';
+  result.length_ = static_cast<int>(end - result.inline_);
   return result;
 }
 
 CXString CXString::toString(double value) {
   if (value == 0.0 || std::isnan(value)) return "0";
   char digits[352];  // the largest double has 309 digits before the point
-  std::snprintf(digits, sizeof digits, "%.5f", value);
+  *std::to_chars(digits, digits + sizeof digits - 1, value, std::chars_format::fixed, 5).ptr = '\0';
   if (std::strcmp(digits, "0.00000") == 0 || std::strcmp(digits, "-0.00000") == 0) return "0";
   return digits;
 }

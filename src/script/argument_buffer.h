@@ -4,8 +4,10 @@
 // few.
 
 #include <array>
+#include <cstddef>
+#include <memory>
+#include <new>
 #include <span>
-#include <vector>
 
 #include "foundation/xobject.h"
 #include "script/mc_object.h"
@@ -14,31 +16,30 @@ namespace footlight {
 
 class ArgumentBuffer {
  public:
-  explicit ArgumentBuffer(std::size_t count) {
-    if (count > kInPlace) more_.reserve(count);
-    isInPlace_ = count <= kInPlace;
+  using Argument = Ref<CMC_Object>;
+
+  explicit ArgumentBuffer(std::size_t most) {
+    if (most <= kInPlace) return;
+    heap_ = std::make_unique<std::byte[]>(most * sizeof(Argument));
+    bytes_ = heap_.get();
   }
+  ~ArgumentBuffer() { std::destroy_n(begin(), count_); }
+  ArgumentBuffer(const ArgumentBuffer&) = delete;
+  ArgumentBuffer& operator=(const ArgumentBuffer&) = delete;
 
   // At most as many as were told.
-  void add(Ref<CMC_Object> value) {
-    if (isInPlace_) {
-      inPlace_[count_++] = std::move(value);
-    } else {
-      more_.push_back(std::move(value));
-    }
-  }
-  std::span<const Ref<CMC_Object>> all() const {
-    return isInPlace_ ? std::span<const Ref<CMC_Object>>(inPlace_.data(), count_)
-                      : std::span<const Ref<CMC_Object>>(more_);
-  }
+  void add(Argument value) { new (bytes_ + count_++ * sizeof(Argument)) Argument(std::move(value)); }
+  std::span<const Argument> all() const { return {begin(), count_}; }
 
  private:
-  static constexpr std::size_t kInPlace = 5;
+  static constexpr std::size_t kInPlace = 6;
 
-  std::array<Ref<CMC_Object>, kInPlace> inPlace_;
-  std::vector<Ref<CMC_Object>> more_;
+  Argument* begin() const { return std::launder(reinterpret_cast<Argument*>(bytes_)); }
+
+  alignas(Argument) std::array<std::byte, kInPlace * sizeof(Argument)> inPlace_;
+  std::unique_ptr<std::byte[]> heap_;
+  std::byte* bytes_ = inPlace_.data();
   std::size_t count_ = 0;
-  bool isInPlace_;
 };
 
 }  // namespace footlight

@@ -60,6 +60,10 @@ bool isTestTrue(const Call& call, const CXString& test) {
 // A side of a test as it was when it was read: what the other side runs does not change it any more.
 struct Side {
   Side(const Call& call, int index) {
+    if (const auto* variable = object_cast<CMC_Integer>(call.object(index))) {
+      whole = variable->getValue();
+      return;
+    }
     const Ref<CMC_Variable> value = call.variable(index);
     if (const auto* integer = object_cast<CMC_Integer>(value.get())) {
       whole = integer->getValue();

@@ -207,11 +207,13 @@ void CMC_Behaviour_Entry::compileValue(CMC_ObjectsContainer* scene) {
     object_ = WeakRef<CMC_Object>(named);
     valueText_ = named->getName();
   }
+  isField_ = valueText_.Find('|') >= 0;
 }
 
 void CMC_Behaviour_Entry::compileCall(CMC_Behaviour* behaviour, int caret, int open) {
   CMC_ObjectsContainer* scene = behaviour->getScene();
   objectName_ = line_.Left(caret);
+  isField_ = objectName_.Find('|') >= 0;
   method_ = line_.Mid(caret + 1, open);
   if (hasMark(objectName_)) {
     kind_ = Kind::dynamicCall;
@@ -225,12 +227,12 @@ void CMC_Behaviour_Entry::compileCall(CMC_Behaviour* behaviour, int caret, int o
     }
   }
   compileArguments(behaviour, open);
+  isBareCall_ = object_ && row_ != nullptr && slots_.empty();
 }
 
 CMC_Object* CMC_Behaviour_Entry::findRemembered(const CMC_ObjectsContainer* scene,
                                                 const CXString& name) const {
-  if (scene == nullptr || name.Find('|') >= 0) return findByName(scene, name);
-  return name_.find(*scene, name);
+  return scene == nullptr || isField_ ? findByName(scene, name) : name_.find(*scene, name);
 }
 
 CMC_Object* CMC_Behaviour_Entry::findByName(const CMC_ObjectsContainer* scene, const CXString& name) {
@@ -310,7 +312,7 @@ Ref<CMC_Object> CMC_Behaviour_Entry::makeInlineArgument(CMC_Behaviour* behaviour
 
 // Running
 
-Result CMC_Behaviour_Entry::run(const RunContext& context, bool isResultUsed) const {
+Result CMC_Behaviour_Entry::runAny(const RunContext& context, bool isResultUsed) const {
   if (kind_ == Kind::expression) return Result(expression_);
   if (kind_ == Kind::value) return runValue(context);
   if (!slots_.empty()) return runCall(context, isResultUsed);

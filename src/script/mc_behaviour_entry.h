@@ -50,7 +50,12 @@ class CMC_Behaviour_Entry {
   CMC_Behaviour_Entry(const CMC_Behaviour_Entry&) = delete;
   CMC_Behaviour_Entry& operator=(const CMC_Behaviour_Entry&) = delete;
 
-  Result run(const RunContext& context, bool isResultUsed = true) const;
+  Result run(const RunContext& context, bool isResultUsed = true) const {
+    CMC_Object* bound = isBareCall_ ? object_.get() : nullptr;
+    if (bound == nullptr) return runAny(context, isResultUsed);
+    if (diagnose::isOn()) diagnose::place = origin_;
+    return CMC_Runner::call(*row_, *bound, context.scene, ArgumentList({}, isResultUsed));
+  }
   // The object that the statement stands for, where no code need run and no value be made for that; else
   // null. Good until a script runs.
   CMC_Object* peek(const RunContext& context) const;
@@ -122,6 +127,7 @@ class CMC_Behaviour_Entry {
   static Ref<CMC_Object> runFilledCall(const Slot& slot, const CXString& text, const RunContext& context);
   static Ref<CMC_Object> makeFilledCode(const CXString& text, const RunContext& context,
                                         Throwaways* throwaways);
+  Result runAny(const RunContext& context, bool isResultUsed) const;
   Result runCall(const RunContext& context, bool isResultUsed) const;
   Result dispatch(const RunContext& context, const ArgumentList& arguments) const;
   Result dispatchDynamic(const RunContext& context, const ArgumentList& arguments) const;
@@ -142,6 +148,8 @@ class CMC_Behaviour_Entry {
   CXString params_;
   CXString valueText_;
   bool hasMarks_ = false;                 // the text of a value holds a `$`
+  bool isBareCall_ = false;               // a known method of an object that was found, without arguments
+  bool isField_ = false;                  // the name stands for a field of a structure
   WeakRef<CMC_Object> object_;            // found by name at compile time
   mutable RememberedName name_;           // the name of a value or of an object that was not found then
   mutable Owned<CMC_Variable> literal_;   // a value that names nothing

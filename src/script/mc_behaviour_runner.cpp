@@ -23,8 +23,12 @@ bool isNumberText(const CXString& text) {
 // A text that names an object other than a plain value goes in quotes, so that it arrives in the code as a
 // literal.
 CXString argumentText(const Call& call, int index) {
+  const bool areNumbersNames = CMC_ObjectsContainer::areNumbersNames();
+  if (const auto* integer = object_cast<CMC_Integer>(call.object(index)); integer && !areNumbersNames) {
+    return CXString::toString(integer->getValue());
+  }
   CXString text = call.text(index);
-  if (isNumberText(text) && !CMC_ObjectsContainer::areNumbersNames()) return text;
+  if (isNumberText(text) && !areNumbersNames) return text;
   const CMC_Object* named = call.findAny(text);
   if (named == nullptr || CMC_Variable::isValueType(named->getType())) return text;
   return CXString("\"") + text + "\"";

@@ -183,17 +183,12 @@ const Method* CMC_Runner::findMethod(std::string_view name) const {
   return found == numbers_.end() ? nullptr : byNumber_[static_cast<std::size_t>(found->second)];
 }
 
-Result CMC_Runner::call(const Method& method, CMC_Object& object, CMC_ObjectsContainer* scope,
-                        const ArgumentList& arguments) {
-  if (arguments.size() < method.least) {
-    if (diagnose::isOn()) {
-      diagnose::report(diagnose::Group::arguments, object.getName(), method.name, "too few arguments");
-    }
-    return {};
+// Too few arguments.
+Result CMC_Runner::refuse(const Method& method, const CMC_Object& object) {
+  if (diagnose::isOn()) {
+    diagnose::report(diagnose::Group::arguments, object.getName(), method.name, "too few arguments");
   }
-  const Ref<CMC_Object> keep(&object);
-  Call call(scope, arguments);
-  return method.function(object, call);
+  return {};
 }
 
 Result CMC_Runner::run(int methodId, CMC_Object* object, CMC_ObjectsContainer* scope,

@@ -156,7 +156,12 @@ class CMC_Runner : public CXObject {
   const Method* findMethod(std::string_view name) const;
   // Runs the row of a table on an object.
   static Result call(const Method& method, CMC_Object& object, CMC_ObjectsContainer* scope,
-                     const ArgumentList& arguments);
+                     const ArgumentList& arguments) {
+    if (arguments.size() < method.least) return refuse(method, object);
+    const Ref<CMC_Object> keep(&object);
+    Call call(scope, arguments);
+    return method.function(object, call);
+  }
   // True when a name outside the table may mean something all the same.
   virtual bool takesOtherWords() const { return false; }
 
@@ -165,6 +170,7 @@ class CMC_Runner : public CXObject {
 
  private:
   void enter(std::span<const Method> methods);
+  static Result refuse(const Method& method, const CMC_Object& object);
 
   std::span<const Method> own_;
   std::vector<const Method*> byNumber_;

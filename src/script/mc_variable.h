@@ -114,6 +114,12 @@ class CMC_ValueVariable : public CMC_Variable {
       written(false);
     }
   }
+  // Writes and raises the signals of a change.
+  void change(Value value) {
+    const bool changed = !(value == value_);
+    value_ = std::move(value);
+    written(changed);
+  }
   void clear() override { change(Value()); }
   void swap(CMC_Variable* a, CMC_Variable* b) override { change(equals(a) ? read(b) : read(a)); }
   void setDefault(CMC_Variable* value) override { defaultValue_ = read(value); }
@@ -126,12 +132,6 @@ class CMC_ValueVariable : public CMC_Variable {
  protected:
   // The other's value in the own type.
   virtual Value read(CMC_Variable* other) const = 0;
-  void change(Value value) {
-    const bool changed = !(value == value_);
-    value_ = std::move(value);
-    written(changed);
-  }
-
   Value value_{};
   Value defaultValue_{};
 };

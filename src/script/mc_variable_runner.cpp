@@ -85,6 +85,10 @@ Result dec(CMC_Variable& object, Call& /*call*/) {
 void operate(CMC_Variable& object, Call& call, Operation operation) {
   const Ref<CMC_Variable> operand = asVariable(call.object(0));
   if (!operand) return;
+  if (auto* integer = object_cast<CMC_Integer>(&object)) {
+    integer->change(CMC_Integer::apply(integer->getValue(), operation, operand->asInteger()));
+    return;
+  }
   const Ref<CMC_Variable> value = object.calculate(operand.get(), operation);
   object.set(value.get());
 }

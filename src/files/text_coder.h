@@ -35,6 +35,8 @@ class CTextCoder : public CXObject {
   virtual bool _eof() const;
   // The next logical line in plain text, with a line feed at its end; the line feed alone when there is none.
   virtual CXString getLine();
+  // The next physical line of a file that is not coded, without its line feed, in the reader's memory.
+  std::string_view plainLine() { return reader_->getLine(); }
   // The next physical line of a plain file in coded form, with its line feed; empty at the end.
   virtual CXString codeLine();
   virtual bool isCoded() const { return coded_; }

@@ -2,6 +2,9 @@
 
 // One counter for everything that nests on the engine's stack because of scripts and pictures: runs, redraws
 // and invalidations together. At the limit the piece of work is skipped, so recursion without end comes back.
+// Where it branches, each piece that is skipped leaves a sibling that climbs to the limit again, two to the
+// power of the depth in all; so after some refusals the whole nest unwinds: nothing more is entered until the
+// stack is empty.
 
 #include "foundation/diagnose.h"
 #include "foundation/limits.h"
@@ -10,11 +13,11 @@ namespace footlight {
 
 class DepthGuard {
  public:
-  DepthGuard() : entered_(depth < limits::kNestedRuns) {
+  DepthGuard() : entered_(depth < limits::kNestedRuns && (refusals < limits::kRefusedRuns || depth == 0)) {
     if (entered_) {
-      ++depth;
+      if (depth++ == 0) refusals = 0;
     } else {
-      guardHit("nested runs");
+      refuse();
     }
   }
   ~DepthGuard() {
@@ -27,7 +30,13 @@ class DepthGuard {
   explicit operator bool() const { return entered_; }
 
  private:
+  static void refuse() {
+    if (refusals == limits::kRefusedRuns) return;
+    guardHit(++refusals == limits::kRefusedRuns ? "recursion that branches" : "nested runs");
+  }
+
   static inline int depth = 0;
+  static inline int refusals = 0;
   bool entered_;
 };
 

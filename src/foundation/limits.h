@@ -8,6 +8,7 @@
 namespace footlight::limits {
 
 inline constexpr int kNestedRuns = 2000;    // runs, redraws and invalidations together
+inline constexpr int kRefusedRuns = 1000;   // in one nest; from then on it only unwinds
 inline constexpr int kNestedClicks = 32;    // simulated clicks
 inline constexpr int kBracketDepth = 200;   // brackets in one statement
 inline constexpr int kTreeDepth = 64;       // trees and folders
@@ -18,6 +19,7 @@ inline constexpr std::int64_t kTextFileBytes = std::int64_t{64} << 20;
 inline constexpr std::int64_t kLogicalLineBytes = std::int64_t{1} << 20;
 inline constexpr int kFilledTextBytes = 1 << 20;  // of code with its arguments filled in
 inline constexpr int kObjectsInScope = 1000000;
+inline constexpr int kDepartedObjects = 1024;          // that left a scope and are still held
 inline constexpr int kDefinitionProperties = 1 << 21;  // of one definition file
 inline constexpr std::int64_t kStringBytes = std::int64_t{16} << 20;
 inline constexpr int kArrayElements = 1 << 20;

@@ -169,11 +169,11 @@ Result continueStatement(CMC_Behaviour& /*behaviour*/, Call& /*call*/) { return 
 
 // Values
 
+// An object that is none of the four values leaves nothing behind.
 Result returnStatement(CMC_Behaviour& /*behaviour*/, Call& call) {
   constexpr const char* kName = "__RETURN__";
-  const Ref<CMC_Variable> value = asVariable(call.object(0));
   // The value is taken before the earlier result goes: they may be one.
-  const Ref<CMC_Variable> copy = Factory::copyVariable(value.get());
+  const Ref<CMC_Variable> copy = Factory::copyVariable(call.variable(0).get());
   CMC_ObjectsContainer* scope = call.scope();
   if (scope == nullptr) return {};
   if (const Ref<CMC_Object> earlier{scope->getOwnObject(kName)}) {

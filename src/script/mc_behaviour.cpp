@@ -68,7 +68,9 @@ void CMC_Behaviour::init() {
   if (code_.IsString()) compile(code_);
 }
 
-void CMC_Behaviour::compile(const CXString& text) { lines_ = CodeLines::make(this, text); }
+void CMC_Behaviour::compile(const CXString& text, bool isWatched) {
+  lines_ = CodeLines::make(this, text, isWatched);
+}
 
 bool CMC_Behaviour::done(bool keepTempBehaviours) {
   const Ref<CMC_Behaviour> self(this);
@@ -125,9 +127,9 @@ void CMC_Behaviour::removeTemporaries(CMC_ObjectsContainer* scope) {
 
 void CMC_Behaviour::setParams(const TextList& arguments) {
   CXString text = CMC_Behaviour_Entry::fillParams(code_, &arguments);
-  if (lines_ && lines_->text() == text) return;
+  if (caches::isOn() && lines_ && lines_->text() == text && lines_->isCurrent()) return;
   done(false);
-  if (!isDisposed() && text.IsString()) compile(text);
+  if (!isDisposed() && text.IsString()) compile(text, caches::isOn());
 }
 
 // Timers
@@ -181,10 +183,9 @@ void CMC_Behaviour::endTimer() {
 
 void CMC_Behaviour::leaveScope() {
   if (isDisposed()) return;
-  const Ref<CMC_Behaviour> self(this);
   setToDelete();
-  if (getScene() != nullptr) getScene()->removeObject(this);
-  destroy(this);
+  CMC_ObjectsContainer* scope = getScene();
+  if (scope != nullptr && scope->removeObject(this)) scope->keepUntilUnload(this);
 }
 
 void CMC_Behaviour::unlink() {

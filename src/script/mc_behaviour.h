@@ -84,7 +84,7 @@ class CMC_Behaviour : public CMC_Object, public CTimerNotificator {
  private:
   CMC_Behaviour(const CMC_Behaviour& other);
 
-  void compile(const CXString& text);
+  void compile(const CXString& text, bool isWatched = false);
   void removeTemporaries(CMC_ObjectsContainer* scope);
   void endTimer();
   void leaveScope();

@@ -230,6 +230,22 @@ void CMC_Behaviour_Entry::compileCall(CMC_Behaviour* behaviour, int caret, int o
   isBareCall_ = object_ && row_ != nullptr && slots_.empty();
 }
 
+void CMC_Behaviour_Entry::tellNames(NameUses& uses) const {
+  const bool isNamed = kind_ == Kind::objectCall || (kind_ == Kind::indirectCall && !expression_);
+  if (kind_ == Kind::value) uses.add(line_);
+  if (isNamed) uses.add(objectName_);
+  if (const auto* expression = object_cast<CMC_Expression>(expression_.get())) expression->tellNames(uses);
+  for (const Slot& slot : slots_) {
+    if (slot.entry) slot.entry->tellNames(uses);
+    if (slot.referredName.IsString()) uses.add(slot.referredName);
+    if (const auto* expression = object_cast<CMC_Expression>(slot.fixed.get())) expression->tellNames(uses);
+    const auto* code = object_cast<CMC_String>(slot.fixed.get());
+    const CMC_Behaviour* behaviour = code != nullptr ? code->inlineBehaviour() : nullptr;
+    const CodeLines* lines = behaviour != nullptr ? behaviour->getLines() : nullptr;
+    if (lines != nullptr) lines->tellNames(uses);
+  }
+}
+
 CMC_Object* CMC_Behaviour_Entry::findRemembered(const CMC_ObjectsContainer* scene,
                                                 const CXString& name) const {
   return scene == nullptr || isField_ ? findByName(scene, name) : name_.find(*scene, name);
@@ -386,8 +402,8 @@ Ref<CMC_Object> CMC_Behaviour_Entry::argumentOf(const Slot& slot, const RunConte
     return found != nullptr ? Ref<CMC_Object>(found)
                             : Ref<CMC_Object>(CMC_Variable::resolve(slot.referredName));
   }
-  if (!constParams_ && slot.hasMarks && context.arguments != nullptr) {
-    // Inline code sees the arguments of the code around it.
+  if (!constParams_ && context.arguments != nullptr) {
+    // Inline code sees the arguments of the code around it, and binds its names anew.
     auto* code = object_cast<CMC_String>(slot.fixed.get());
     CMC_Behaviour* behaviour = code != nullptr ? code->inlineBehaviour() : nullptr;
     if (behaviour != nullptr) behaviour->setParams(*context.arguments);
@@ -472,28 +488,30 @@ Result CMC_Behaviour_Entry::dispatch(const RunContext& context, const ArgumentLi
     case Kind::indirectCall:
       return callMethod(findIndirect(context), context, arguments);
     default:
-      if (CMC_Object* bound = object_.get(); bound != nullptr && row_ != nullptr) {
-        return CMC_Runner::call(*row_, *bound, context.scene, arguments);
-      }
+      if (CMC_Object* bound = object_.get()) return callBound(*bound, context, arguments);
       return callMethod(findObject(context), context, arguments);
   }
 }
 
 Result CMC_Behaviour_Entry::dispatchDynamic(const RunContext& context, const ArgumentList& arguments) const {
   const CXString name = fillParams(objectName_, context.arguments);
-  CMC_Object* object = findByName(context.scene, name);
+  CMC_Object* object = context.scene != nullptr ? context.scene->getObject(name) : nullptr;
   if (object == nullptr) {
     reportMissing(name);
     return {};
   }
-  if (!hasMark(method_)) return callMethod(object, context, arguments);
-  CMC_Runner* runner = object->getRunner();
-  if (runner == nullptr) return {};
-  return runner->run(fillParams(method_, context.arguments).view(), object, context.scene, arguments);
+  return callMethod(object, context, arguments);
+}
+
+// The method of an object that was known when the statement was compiled is taken as it was written then.
+Result CMC_Behaviour_Entry::callBound(CMC_Object& object, const RunContext& context,
+                                      const ArgumentList& arguments) const {
+  if (row_ != nullptr) return CMC_Runner::call(*row_, object, context.scene, arguments);
+  CMC_Runner* runner = object.getRunner();
+  return runner != nullptr ? runner->run(method_.view(), &object, context.scene, arguments) : Result();
 }
 
 CMC_Object* CMC_Behaviour_Entry::findObject(const RunContext& context) const {
-  if (CMC_Object* bound = object_.get()) return bound;
   CMC_Object* found = findRemembered(context.scene, objectName_);
   if (found == nullptr) reportMissing(objectName_);
   return found;
@@ -511,7 +529,7 @@ CMC_Object* CMC_Behaviour_Entry::findIndirect(const RunContext& context) const {
   }
   if (!source) return nullptr;
   const CXString name = getStringValue(source.get());
-  CMC_Object* found = findByName(context.scene, name);
+  CMC_Object* found = context.scene->getObject(name);
   if (found == nullptr) reportMissing(name);
   return found;
 }
@@ -520,6 +538,9 @@ Result CMC_Behaviour_Entry::callMethod(CMC_Object* object, const RunContext& con
                                        const ArgumentList& arguments) const {
   CMC_Runner* runner = object != nullptr ? object->getRunner() : nullptr;
   if (runner == nullptr) return {};
+  if (hasMark(method_)) {
+    return runner->run(fillParams(method_, context.arguments).view(), object, context.scene, arguments);
+  }
   if (runner != runner_) {
     runner_ = runner;
     row_ = runner->findMethod(method_);
@@ -534,11 +555,28 @@ void CMC_Behaviour_Entry::reportMissing(const CXString& name) const {
 
 // A whole text
 
-Ref<const CodeLines> CodeLines::make(CMC_Behaviour* behaviour, CXString text) {
+Ref<const CodeLines> CodeLines::make(CMC_Behaviour* behaviour, CXString text, bool isWatched) {
   auto* lines = new CodeLines(behaviour, std::move(text));
   Ref<const CodeLines> made(lines);
   lines->dispose();
+  lines->generation_ = CMC_ObjectsContainer::generation();
+  if (isWatched) {
+    lines->uses_ = std::make_unique<NameUses>();
+    lines->tellNames(*lines->uses_);
+    lines->uses_->mark();
+  }
   return made;
+}
+
+bool CodeLines::isCurrent() const {
+  const std::uint64_t generation = CMC_ObjectsContainer::generation();
+  if (generation_ != generation && (!uses_ || uses_->haveChanged())) return false;
+  generation_ = generation;
+  return true;
+}
+
+void CodeLines::tellNames(NameUses& uses) const {
+  for (const auto& entry : entries_) entry->tellNames(uses);
 }
 
 CodeLines::CodeLines(CMC_Behaviour* behaviour, CXString text) : text_(std::move(text)) {

@@ -66,6 +66,8 @@ class CMC_Behaviour_Entry {
   const CXString& getLine() const { return line_; }
   CMC_Object* getObject() const { return object_.get(); }
   bool isReference() const { return kind_ == Kind::indirectCall; }
+  // The names that compiling the statement asked for, those of its inline code among them.
+  void tellNames(NameUses& uses) const;
   // Whether the inline behaviours of this statement go with it.
   void releaseTempBeh(bool owns) const { ownsTempBehaviours_ = owns; }
 
@@ -135,6 +137,7 @@ class CMC_Behaviour_Entry {
   CMC_Object* findRemembered(const CMC_ObjectsContainer* scene, const CXString& name) const;
   CMC_Object* findObject(const RunContext& context) const;
   CMC_Object* findIndirect(const RunContext& context) const;
+  Result callBound(CMC_Object& object, const RunContext& context, const ArgumentList& arguments) const;
   Result callMethod(CMC_Object* object, const RunContext& context, const ArgumentList& arguments) const;
   void reportMissing(const CXString& name) const;
 
@@ -163,17 +166,23 @@ class CMC_Behaviour_Entry {
 // behaviours.
 class CodeLines : public CXObject {
  public:
-  static Ref<const CodeLines> make(CMC_Behaviour* behaviour, CXString text);
+  // Watched lines can tell whether compiling their text anew would come to the same.
+  static Ref<const CodeLines> make(CMC_Behaviour* behaviour, CXString text, bool isWatched = false);
 
   const CXString& text() const { return text_; }
   const std::vector<std::unique_ptr<CMC_Behaviour_Entry>>& entries() const { return entries_; }
   void releaseTempBeh(bool owns) const;
+  // False where a name that was bound, or was not found, may mean something else now.
+  bool isCurrent() const;
+  void tellNames(NameUses& uses) const;
 
  private:
   CodeLines(CMC_Behaviour* behaviour, CXString text);
 
   CXString text_;
   std::vector<std::unique_ptr<CMC_Behaviour_Entry>> entries_;
+  mutable std::uint64_t generation_;  // of names, when the lines were last known to be current
+  std::unique_ptr<NameUses> uses_;
 };
 
 }  // namespace footlight

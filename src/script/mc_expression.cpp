@@ -130,6 +130,12 @@ Ref<CMC_Variable> CMC_Expression::calculatePlain() const {
   return isWhole ? CMC_VariableFactory::makeInteger(whole) : CMC_VariableFactory::makeDouble(real);
 }
 
+void CMC_Expression::tellNames(NameUses& uses) const {
+  for (const Item& item : items_) {
+    if (item.entry) item.entry->tellNames(uses);
+  }
+}
+
 Ref<CMC_Variable> CMC_Expression::operand(const Item& item) {
   if (!item.entry) return nullptr;
   const RunContext context{holder_.get(), getScene(), nullptr, nullptr};

@@ -13,6 +13,7 @@ namespace footlight {
 
 class CMC_Behaviour;
 class CMC_Behaviour_Entry;
+class NameUses;
 
 class CMC_Expression : public CMC_Variable {
  public:
@@ -28,6 +29,8 @@ class CMC_Expression : public CMC_Variable {
   Ref<CMC_Variable> calculate();
   // True for an expression from a definition; one from inline text belongs to its statement.
   bool isStill() const { return still_; }
+  // The names that compiling the operands asked for.
+  void tellNames(NameUses& uses) const;
   // The number of "+", "-", "*", "@", "%" or of the words ADD, SUB, MUL, DIV, MOD; none for another text.
   static Operation resolveOp(std::string_view text);
 

@@ -40,7 +40,7 @@ bool CMC_ObjectsContainer::removeObject(CMC_Object* object) {
   const auto found = table_.find(object->getName().view());
   if (found == table_.end() || found->second != object) return false;
   table_.erase(found);
-  noteName(object->getName(), -1);
+  noteName(*object, -1);
   if (object->owner_ == this) object->owner_ = nullptr;
   // What goes is mostly what came last.
   const auto place = std::find(objects_.rbegin(), objects_.rend(), object);
@@ -71,14 +71,15 @@ bool CMC_ObjectsContainer::addObject(CMC_Object* object) {
   objects_.push_back(object);
   if (!isOwnedElsewhere(object)) object->owner_ = this;
   table_[object->getName().view()] = object;
-  noteName(object->getName(), 1);
+  noteName(*object, 1);
   return true;
 }
 
 // A name came into the table or left it.
-void CMC_ObjectsContainer::noteName(std::string_view name, int change) {
-  ++generation_;
-  NameWatch::note(name);
+void CMC_ObjectsContainer::noteName(const CMC_Object& object, int change) {
+  const std::string_view name = object.getName();
+  if (!object.isTemporary()) ++generation_;
+  NameWatch::note(name, object.isTemporary());
   const char first = name.empty() ? '\0' : name.front();
   if (first != '-' && (first < '0' || first > '9')) return;
   ownNumberNames_ += change;
@@ -292,7 +293,20 @@ void CMC_ObjectsContainer::finishAll() {
   finish(all, [](const CMC_Object& o) { return o.getType() != type::kClass && !o.doneFirst(); });
 }
 
+void CMC_ObjectsContainer::keepUntilUnload(CMC_Object* object) {
+  std::erase_if(departed_, [](const WeakRef<CMC_Object>& gone) { return !gone; });
+  if (departed_.size() < static_cast<std::size_t>(limits::kDepartedObjects)) {
+    departed_.emplace_back(object);
+  } else {
+    guardHit("objects that left a scope");
+    destroy(object);
+  }
+}
+
 void CMC_ObjectsContainer::endAll() {
+  const std::vector<WeakRef<CMC_Object>> departed = std::move(departed_);
+  departed_.clear();
+  for (const WeakRef<CMC_Object>& object : departed) destroy(object.get());
   // Handlers of ONDONE may add objects: these go in the same sweep, in a few rounds at most.
   for (int round = 0; round < limits::kUnloadRounds && !objects_.empty(); ++round) {
     const std::vector<CMC_Object*> dying = std::move(objects_);

@@ -90,7 +90,11 @@ class CMC_ObjectsContainer : public CMC_Object {
   // The INI file of the game, or null when there is none.
   CConfig* getConfig() const;
 
-  // Grows whenever some name comes or goes in any container, or scopes are joined or parted.
+  // An object that left the container by its own will, but that bindings and lines may still hold: it ends
+  // with the others.
+  void keepUntilUnload(CMC_Object* object);
+
+  // Grows whenever some name but a local's comes or goes in any container, or scopes are joined or parted.
   static std::uint64_t generation() { return generation_; }
   // Never given to another container.
   std::uint64_t serial() const { return serial_; }
@@ -115,7 +119,7 @@ class CMC_ObjectsContainer : public CMC_Object {
   void endAll();
   void clearNames();
 
-  void noteName(std::string_view name, int change);
+  void noteName(const CMC_Object& object, int change);
   static void noteScopes();
 
   static inline std::uint64_t generation_ = 0;
@@ -124,6 +128,7 @@ class CMC_ObjectsContainer : public CMC_Object {
 
   std::vector<CMC_Object*> objects_;
   std::unordered_map<std::string_view, CMC_Object*> table_;  // keys are the objects' own names
+  std::vector<WeakRef<CMC_Object>> departed_;
   WeakRef<CMC_ObjectsContainer> parent_;
   CWindow* window_;
   std::uint64_t serial_ = ++serials_;

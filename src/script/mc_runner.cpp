@@ -94,7 +94,7 @@ Result clone(CMC_Object& object, Call& call) {
 }
 
 Result addBehaviour(CMC_Object& object, Call& call) {
-  auto arguments = call.count() > 2 ? std::make_shared<TextList>(call.textsFrom(2)) : nullptr;
+  auto arguments = std::make_shared<TextList>(call.textsFrom(2));
   if (auto* behaviour = call.named<CMC_Behaviour>(1)) {
     object.addBehaviour(signalText(call), behaviour, std::move(arguments), call.scope());
   }

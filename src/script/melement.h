@@ -8,12 +8,14 @@
 // properties remember the place in the file that they came from.
 
 #include <memory>
+#include <memory_resource>
 #include <optional>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
 #include "foundation/diagnose.h"
+#include "foundation/flat_index.h"
 #include "foundation/geometry.h"
 #include "foundation/xobject.h"
 #include "foundation/xstring.h"
@@ -52,32 +54,50 @@ class CMProperty : public CXObject {
 // Owns its properties, in file order. Long lists keep an index, so that looking a name up does not walk them.
 class CMProperties : public CXObject {
  public:
+  using Memory = std::pmr::memory_resource;
+
+  // The properties live in that memory.
+  explicit CMProperties(Memory* memory) : list_(memory) {}
+  ~CMProperties() override { CMProperties::removeAll(); }
+  CMProperties(const CMProperties&) = delete;
+  CMProperties& operator=(const CMProperties&) = delete;
+
   CMProperty* get(std::string_view name) const;
   bool contains(std::string_view name) const { return get(name) != nullptr; }
-  void add(std::unique_ptr<CMProperty> property);
+  void add(CXString name, CXString value, Origin origin);
   void remove(std::string_view name);
   void removeAll();
   int getSize() const { return static_cast<int>(list_.size()); }
-  CMProperty* getAt(int index) const { return list_[static_cast<std::size_t>(index)].get(); }
+  CMProperty* getAt(int index) const { return list_[static_cast<std::size_t>(index)]; }
   auto begin() const { return list_.begin(); }
   auto end() const { return list_.end(); }
 
  private:
   using Index = std::unordered_map<std::string_view, CMProperty*>;
 
-  std::vector<std::unique_ptr<CMProperty>> list_;
+  using List = std::pmr::vector<CMProperty*>;
+
+  void end(CMProperty* property) { List::allocator_type(list_.get_allocator()).delete_object(property); }
+
+  List list_;
   mutable std::unique_ptr<Index> index_;  // keys point into the properties' own names
 };
 
 // A list of elements that owns them or only refers to them. Looking a name up costs one probe, however long
-// the list; of several elements of one name the first is found.
+// the list; of several elements of one name the first is found. All that an owner makes lies in memory of its
+// own, which goes at once with it.
 class CMElements : public CXObject {
  public:
-  explicit CMElements(bool ownsItems) : owns_(ownsItems) {}
+  explicit CMElements(bool ownsItems);
   ~CMElements() override;
   CMElements(const CMElements&) = delete;
   CMElements& operator=(const CMElements&) = delete;
 
+  // A new element of this list; only for a list that owns its items.
+  CMElement* make(std::string_view name, Origin origin);
+  // The same where no element has the name yet, else null.
+  CMElement* makeFirst(std::string_view name, Origin origin);
+  // A reference; only for a list that does not.
   void add(CMElement* element);
   CMElement* get(std::string_view name) const;
   bool contains(std::string_view name) const { return get(name) != nullptr; }
@@ -87,21 +107,27 @@ class CMElements : public CXObject {
   auto end() const { return list_.end(); }
 
  private:
-  bool owns_;
+  std::int32_t positionOf(std::string_view name, std::size_t hash) const;
+  CMElement* append(std::string_view name, Origin origin);
+
+  std::unique_ptr<std::pmr::monotonic_buffer_resource> memory_;  // of an owner
   std::vector<CMElement*> list_;
-  std::unordered_map<std::string_view, CMElement*> index_;  // keys point into the elements' own names
+  FlatIndex index_;  // by name; of several elements of one name the first
 };
 
 class CMElement : public CXObject {
  public:
-  CMElement(CXString name, Origin origin) : name_(std::move(name)), origin_(origin), children_(false) {}
+  // The properties live in `memory`.
+  CMElement(CXString name, Origin origin,
+            std::pmr::memory_resource* memory = std::pmr::get_default_resource())
+      : name_(std::move(name)), origin_(origin), properties_(memory) {}
 
   const CXString& getName() const { return name_; }
   // Only for an element that is in no list: lists are keyed by the name.
   void setName(CXString name) { name_ = std::move(name); }
   Origin origin() const { return origin_; }
-  void addChild(CMElement* child) { children_.add(child); }
-  const CMElements& getChildren() const { return children_; }
+  void addChild(CMElement* child);
+  const CMElements& getChildren() const;
 
   // Adds an empty property unless that name is already there.
   void addProperty(const CXString& name, Origin origin = {});
@@ -131,7 +157,7 @@ class CMElement : public CXObject {
   CXString name_;
   Origin origin_;
   CMProperties properties_;
-  CMElements children_;
+  std::unique_ptr<CMElements> children_;  // null until there is one
 };
 
 }  // namespace footlight

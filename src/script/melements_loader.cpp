@@ -1,6 +1,7 @@
 #include "script/melements_loader.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 
 #include "files/file_places.h"
@@ -13,8 +14,20 @@ namespace footlight {
 
 namespace {
 
-constexpr std::string_view kSeparators = ":=\n";
 constexpr int kCodeCycle = 6;
+
+constexpr bool isSeparator(char c) { return c == ':' || c == '=' || c == '\n'; }
+
+// Takes the next piece between separators off the front; empty when there is none.
+std::string_view nextPiece(std::string_view& rest) {
+  std::size_t start = 0;
+  while (start < rest.size() && isSeparator(rest[start])) ++start;
+  std::size_t end = start;
+  while (end < rest.size() && !isSeparator(rest[end])) ++end;
+  const std::string_view piece = rest.substr(start, end - start);
+  rest.remove_prefix(end);
+  return piece;
+}
 
 void trimBlanks(std::string& text) {
   text.erase(std::min(text.find_last_not_of(' ') + 1, text.size()));
@@ -26,12 +39,26 @@ std::string_view trimmed(std::string_view text) {
   return text.substr(start, text.find_last_not_of(' ') + 1 - start);
 }
 
-// The next logical line, at most limits::kLogicalLineBytes of it.
-std::string readLine(CTextCoder& coder, int* physicalLines) {
+// The next logical line where it is one physical line that can stay where it is: text that is not coded,
+// without tabs and slashes. Short lines keep their line feed elsewhere; as a separator it makes no difference
+// here.
+std::optional<std::string_view> readLineInPlace(CTextCoder& coder, CXString* physical) {
+  if (coder.isCoded()) {
+    *physical = coder.getLine();
+    return std::nullopt;
+  }
+  const std::string_view line = coder.plainLine();
+  const bool isPlain = std::all_of(line.begin(), line.end(), [](char c) { return c != '\t' && c != '/'; });
+  if (isPlain && line.size() <= static_cast<std::size_t>(limits::kLogicalLineBytes)) return trimmed(line);
+  *physical = CXString(line) += '\n';
+  return std::nullopt;
+}
+
+// The next logical line, at most limits::kLogicalLineBytes of it. `physical` is its first physical line.
+std::string readLine(CTextCoder& coder, CXString physical, int* physicalLines) {
   std::string result;
   bool isContinued = false;
-  do {
-    const CXString physical = coder.getLine();
+  for (;;) {
     if (physicalLines != nullptr) ++*physicalLines;
     std::string line = physical.str();
     std::erase(line, '\t');
@@ -41,7 +68,9 @@ std::string readLine(CTextCoder& coder, int* physicalLines) {
     if (line.size() > room) guardHit("definition.line");
     result.append(line, 0, room);
     trimBlanks(result);
-  } while (isContinued && !coder._eof());
+    if (!isContinued || coder._eof()) break;
+    physical = coder.getLine();
+  }
   std::erase(result, '/');
   return result;
 }
@@ -60,13 +89,19 @@ class Parser {
   }
 
  private:
-  std::string_view next() { return takeToken(rest_, kSeparators); }
+  std::string_view next() { return nextPiece(rest_); }
+
+  // Lines about one element mostly stand together.
+  CMElement* find(std::string_view name) {
+    if (latest_ == nullptr || latest_->getName() != name) latest_ = document_.get(name);
+    return latest_;
+  }
 
   // False when the rest of the line is used up or dropped.
   bool act(std::string_view token, std::string_view line) {
     if (token == "DEF") return define(line);
     if (token == "OBJECT" || token == "IMPORT") return create(token);
-    CMElement* element = document_.get(token);
+    CMElement* element = find(token);
     if (element == nullptr) return drop(token, "no element of this name");
     const std::string_view verb = next();
     if (verb == "ADD" || verb == "APPLY") return link(*element, verb);
@@ -78,10 +113,12 @@ class Parser {
   bool create(std::string_view keyword) {
     const std::string_view name = next();
     if (name.empty()) return drop(keyword, "no name follows");
-    if (document_.contains(name)) return drop(name, "there is an element of this name already");
-    CMElement* element = append(name);
-    if (element != nullptr && keyword == "IMPORT") addProperty(*element, "TYPE", "SEQUENCE");
-    return element != nullptr;
+    if (isFull(name)) return false;
+    CMElement* element = document_.makeFirst(name, origin_);
+    if (element == nullptr) return drop(name, "there is an element of this name already");
+    if (keyword == "IMPORT") addProperty(*element, "TYPE", "SEQUENCE");
+    latest_ = element;
+    return true;
   }
 
   bool link(CMElement& element, std::string_view verb) {
@@ -94,12 +131,15 @@ class Parser {
   }
 
   void setProperty(CMElement& element, std::string_view name) {
-    std::string value(next());
-    if (value.empty()) {
+    const std::string_view first = next();
+    if (first.empty()) {
       if (!element.isPropertyAvailable(name)) addProperty(element, name, {});
       return;
     }
-    for (std::string_view token = next(); !token.empty(); token = next()) value.append(" ").append(token);
+    std::string_view second = next();
+    if (second.empty()) return addProperty(element, name, first);
+    std::string value(first);
+    for (; !second.empty(); second = next()) value.append(" ").append(second);
     addProperty(element, name, value);
   }
 
@@ -112,8 +152,9 @@ class Parser {
         open < kNameStart) {
       return drop("DEF", "no brackets follow the name");
     }
-    CMElement* element = append(line.substr(kNameStart, open - kNameStart));
-    if (element == nullptr) return false;
+    const std::string_view name = line.substr(kNameStart, open - kNameStart);
+    if (isFull(name)) return false;
+    CMElement* element = document_.make(name, origin_);
     std::string_view inside = line.substr(open + 1, close - open - 1);
     for (auto token = takeToken(inside, "|"); !token.empty(); token = takeToken(inside, "|")) {
       const auto equals = token.find('=');
@@ -126,15 +167,11 @@ class Parser {
     return false;
   }
 
-  CMElement* append(std::string_view name) {
-    if (document_.getSize() >= limits::kObjectsInScope) {
-      guardHit("definition.elements");
-      drop(name, "too many elements");
-      return nullptr;
-    }
-    auto* element = new CMElement(name, origin_);
-    document_.add(element);
-    return element;
+  bool isFull(std::string_view name) const {
+    if (document_.getSize() < limits::kObjectsInScope) return false;
+    guardHit("definition.elements");
+    drop(name, "too many elements");
+    return true;
   }
 
   void addProperty(CMElement& element, std::string_view name, std::string_view value) {
@@ -155,6 +192,7 @@ class Parser {
   CMElements& document_;
   Origin origin_;
   std::string_view rest_;
+  CMElement* latest_ = nullptr;  // the first of its name
   int properties_ = 0;
 };
 
@@ -181,7 +219,15 @@ std::unique_ptr<CMElements> CMElementsLoader::load(CTextCoder* coder, const CXSt
   int physicalLines = 0;
   while (!coder->_eof()) {
     const int number = physicalLines + 1;
-    const std::string line = readLine(*coder, &physicalLines);
+    CXString physical;
+    const std::optional<std::string_view> inPlace = readLineInPlace(*coder, &physical);
+    std::string joined;
+    if (inPlace) {
+      ++physicalLines;
+    } else {
+      joined = readLine(*coder, std::move(physical), &physicalLines);
+    }
+    const std::string_view line = inPlace.value_or(joined);
     if (line.starts_with('!')) break;
     if (!line.starts_with('#')) parser.parse(line, number);
   }
@@ -189,7 +235,7 @@ std::unique_ptr<CMElements> CMElementsLoader::load(CTextCoder* coder, const CXSt
 }
 
 CXString CMElementsLoader::getLine(CTextCoder* coder, int* physicalLines) {
-  return readLine(*coder, physicalLines);
+  return readLine(*coder, coder->getLine(), physicalLines);
 }
 
 bool CMElementsLoader::save(const CXString& /*fileName*/, const CMElements* /*elements*/) { return true; }

@@ -29,9 +29,22 @@ NameWatch::~NameWatch() {
   if (cell_ != nullptr && --cell_->users == 0) cells().erase(cells().find(cell_->name));
 }
 
-void NameWatch::note(std::string_view name) {
+void NameWatch::note(std::string_view name, bool isTemporary) {
   const auto found = cells().find(name);
-  if (found != cells().end()) ++found->second.changes;
+  if (found == cells().end()) return;
+  ++found->second.changes;
+  if (!isTemporary) ++found->second.lastingChanges;
+}
+
+void NameUses::add(std::string_view name) {
+  if (name.ends_with("_0") || name.find('|') != std::string_view::npos) isUnsure_ = true;
+  if (!isUnsure_) watches_.emplace_back(name);
+}
+
+std::uint64_t NameUses::sum() const {
+  std::uint64_t sum = 0;
+  for (const NameWatch& watch : watches_) sum += watch.lastingCount();
+  return sum;
 }
 
 CMC_Object* RememberedName::find(const CMC_ObjectsContainer& scope, const CXString& name) {

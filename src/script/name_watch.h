@@ -9,6 +9,8 @@
 
 #include <cstdint>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "foundation/xstring.h"
 
@@ -32,9 +34,11 @@ class NameWatch {
 
   // Moves whenever `note` was called with the name, or `noteAll`; 0 for no watch.
   std::uint64_t count() const;
+  // The same, but for locals: they are never bound when code is compiled.
+  std::uint64_t lastingCount() const;
 
   // An object of that name came to or left a scope.
-  static void note(std::string_view name);
+  static void note(std::string_view name, bool isTemporary);
   // Scopes were joined, parted or emptied: nothing that was remembered holds any more.
   static void noteAll() { ++all_; }
 
@@ -46,10 +50,32 @@ class NameWatch {
 struct NameWatch::Cell {
   std::string_view name;  // the key that the table owns
   std::uint64_t changes = 0;
+  std::uint64_t lastingChanges = 0;
   std::uint32_t users = 0;
 };
 
 inline std::uint64_t NameWatch::count() const { return cell_ != nullptr ? cell_->changes + all_ : 0; }
+
+inline std::uint64_t NameWatch::lastingCount() const {
+  return cell_ != nullptr ? cell_->lastingChanges + all_ : 0;
+}
+
+// The names that a text asked for when it was compiled: compiling it anew finds the same while none of them
+// came or went.
+class NameUses {
+ public:
+  void add(std::string_view name);
+  // Fixes the present state as the one to compare with.
+  void mark() { marked_ = sum(); }
+  bool haveChanged() const { return isUnsure_ || sum() != marked_; }
+
+ private:
+  std::uint64_t sum() const;
+
+  std::vector<NameWatch> watches_;
+  std::uint64_t marked_ = 0;
+  bool isUnsure_ = false;  // a name among them means more than itself
+};
 
 class RememberedName {
  public:

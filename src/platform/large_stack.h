@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 
 namespace footlight::platform {
@@ -8,5 +9,7 @@ namespace footlight::platform {
 // the engine's limits allow, in every build. The caller waits. False when the machine gives no such thread;
 // the function was not run then.
 bool runOnLargeStack(const std::function<void()>& function);
+// The size of that stack.
+std::size_t largeStackBytes();
 
 }  // namespace footlight::platform

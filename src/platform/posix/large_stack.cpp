@@ -27,6 +27,8 @@ void* call(void* function) {
 
 }  // namespace
 
+std::size_t largeStackBytes() { return kStackBytes; }
+
 bool runOnLargeStack(const std::function<void()>& function) {
   pthread_attr_t attributes;
   if (pthread_attr_init(&attributes) != 0) return false;

@@ -102,10 +102,9 @@ CXString CMC_Behaviour_Entry::inlineCodeOf(CXString text) {
 }
 
 CXString CMC_Behaviour_Entry::uniqueName(const CMC_ObjectsContainer* scene, const char* prefix) {
-  static std::int64_t counter = 0;
   CXString name;
   do {
-    name = CXString(prefix) + std::to_string(++counter);
+    name = CXString(prefix) + std::to_string(++nameNumber_);
   } while (scene->getObject(name) != nullptr);
   return name;
 }

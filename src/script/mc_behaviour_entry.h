@@ -86,6 +86,8 @@ class CMC_Behaviour_Entry {
   static CXString inlineCodeOf(CXString text);
   // A name that no object of the scope has: the prefix and a number that is never used again.
   static CXString uniqueName(const CMC_ObjectsContainer* scene, const char* prefix);
+  // Those numbers start anew: only while no game is there.
+  static void restartNames() { nameNumber_ = 0; }
 
  private:
   enum class Kind { value, expression, builtIn, indirectCall, callerCall, objectCall, dynamicCall };
@@ -140,6 +142,8 @@ class CMC_Behaviour_Entry {
   Result callBound(CMC_Object& object, const RunContext& context, const ArgumentList& arguments) const;
   Result callMethod(CMC_Object* object, const RunContext& context, const ArgumentList& arguments) const;
   void reportMissing(const CXString& name) const;
+
+  static inline std::int64_t nameNumber_ = 0;  // the last one in a unique name
 
   CXString line_;
   Origin origin_;

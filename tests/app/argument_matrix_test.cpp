@@ -1,0 +1,168 @@
+// Every method of every runner with none to eight arguments of every kind. There is nothing to expect but
+// that the game goes on: the sanitizers judge.
+
+#include <gtest/gtest.h>
+
+#include "app/mc_application.h"
+#include "script/mc_runner.h"
+#include "support/game_world.h"
+
+namespace footlight {
+namespace {
+
+using test::contentOf;
+using test::Disk;
+using test::World;
+
+constexpr int kMostArguments = 8;
+
+// What a method is called on: an object of its type.
+struct Target {
+  int type;
+  const char* name;
+  const char* definition;  // empty for what every game has
+};
+
+constexpr Target kTargets[] = {
+    {type::kBuiltIns, "@", ""},
+    {type::kInteger, "INT", "DEF:INT(TYPE=INTEGER|VALUE=7|TOINI=TRUE|ONCHANGED=CODE)"},
+    {type::kString, "TEXT", "DEF:TEXT(TYPE=STRING|VALUE=Some text)"},
+    {type::kBool, "FLAG", "DEF:FLAG(TYPE=BOOL|VALUE=TRUE)"},
+    {type::kDouble, "REAL", "DEF:REAL(TYPE=DOUBLE|VALUE=1.5)"},
+    {type::kExpression, "SUM", "DEF:SUM(TYPE=EXPRESSION|OPERAND1=INT|OPERATOR=ADD|OPERAND2=2)"},
+    {type::kCondition, "TEST", "DEF:TEST(TYPE=CONDITION|OPERAND1=INT|OPERATOR=LESS|OPERAND2=9)"},
+    {type::kComplexCondition, "BOTH",
+     "DEF:BOTH(TYPE=COMPLEXCONDITION|CONDITION1=TEST|OPERATOR=AND|CONDITION2=TEST)"},
+    {type::kBehaviour, "CODE", "DEF:CODE(TYPE=BEHAVIOUR|CODE={COUNT^INC();@RETURN([$1+1]);})"},
+    {type::kStructure, "RECORD", "DEF:RECORD(TYPE=STRUCT|FIELDS=A<INTEGER>,B<STRING>)"},
+    {type::kClass, "KIND", "DEF:KIND(TYPE=CLASS|DEF=KIND.cnv)"},
+    {type::kGroup, "CREW", "DEF:CREW(TYPE=GROUP)"},
+    {type::kTimer, "CLOCK", "DEF:CLOCK(TYPE=TIMER|ELAPSE=20|ONTICK=CODE)"},
+    {type::kImage, "PICTURE", "DEF:PICTURE(TYPE=IMAGE)"},
+    {type::kDialog, "TALK", "DEF:TALK(TYPE=DIALOG)"},
+    {type::kMouse, "MOUSE", "DEF:MOUSE(TYPE=MOUSE)"},
+    {type::kAnimo, "FIGURE", "DEF:FIGURE(TYPE=ANIMO)"},
+    {type::kRandom, "RANDOM", ""},
+    {type::kSystem, "SYSTEM", ""},
+    {type::kCnvLoader, "CNVLOADER", ""},
+    {type::kApplication, "GAME", ""},
+    {type::kEpisode, "EP", ""},
+    {type::kScene, "MAIN", ""},
+};
+
+// SELF stands for the object that is called.
+constexpr const char* kArguments[] = {"\"\"",
+                                      "-1",
+                                      "0",
+                                      "2147483647",
+                                      "-2147483648",
+                                      "12abc",
+                                      "BIG",
+                                      "INT",
+                                      "&INT",
+                                      "\"TEXT\"",
+                                      "REAL",
+                                      "FLAG",
+                                      "SUM",
+                                      "CODE",
+                                      "RECORD",
+                                      "CREW",
+                                      "PICTURE",
+                                      "MAIN",
+                                      "SELF",
+                                      "\"SELF\"",
+                                      "REMOVED",
+                                      "KIND",
+                                      "@BREAK()",
+                                      "[INT*2147483647]",
+                                      "{COUNT^INC();}",
+                                      "\"INTEGER\"",
+                                      "99999999.99",
+                                      "\"..\\..\\x.def\"",
+                                      "$1"};
+
+Disk game() {
+  std::string text = "DEF:COUNT(TYPE=INTEGER)\nDEF:BIG(TYPE=STRING)\nDEF:REMOVED(TYPE=INTEGER)\n";
+  for (const Target& target : kTargets) text += std::string(target.definition) + "\n";
+  Disk disk;
+  const std::string dane = "C:\\GAME\\Dane\\";
+  disk[dane + "application.def"] = contentOf(
+      "DEF:MAIN(TYPE=SCENE)\nDEF:NEXT(TYPE=SCENE)\nDEF:EP(TYPE=EPISODE|SCENES=MAIN,NEXT)\n"
+      "DEF:GAME(TYPE=APPLICATION|EPISODES=EP)\n");
+  disk[dane + "MAIN.cnv"] = contentOf(text);
+  disk["C:\\GAME\\Common\\classes\\KIND.cnv"] =
+      contentOf("DEF:OWN(TYPE=INTEGER)\nDEF:CONSTRUCTOR(TYPE=BEHAVIOUR|CODE={OWN^ADD($1);})\n");
+  return disk;
+}
+
+std::string callText(const Target& target, const char* method, int count, std::size_t first) {
+  constexpr std::size_t kStride = 7;  // so that neighbours differ from call to call
+  const bool isStatement = target.type == type::kBuiltIns;
+  std::string text = (isStatement ? std::string("@") : std::string(target.name) + "^") + method + "(";
+  for (int i = 0; i < count; ++i) {
+    std::string argument =
+        kArguments[(first + static_cast<std::size_t>(i) * kStride) % std::size(kArguments)];
+    if (const auto self = argument.find("SELF"); self != std::string::npos)
+      argument.replace(self, 4, isStatement ? "CODE" : target.name);
+    text += (i > 0 ? "," : "") + argument;
+  }
+  return text + ");";
+}
+
+// The runners exist while a game does; their tables always.
+std::vector<const Method*> methodsOf(const Disk& disk, int type) {
+  const World world(disk, {});
+  std::vector<const Method*> methods;
+  for (const Method& method : CMC_RunnerFactory::getRunner(type)->ownMethods()) methods.push_back(&method);
+  // What every object has is the same for most.
+  const bool isOwnKind = type == type::kInteger || type == type::kBehaviour || type == type::kImage ||
+                         type == type::kGroup || type == type::kClass || type == type::kScene;
+  if (!isOwnKind) return methods;
+  for (const Method& method : CMC_Runner::baseMethods()) methods.push_back(&method);
+  return methods;
+}
+
+// One method in a game of its own, as long as that lasts.
+class Caller {
+ public:
+  explicit Caller(const Disk& disk) : disk_(disk) { start(); }
+
+  void call(const std::string& text) {
+    if (world_->hasEnded() || world_->isBudgetUsedUp() || world_->scene()->getName() != "MAIN") start();
+    world_->run(world_->scene(), "STARTER", text);
+    world_->tick();
+  }
+
+ private:
+  void start() {
+    world_.reset();
+    world_ = std::make_unique<World>(disk_, test::Rules{false, 1 << 17});
+    world_->run(world_->scene(), "SETUP", "BIG^INSERTAT(0,\"x\",1048576);MAIN^REMOVE(\"REMOVED\");");
+  }
+
+  const Disk& disk_;
+  std::unique_ptr<World> world_;
+};
+
+class ArgumentMatrix : public testing::TestWithParam<Target> {};
+
+TEST_P(ArgumentMatrix, BearsEveryArgument) {
+  const Target& target = GetParam();
+  const Disk disk = game();
+  for (const Method* method : methodsOf(disk, target.type)) {
+    SCOPED_TRACE(std::string(target.name) + "^" + method->name);
+    Caller caller(disk);
+    for (int count = 0; count <= kMostArguments; ++count) {
+      const std::size_t kinds = count == 0 ? 1 : std::size(kArguments);
+      for (std::size_t first = 0; first < kinds; ++first)
+        caller.call(callText(target, method->name, count, first));
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Targets, ArgumentMatrix, testing::ValuesIn(kTargets), [](const auto& target) {
+  return std::string(target.param.name) == "@" ? std::string("Statements") : std::string(target.param.name);
+});
+
+}  // namespace
+}  // namespace footlight

@@ -10,6 +10,7 @@
 #include "script/mc_objects_container.h"
 #include "script/mc_variable_factory.h"
 #include "script/method_tables.h"
+#include "script/watchdog.h"
 
 namespace footlight {
 
@@ -88,12 +89,14 @@ Result getMhz(CMC_System& /*system*/, Call& /*call*/) {
   return Factory::makeInteger(platform::current().processorMegahertz());
 }
 
-// Sleeps in slices, so that a closed window is noticed.
+// Sleeps in slices, so that a closed window is noticed soon.
 Result delay(CMC_System& /*system*/, Call& call) {
-  constexpr int kSlice = 50;
-  const CWindow* window = call.scope() != nullptr ? call.scope()->getWindow() : nullptr;
-  for (int left = call.integer(0); left > 0 && (window == nullptr || !window->isQuitting()); left -= kSlice) {
-    platform::current().clock().sleep(static_cast<std::uint32_t>(std::min(left, kSlice)));
+  constexpr int kFirstSlice = 50;
+  constexpr int kLongestSlice = 1000;
+  int slice = kFirstSlice;
+  for (int left = call.integer(0); left > 0 && watchdog::ask(); left -= slice) {
+    slice = std::min({left, slice * 2, kLongestSlice});
+    platform::current().clock().sleep(static_cast<std::uint32_t>(slice));
   }
   return {};
 }

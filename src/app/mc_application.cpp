@@ -3,6 +3,8 @@
 #include "app/mc_episode.h"
 #include "app/mc_system.h"
 #include "app/structure_parser.h"
+#include "foundation/depth.h"
+#include "foundation/depth.h"
 #include "foundation/string_tokenizer.h"
 #include "gfx/window.h"
 #include "script/mc_behaviour.h"
@@ -64,21 +66,17 @@ bool CMC_Application::initialize(CMC_Scene* /*previous*/) {
 void CMC_Application::domodal() {
   CMC_VariableFactory::clearPool();
   CMC_Behaviour::flushTrash();
-  if (restartPending_) restartNow();
   CMC_Scene::domodal();
 }
 
 void CMC_Application::restart() {
-  if (startWith_ != nullptr && getCurrentScene() == startWith_) {
-    startWith_->restart();
-  } else {
-    restartPending_ = true;
-  }
-}
-
-void CMC_Application::restartNow() {
-  restartPending_ = false;
   if (startWith_ == nullptr) return;
+  if (getCurrentScene() == startWith_) {
+    startWith_->restart();
+    return;
+  }
+  const DepthGuard depth;  // the start may ask for another one
+  if (!depth) return;
   unloadSubScene(startWith_);
   makeCurrent(startWith_);
   startWith_->initialize(nullptr);

@@ -30,10 +30,7 @@ class CMC_Application : public CMC_Scene {
   void close();
 
  private:
-  void restartNow();
-
   CMC_Scene* startWith_ = nullptr;
-  bool restartPending_ = false;
 };
 
 }  // namespace footlight

@@ -55,6 +55,8 @@ class CMC_Scene : public CMC_ObjectsContainer {
   int getSubId(const CMC_Scene* scene) const;
   const std::vector<CMC_Scene*>& getSubScenes() const { return subScenes_; }
   void setPending(CMC_Scene* scene) { pendingSubScene_ = scene; }
+  CMC_Scene* getPending() const { return pendingSubScene_; }
+  const std::vector<CMC_Scene*>& getHistory() const { return history_; }
   // The sub-scene behind and before the current one; null at the ends.
   CMC_Scene* getNextScene() const;
   CMC_Scene* getPreviousScene() const;

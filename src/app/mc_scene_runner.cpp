@@ -77,19 +77,17 @@ Result run(CMC_Scene& scene, Call& call) { return runByName(&scene, call, RunWor
 
 // The clones that "from" and "to" mean; none when they are more than one call may touch.
 struct CloneRange {
-  int from, to;
+  std::int64_t from, to;  // wide enough to step past the last clone that there can be
 };
 CloneRange cloneRange(const CMC_Object& object, int from, int to) {
   const CloneRange range{from > 0 ? from : 1, to > 0 ? to : object.getClonesNo()};
-  if (std::int64_t{range.to} - range.from < limits::kClonesByOneCall) return range;
+  if (range.to - range.from < limits::kClonesByOneCall) return range;
   guardHit("clones by one call");
   return {1, 0};
 }
 
-CXString cloneName(const CMC_Object& object, int index) {
-  CXString name = object.getName() + "_";
-  name += index;
-  return name;
+CXString cloneName(const CMC_Object& object, std::int64_t index) {
+  return object.getName() + "_" + std::to_string(index);
 }
 
 Result runClones(CMC_Scene& scene, Call& call) {
@@ -107,7 +105,7 @@ Result runClones(CMC_Scene& scene, Call& call) {
   const TextList further = call.textsFrom(4);
   arguments.insert(arguments.end(), further.begin(), further.end());
   const CloneRange range = cloneRange(*object, call.integer(1), call.integer(2));
-  for (int i = range.from; i <= range.to; ++i) {
+  for (std::int64_t i = range.from; i <= range.to; ++i) {
     arguments[0] = cloneName(*object, i);
     behaviour->run(nullptr, &arguments, false);
   }
@@ -128,7 +126,7 @@ Result removeClones(CMC_Scene& scene, Call& call) {
   const Ref<CMC_Object> object(scene.getObject(call.text(0)));
   if (!object) return {};
   const CloneRange range = cloneRange(*object, call.integer(1), call.integer(2));
-  for (int i = range.from; i <= range.to; ++i)
+  for (std::int64_t i = range.from; i <= range.to; ++i)
     scene.removeAndDestroy(scene.getOwnObject(cloneName(*object, i)));
   return {};
 }

@@ -18,8 +18,7 @@ Result runByName(CMC_ObjectsContainer* scene, const Call& call, RunWords words) 
     behaviour->run(nullptr, &arguments, isWord("RUNC"));
     return {};
   }
-  const Result result = runner->run(method.view(), object.get(), scene, call.arguments().subspan(2));
-  return result.stops() ? Result() : result;
+  return runner->run(method.view(), object.get(), scene, call.arguments().subspan(2));
 }
 
 }  // namespace footlight

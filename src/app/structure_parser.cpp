@@ -27,8 +27,10 @@ void CMC_StructureParser::load(const CXString& fileName) {
   };
   each("SCENE", [this](const CMElement* e) { built_.emplace_back(new CMC_Scene(window_, e)); });
   each("EPISODE", [this](const CMElement* e) { built_.emplace_back(new CMC_Episode(window_, e, *this)); });
-  each("APPLICATION",
-       [this](const CMElement* e) { application_.reset(new CMC_Application(window_, e, *this)); });
+  each("APPLICATION", [this](const CMElement* e) {
+    if (application_) earlier_.push_back(std::move(application_));
+    application_.reset(new CMC_Application(window_, e, *this));
+  });
 }
 
 CMC_Scene* CMC_StructureParser::get(const CXString& name) const {

@@ -7,11 +7,11 @@
 #include <memory>
 #include <vector>
 
+#include "app/mc_application.h"
 #include "app/mc_scene.h"
 
 namespace footlight {
 
-class CMC_Application;
 class CWindow;
 
 class CMC_StructureParser : public CXObject {
@@ -30,6 +30,7 @@ class CMC_StructureParser : public CXObject {
   void load(const CXString& fileName);
 
   CWindow* window_;
+  std::vector<Owned<CMC_Application>> earlier_;  // the last one built is the game; scenes may know the others
   std::vector<Owned<CMC_Scene>> built_;
   Owned<CMC_Application> application_;
 };

@@ -16,6 +16,10 @@ std::uint32_t now() { return platform::current().clock().ticks(); }
 }  // namespace
 
 TimerId CXTimer::append(int interval, std::unique_ptr<CTimerObject> timer, CXObject* receiver) {
+  if (isFull()) {
+    guardHit("timers");
+    return 0;
+  }
   timer->id = nextId_++;
   timer->interval = interval;
   timer->last = now();
@@ -44,10 +48,11 @@ TimerId CXTimer::addNotificator(int interval, CTimerNotificator* notificator, CX
 }
 
 CTimerObject* CXTimer::find(TimerId id) const {
-  for (const auto& timer : timers_) {
-    if (timer->id == id) return timer->isToDelete() ? nullptr : timer.get();
-  }
-  return nullptr;
+  // Ids grow, and so stand in order.
+  const auto found = std::lower_bound(timers_.begin(), timers_.end(), id,
+                                      [](const auto& timer, TimerId wanted) { return timer->id < wanted; });
+  const bool isThere = found != timers_.end() && (*found)->id == id && !(*found)->isToDelete();
+  return isThere ? found->get() : nullptr;
 }
 
 void CXTimer::remove(TimerId id) {
@@ -65,13 +70,14 @@ int CXTimer::domodal() {
   for (const auto& timer : timers_) firing.emplace_back(timer.get());
   for (const Ref<CTimerObject>& timer : firing) {
     if (timer->isToDelete() || !timer->receiver) {
-      std::erase_if(timers_, [&timer](const auto& entry) { return entry.get() == timer.get(); });
+      timer->isOver = true;
     } else if (timer->interval >= 0 && now() - timer->last >= static_cast<std::uint32_t>(timer->interval)) {
       ++timer->count;
       fire(timer.get());
       timer->last = now();
     }
   }
+  std::erase_if(timers_, [](const auto& timer) { return timer->isOver; });
   return 0;
 }
 

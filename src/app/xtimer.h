@@ -8,6 +8,7 @@
 #include <memory>
 #include <vector>
 
+#include "foundation/limits.h"
 #include "foundation/timer_notificator.h"
 #include "foundation/xobject.h"
 
@@ -28,11 +29,13 @@ class CTimerObject : public CXObject {
   CTimerNotificator* notificator = nullptr;
   WeakRef<CXObject> receiver;  // the object behind the one receiver that is set
   bool unitMustBeLive = true;
+  bool isOver = false;  // leaves the list at the end of the frame
 };
 
 class CXTimer : public CXObject {
  public:
-  // Each gives the id of the new timer. `interval` is in milliseconds; below 0 it never fires.
+  // Each gives the id of the new timer, 0 where there are too many. `interval` is in milliseconds; below 0 it
+  // never fires.
   TimerId add(int interval, CUnit6* unit, bool unitMustBeLive);
   TimerId add(int interval, CWindow* window);
   // `T` is both the notificator and the engine object whose end ends the timer.
@@ -52,10 +55,14 @@ class CXTimer : public CXObject {
   // Shifts the phase of every timer by the time between the two calls.
   void pause();
   void resume();
+  bool isFull() const { return timers_.size() >= static_cast<std::size_t>(limits::kTimers); }
   int getSize() const { return static_cast<int>(timers_.size()); }
+  // In the order of their making; those whose removal is pending are among them.
+  const std::vector<Owned<CTimerObject>>& timers() const { return timers_; }
 
   // Stops every timer when false.
   static void enable(bool enabled) { enabled_ = enabled; }
+  static bool isEnabled() { return enabled_; }
 
  private:
   TimerId addNotificator(int interval, CTimerNotificator* notificator, CXObject* receiver);

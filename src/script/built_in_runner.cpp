@@ -247,7 +247,7 @@ CXString bodyText(const Call& call, int index) {
 
 Result runOnTimer(CMC_Behaviour& /*behaviour*/, Call& call) {
   CMC_ObjectsContainer* scope = call.scope();
-  if (scope == nullptr) return {};
+  if (scope == nullptr || CMC_Behaviour::areTimersFull(*scope)) return {};
   const Ref<CMC_Behaviour> made(addTimerBehaviour(scope, bodyText(call, 2)));
   if (!made) return {};
   TextList arguments{"0"};

@@ -147,6 +147,13 @@ void CMC_Behaviour::runOnTimer(int interval, int count, TextList arguments, CMC_
   if (CPublicTrash* trash = getScene()->getWindow()->getPublicTrashInterface()) trash->add(this);
 }
 
+bool CMC_Behaviour::areTimersFull(const CMC_ObjectsContainer& scope) {
+  const CXTimer* timer = timerOf(&scope);
+  if (timer == nullptr || !timer->isFull()) return false;
+  guardHit("timers");
+  return true;
+}
+
 void CMC_Behaviour::onTimer(TimerId /*id*/) {
   const Ref<CMC_Behaviour> self(this);
   const std::shared_ptr<TextList> arguments = timerArguments_;

@@ -46,6 +46,8 @@ class CMC_Behaviour : public CMC_Object, public CTimerNotificator {
   // arguments becomes the number of the tick. At the end `next` runs, if it is still there. A second call
   // replaces the first.
   virtual void runOnTimer(int interval, int count, TextList arguments, CMC_Behaviour* next);
+  // Whether the scope's window takes no more timers.
+  static bool areTimersFull(const CMC_ObjectsContainer& scope);
   // Ends the timer and takes the behaviour out of its scope.
   virtual void _break();
 

@@ -16,6 +16,28 @@ namespace {
 constexpr int kDeepestSuper = limits::kClassFiles * 6;
 constexpr const char* kFolder = "$COMMON\\CLASSES\\";
 
+// Stands while an instance is made or ended. One that makes two of itself would make two to the power of the
+// deepest nesting: from the first refusal on nothing more is made until all of that has ended.
+class Making {
+ public:
+  Making() { ++depth_; }
+  ~Making() {
+    if (--depth_ == 0) isRefused_ = false;
+  }
+  Making(const Making&) = delete;
+  Making& operator=(const Making&) = delete;
+
+  static bool isRefused() { return isRefused_; }
+  static void refuse() {
+    guardHit("classes within classes");
+    isRefused_ = depth_ > 0;
+  }
+
+ private:
+  static inline int depth_ = 0;
+  static inline bool isRefused_ = false;
+};
+
 int classDepth(const CMC_ObjectsContainer* scope) {
   int depth = 0;
   for (; scope != nullptr; scope = scope->getParent()) depth += scope->getType() == type::kClass ? 1 : 0;
@@ -41,8 +63,8 @@ CMC_Class::CMC_Class(const CMC_Class& pattern, CXString name, CMC_ObjectsContain
 }
 
 std::unique_ptr<CMC_Class> CMC_Class::newInstance(const CXString& name, CMC_ObjectsContainer* scope) const {
-  if (classDepth(scope) >= limits::kClassFiles) {
-    guardHit("classes within classes");
+  if (Making::isRefused() || classDepth(scope) >= limits::kClassFiles) {
+    Making::refuse();
     return nullptr;
   }
   std::unique_ptr<CMC_Class> instance(new CMC_Class(*this, name, scope));
@@ -95,13 +117,18 @@ void CMC_Class::destruct() {
   if (!isInstance_ || isDestructed_) return;
   isDestructed_ = true;
   const Ref<CMC_Class> self(this);
-  if (auto* behaviour = object_cast<CMC_Behaviour>(getOwnObject("DESTRUCTOR")))
-    behaviour->run(nullptr, nullptr, false);
+  const Making making;
+  static_cast<CMC_Class_Runner*>(getRunner())->runClass(this, getScene(), ArgumentList(), "DESTRUCTOR");
+  for (const WeakRef<CMC_Object>& object : snapshot()) {
+    auto* nested = object_cast<CMC_Class>(object.get());
+    if (nested != nullptr && !isOwnedElsewhere(nested)) nested->destruct();
+  }
 }
 
 bool CMC_Class::done(bool keep) {
   const Ref<CMC_Class> self(this);
   if (isInstance_) {
+    const Making making;
     destruct();
     unload();
   }
@@ -114,6 +141,7 @@ namespace {
 
 Result newInstance(CMC_Class& pattern, Call& call) {
   if (pattern.isInstance() || call.scope() == nullptr) return {};
+  const Making making;
   std::unique_ptr<CMC_Class> made = pattern.newInstance(call.text(0), call.scope());
   if (!made) return {};
   const Ref<CMC_Class> instance(made.get());
@@ -127,6 +155,7 @@ Result newInstance(CMC_Class& pattern, Call& call) {
 Result deleteInstance(CMC_Class& /*pattern*/, Call& call) {
   const Ref<CMC_Class> instance(call.named<CMC_Class>(0));
   if (!instance || !instance->isInstance()) return {};
+  const Making making;
   instance->destruct();
   if (instance->getScene() != nullptr) instance->getScene()->removeObject(instance.get());
   CMC_Object::destroy(instance.get());
@@ -153,7 +182,7 @@ Result CMC_Class_Runner::runClass(CMC_Object* object, CMC_ObjectsContainer* scop
   const Ref<CMC_Class> instance(object_cast<CMC_Class>(object));
   const Ref<CMC_Behaviour> behaviour(instance ? instance->find<CMC_Behaviour>(method) : nullptr);
   if (!behaviour) {
-    if (instance && diagnose::isOn() && method != "CONSTRUCTOR") {
+    if (instance && diagnose::isOn() && method != "CONSTRUCTOR" && method != "DESTRUCTOR") {
       diagnose::report(diagnose::Group::method, instance->getName(), method, "no such method");
     }
     return {};

@@ -20,7 +20,8 @@ class CMC_Class : public CMC_ObjectsContainer {
   // of classes within classes.
   std::unique_ptr<CMC_Class> newInstance(const CXString& name, CMC_ObjectsContainer* scope) const;
   bool isInstance() const { return isInstance_; }
-  // Runs the instance's DESTRUCTOR, once.
+  // Runs the instance's DESTRUCTOR and those of the instances within it, once. DELETE and `done` do; an
+  // instance that is replaced or removed ends without.
   void destruct();
 
   // An older object of the name stays under "SUPER_" and its name.
@@ -34,13 +35,6 @@ class CMC_Class : public CMC_ObjectsContainer {
 
   const CXString& defFile() const { return defFile_; }
   const CXString& baseFiles() const { return baseFiles_; }
-
- protected:
-  // However an instance ends, its DESTRUCTOR has run before its objects go.
-  void unlink() override {
-    destruct();
-    CMC_ObjectsContainer::unlink();
-  }
 
  private:
   CMC_Class(const CMC_Class& pattern, CXString name, CMC_ObjectsContainer* scope);

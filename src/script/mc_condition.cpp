@@ -62,12 +62,14 @@ bool test(CMC_Variable* left, CMC_Variable* right, Comparison comparison) {
 CMC_BasicCondition::CMC_BasicCondition(CMC_ObjectsContainer* container, const CMElement* element, int type)
     : CMC_Object(container, element, type) {
   initializeBehaviours(container, element);
+  onSuccess_ = firstBinding("ONRUNTIMESUCCESS");
+  onFailure_ = firstBinding("ONRUNTIMEFAILED");
 }
 
 bool CMC_BasicCondition::tell(bool outcome, bool raiseSignals) {
   if (!raiseSignals || isDisposed()) return outcome;
-  const SignalBinding* binding = getSingleBehaviour(outcome ? "ONRUNTIMESUCCESS" : "ONRUNTIMEFAILED", 0);
-  if (binding == nullptr) return outcome;
+  const std::shared_ptr<SignalBinding> binding = outcome ? onSuccess_ : onFailure_;
+  if (!binding || binding->removed) return outcome;
   const Ref<CMC_BasicCondition> self(this);
   const Ref<CMC_Behaviour> behaviour(binding->behaviour.get());
   const std::shared_ptr<const TextList> arguments = binding->arguments;

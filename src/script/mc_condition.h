@@ -34,6 +34,11 @@ class CMC_BasicCondition : public CMC_Object {
  protected:
   CMC_BasicCondition(const CMC_BasicCondition& other) = default;
   bool tell(bool outcome, bool raiseSignals);
+
+ private:
+  // What the definition bound: later bindings of these signals do not count.
+  std::shared_ptr<SignalBinding> onSuccess_;
+  std::shared_ptr<SignalBinding> onFailure_;
 };
 
 class CMC_Condition : public CMC_BasicCondition {

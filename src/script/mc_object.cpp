@@ -131,7 +131,9 @@ bool CMC_Object::bindProperty(CMC_ObjectsContainer* container, const CXString& p
                               Origin origin) {
   value.AllTrim();
   if (value.startsWith("{")) {
-    addBehaviour(property, makeInlineBehaviour(container, property, value, origin), nullptr, container);
+    const Ref<CMC_Behaviour> made = makeInlineBehaviour(container, property, value, origin);
+    if (made->isDisposed()) return false;  // the container is full
+    addBehaviour(property, made.get(), nullptr, container);
     return true;
   }
   CXString name = value;
@@ -152,17 +154,15 @@ bool CMC_Object::bindProperty(CMC_ObjectsContainer* container, const CXString& p
   return behaviour != nullptr;
 }
 
-CMC_Behaviour* CMC_Object::makeInlineBehaviour(CMC_ObjectsContainer* container, const CXString& property,
-                                               const CXString& code, Origin origin) {
+Ref<CMC_Behaviour> CMC_Object::makeInlineBehaviour(CMC_ObjectsContainer* container, const CXString& property,
+                                                   const CXString& code, Origin origin) {
   CXString name = "beh_";
   if (container->getType() == type::kClass) name += container->getName() + "_";
   name += name_ + "_" + property;
-  auto behaviour = std::make_unique<CMC_Behaviour>(container, name, code, origin);
-  CMC_Behaviour* made = behaviour.get();
-  const Ref<CMC_Behaviour> keep(made);
+  Ref<CMC_Behaviour> made(new CMC_Behaviour(container, name, code, origin));
   made->init();
-  tmpBehList_.emplace_back(made);
-  container->addObject(behaviour.release());
+  tmpBehList_.emplace_back(made.get());
+  container->addObject(made.get());
   return made;
 }
 
@@ -225,6 +225,19 @@ const BindingList* CMC_Object::getBehaviour(std::string_view signal) const {
   if (bindings_ == nullptr) return nullptr;
   const auto found = bindings_->find(signal);
   return found == bindings_->end() ? nullptr : &found->second;
+}
+
+std::vector<std::string_view> CMC_Object::boundSignals() const {
+  std::vector<std::string_view> names;
+  if (bindings_ == nullptr) return names;
+  for (const auto& [signal, list] : *bindings_) names.emplace_back(signal);
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+std::shared_ptr<SignalBinding> CMC_Object::firstBinding(std::string_view signal) const {
+  const BindingList* list = getBehaviour(signal);
+  return list == nullptr || list->empty() ? nullptr : list->front();
 }
 
 const SignalBinding* CMC_Object::getSingleBehaviour(std::string_view signal, int index) const {

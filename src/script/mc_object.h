@@ -100,6 +100,10 @@ class CMC_Object : public CXObject {
   virtual void removeAllBehaviours();
   // The bindings under exactly that key, or null.
   virtual const BindingList* getBehaviour(std::string_view signal) const;
+  // The names of all signals with bindings, in their order as text.
+  std::vector<std::string_view> boundSignals() const;
+  // The first of them, shared; null for none.
+  std::shared_ptr<SignalBinding> firstBinding(std::string_view signal) const;
   virtual const SignalBinding* getSingleBehaviour(std::string_view signal, int index) const;
   // Behaviours made by this object for inline code.
   virtual const std::vector<WeakRef<CMC_Behaviour>>& getTmpBehList() const { return tmpBehList_; }
@@ -126,6 +130,7 @@ class CMC_Object : public CXObject {
   bool isTemporary() const { return temporary_; }
   // While on, a new binding first removes all older bindings of that exact signal name.
   void overideSignals(bool on) { overrideSignals_ = on; }
+  bool overridesSignals() const { return overrideSignals_; }
   // Cuts the name at its first "^" and looks the rest up exactly; -1 if it is not there.
   int getSignalIndex(std::string_view name) const;
   bool isSignalBound(int index) const {
@@ -162,8 +167,8 @@ class CMC_Object : public CXObject {
 
   // True when a behaviour was found or made.
   bool bindProperty(CMC_ObjectsContainer* container, const CXString& property, CXString value, Origin origin);
-  CMC_Behaviour* makeInlineBehaviour(CMC_ObjectsContainer* container, const CXString& property,
-                                     const CXString& code, Origin origin);
+  Ref<CMC_Behaviour> makeInlineBehaviour(CMC_ObjectsContainer* container, const CXString& property,
+                                         const CXString& code, Origin origin);
   void rebind(CMC_ObjectsContainer* container);
   bool deliver(const CXString& name, const TextList* arguments);
   template <class Predicate>

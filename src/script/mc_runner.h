@@ -177,7 +177,8 @@ class CMC_Runner : public CXObject {
   std::unordered_map<std::string_view, int> numbers_;
 };
 
-// Holds one runner a type from the engine's start to its end.
+// Holds one runner a type from the engine's start to its end. Each `initialize` has its `done`; the runners,
+// which have no state, go with the last one.
 class CMC_RunnerFactory {
  public:
   static void initialize();

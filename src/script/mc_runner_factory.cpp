@@ -11,6 +11,7 @@ namespace footlight {
 namespace {
 
 struct Runners {
+  int users = 0;
   std::vector<std::unique_ptr<CMC_Runner>> owned;
   std::vector<CMC_Runner*> byType;  // indexed by the type's number
 };
@@ -34,7 +35,7 @@ void add(std::span<const Method> methods, std::initializer_list<int> types) {
 }  // namespace
 
 void CMC_RunnerFactory::initialize() {
-  done();
+  if (++runners.users > 1) return;
   add(methods::builtIns(), {type::kBuiltIns});
   add(methods::variable(), {type::kInteger, type::kString, type::kBool, type::kDouble, type::kExpression});
   add(methods::basicCondition(), {type::kCondition, type::kComplexCondition});
@@ -64,7 +65,9 @@ void CMC_RunnerFactory::initialize() {
                                   type::kMultiArray});
 }
 
-void CMC_RunnerFactory::done() { runners = {}; }
+void CMC_RunnerFactory::done() {
+  if (runners.users > 0 && --runners.users == 0) runners = {};
+}
 
 CMC_Runner* CMC_RunnerFactory::getRunner(int type) {
   const bool isKnown = type >= 0 && static_cast<std::size_t>(type) < runners.byType.size();

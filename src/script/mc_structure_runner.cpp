@@ -26,7 +26,8 @@ Result setField(CMC_Structure& structure, Call& call) {
 Result getField(CMC_Structure& structure, Call& call) {
   const Ref<CMC_Variable> key = call.variable(0);
   const bool isIndex = key && key->getType() == type::kInteger;
-  CMC_Variable* field = isIndex ? structure.getField(key->asInteger()) : structure.getField(call.text(0));
+  const CXString name = key ? key->asText() : call.text(0);
+  CMC_Variable* field = isIndex ? structure.getField(key->asInteger()) : structure.getField(name);
   return Result(CMC_VariableFactory::copyVariable(field));
 }
 

@@ -8,13 +8,15 @@
 #include <cstddef>
 #include <span>
 
+#include "foundation/limits.h"
 #include "script/mc_variable.h"
 
 namespace footlight {
 
 class CMC_VariableFactory {
  public:
-  static constexpr int kFirstSlots = 500;  // of each pool; a full one grows by as many
+  static constexpr int kFirstSlots =
+      limits::usualOrSmall(500, 16);  // of each pool; a full one grows by as many
 
   static void initialize();
   static void done();

@@ -5,9 +5,11 @@
 
 #include <functional>
 
+#include "foundation/limits.h"
+
 namespace footlight::watchdog {
 
-inline constexpr int kStatements = 4096;
+inline constexpr int kStatements = limits::usualOrSmall(4096, 16);
 
 // Installs the question; an empty one lets every run go on. It answers false to end all loops of the present
 // run.

@@ -136,7 +136,7 @@ class Caller {
  private:
   void start() {
     world_.reset();
-    world_ = std::make_unique<World>(disk_, test::Rules{false, 1 << 17});
+    world_ = std::make_unique<World>(disk_, test::Rules{.literal = false, .budget = 1 << 17});
     world_->run(world_->scene(), "SETUP", "BIG^INSERTAT(0,\"x\",1048576);MAIN^REMOVE(\"REMOVED\");");
   }
 

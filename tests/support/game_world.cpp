@@ -12,7 +12,7 @@ namespace footlight::test {
 
 namespace {
 
-constexpr int kStatementsOfAnAccess = 8;
+constexpr int kPriceOfAFile = 8;  // as many as that many statements
 constexpr CXSize kScreen{64, 48};
 
 platform::HeadlessOptions machineOptions() {
@@ -27,14 +27,15 @@ platform::HeadlessOptions machineOptions() {
 World::World(const Disk& disk, const Rules& rules)
     : files_(*new MemoryFiles(disk)),
       machine_(machineOptions(), std::unique_ptr<platform::FileSystem>(&files_)),
-      budget_(rules.statements) {
+      budget_(rules.budget),
+      generation_(CMC_ObjectsContainer::generation()) {
   platform::use(&machine_);
   caches::enable(!rules.literal);
   CXRandom::seed(1);
   CXTimer::enable(true);
   CMC_Behaviour_Entry::restartNames();
-  watchdog::use([this] { return (budget_ -= watchdog::kStatements) > 0; });
-  files_.onAccess = [this] { budget_ -= kStatementsOfAnAccess; };
+  watchdog::use([this] { return mayContinue(); });
+  files_.onAccess = [this] { budget_ -= kPriceOfAFile; };
   language_ = std::make_unique<CLanguageOSVer>();
   window_ = std::make_unique<CWindow>(&commandLine_, language_.get(), kScreen, "C:\\engine");
   language_->setWindowIfc(window_.get());
@@ -49,6 +50,14 @@ World::~World() {
   close();
   watchdog::use({});
   platform::use(nullptr);
+}
+
+// Asked once in so many statements.
+bool World::mayContinue() {
+  const std::uint64_t generation = CMC_ObjectsContainer::generation();
+  budget_ -= watchdog::kStatements + static_cast<std::int64_t>(generation - generation_);
+  generation_ = generation;
+  return budget_ > 0;
 }
 
 void World::close() {

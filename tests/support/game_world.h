@@ -3,8 +3,8 @@
 // One whole engine for one run of an input: the headless machine with a disk in memory, the window, the
 // application. Nothing of a run is left when the world is gone, so the next run starts from the same state.
 //
-// A budget of statements bounds the cost: once it is used up, every further run ends at its first statement.
-// Using a file counts as many.
+// A budget bounds the cost: once it is used up, every further run ends at its first statement. Statements
+// count, and what they make and the files that they use.
 
 #include <memory>
 #include <string>
@@ -28,7 +28,7 @@ namespace footlight::test {
 
 struct Rules {
   bool literal = false;  // read every statement anew, without caches
-  int statements = 1024;
+  int budget = 1024;
 };
 
 class World {
@@ -66,7 +66,10 @@ class World {
   std::unique_ptr<CLanguageOSVer> language_;
   std::unique_ptr<CWindow> window_;
   std::unique_ptr<CApplication> application_;
-  int budget_;
+  bool mayContinue();
+
+  std::int64_t budget_;
+  std::uint64_t generation_;
   bool ended_ = false;
 };
 

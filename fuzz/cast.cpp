@@ -1,0 +1,170 @@
+#include "cast.h"
+
+#include <algorithm>
+
+#include "code_maker.h"
+#include "gfx/img_format.h"
+#include "script/type_table.h"
+
+namespace footlight::fuzz {
+
+namespace {
+
+constexpr const char* kDane = "C:\\GAME\\Dane\\";
+constexpr const char* kClasses = "C:\\GAME\\COMMON\\CLASSES\\";
+
+constexpr const char* kBaseClass =
+    "DEF:MOVE(TYPE=BEHAVIOUR|CODE={N^ADD($1);SEEN^SET(N);})\n"
+    "DEF:ONLYBASE(TYPE=BEHAVIOUR|CODE={@RETURN(SEEN);})\n"
+    "DEF:SEEN(TYPE=INTEGER|VALUE=3|ONCHANGED={N^INC();})\n"
+    "DEF:CLOCK(TYPE=TIMER|ELAPSE=20|ONTICK={SEEN^INC();})\n";
+constexpr const char* kDerivedClass =
+    "DEF:CONSTRUCTOR(TYPE=BEHAVIOUR|CODE={N^SET($1);OWN^SET(\"$2\");})\n"
+    "DEF:DESTRUCTOR(TYPE=BEHAVIOUR|CODE={TEXT1^ADD(OWN);N^DEC();})\n"
+    "DEF:OWN(TYPE=STRING|VALUE=x|TOINI=TRUE)\n"
+    "DEF:INNER(TYPE=CLASS|DEF=BASE.cnv)\n"
+    "DEF:MOVE(TYPE=BEHAVIOUR|CODE={SUPER_MOVE^RUN($1);THIS^ONLYBASE();})\n"
+    "DEF:MAKE(TYPE=BEHAVIOUR|CODE={INNER^NEW(\"$1\",$2);@RETURN(SEEN);})\n"
+    "DEF:GONE(TYPE=BEHAVIOUR|CODE={CLASS1^DELETE(\"$1\");SEEN^INC();})\n";
+constexpr const char* kExtra =
+    "DEF:EXTRAVALUE(TYPE=INTEGER|VALUE=1|ONCHANGED={N^ADD(EXTRAVALUE);}|ONINIT={N^INC();}|ONDONE={N^SET(9);})"
+    "\n"
+    "DEF:EXTRARUN(TYPE=BEHAVIOUR|CONDITION=CONDITION1|CODE={EXTRAVALUE^INC();CNVLOADER^RELEASE(\"EXTRA.cnv\")"
+    ";})\n"
+    "DEF:EXTRACLOCK(TYPE=TIMER|ELAPSE=10|ONTICK=EXTRARUN)\n"
+    "DEF:EXTRAPICTURE(TYPE=IMAGE|FILENAME=A.IMG|VISIBLE=TRUE|TOCANVAS=TRUE|ONCLICK={N^INC();})\n"
+    "DEF:MOUSE(TYPE=MOUSE|ONCLICK={N^INC();})\n";
+constexpr const char* kOther =
+    "DEF:N(TYPE=INTEGER|VALUE=100|TOINI=TRUE|ONCHANGED={TEXT1^ADD(\"o\");})\n"
+    "DEF:BODY1(TYPE=BEHAVIOUR|CODE={N^DEC();})\n"
+    "DEF:GROUP1(TYPE=GROUP)\n"
+    "DEF:CLASS1(TYPE=CLASS|DEF=BASE.cnv)\n";
+
+Content picture(CXSize size, CXPoint position, int bpp) {
+  ImgPicture made;
+  made.size = size;
+  made.bpp = bpp;
+  made.position = position;
+  const auto pixels = static_cast<std::size_t>(size.width * size.height);
+  for (std::size_t i = 0; i < pixels * 2; ++i) made.colour.push_back(static_cast<std::byte>(i * 37));
+  for (std::size_t i = 0; i < pixels; ++i) made.alpha.push_back(static_cast<std::byte>(i * 85));
+  return std::make_shared<const std::vector<std::byte>>(writeImg(made, _compression::none));
+}
+
+const char* numbered(const char* word) {
+  for (const char* single : {"MOUSE", "KEYBOARD", "CANVAS_OBSERVER"}) {
+    if (std::string_view(word) == single) return "";
+  }
+  return "1";
+}
+
+std::string nameOf(const TypeDescription& description) {
+  const std::string word = description.definitionWord;
+  return (word == "CANVAS_OBSERVER" ? "CANVASOBSERVER" : word) + numbered(description.definitionWord);
+}
+
+void addVariables(Cast& cast) {
+  cast.add("N", "INTEGER", "VALUE=7|TOINI=TRUE|ONBRUTALCHANGED=BODY1");
+  cast.add("INT1", "INTEGER", "VALUE=5|DEFAULT=2|ONCHANGED=BODY2(a,b)|ONCHANGED^5=BODY3");
+  cast.add("TEXT1", "STRING", "VALUE=INT1|ONCHANGED=BODY3|ONSIGNAL^GO=BODY1(1)");
+  cast.add("TEXT2", "STRING", "VALUE=a b");
+  cast.add("BOOL1", "BOOL", "VALUE=TRUE|ONCHANGED^TRUE=BODY2");
+  cast.add("REAL1", "DOUBLE", "VALUE=1.5");
+}
+
+void addTests(Cast& cast) {
+  cast.add("CONDITION1", "CONDITION",
+           "OPERAND1=INT1|OPERATOR=LESS|OPERAND2=BODY1^RUN()|ONRUNTIMESUCCESS=BODY2");
+  cast.add("CONDITION2", "CONDITION",
+           "OPERAND1=TEXT1|OPERATOR=EQUAL|OPERAND2=[INT1+1]|ONRUNTIMEFAILED=BODY3(x)");
+  cast.add("BOTH1", "COMPLEXCONDITION", "CONDITION1=CONDITION1|CONDITION2=CONDITION2|OPERATOR=OR");
+  cast.add("SUM1", "EXPRESSION", "OPERAND1=INT1|OPERATOR=ADD|OPERAND2=REAL1");
+}
+
+void addStructures(Cast& cast) {
+  cast.add("STRUCT1", "STRUCT", "FIELDS=A<INTEGER>,B<STRING>,C<DOUBLE>|TOINI=TRUE");
+  cast.add("STRUCT2", "STRUCT", "FIELDS=A<INTEGER>,D<BOOL>");
+  cast.add("GROUP1", "GROUP");
+  cast.add("GROUP2", "GROUP");
+  cast.add("CLASS1", "CLASS", "DEF=DERIVED.cnv|BASE=BASE.cnv");
+  cast.add("CLASS2", "CLASS", "DEF=NOSUCH.cnv");
+}
+
+void addSights(Cast& cast) {
+  cast.add("IMAGE1", "IMAGE",
+           "FILENAME=A.IMG|VISIBLE=TRUE|TOCANVAS=TRUE|PRIORITY=3|ASBUTTON=TRUE|ONCLICK=BODY1|"
+           "ONFOCUSON=BODY2|ONFOCUSOFF=BODY3");
+  cast.add("IMAGE2", "IMAGE", "FILENAME=B.IMG|VISIBLE=TRUE|TOCANVAS=TRUE|PRIORITY=1");
+  cast.add("TIMER1", "TIMER", "ELAPSE=30|TICKS=4|ONTICK=BODY2|ONTICK^3=BODY3");
+  cast.add("TIMER2", "TIMER", "ELAPSE=100|ENABLED=FALSE|ONTICK=BODY1");
+}
+
+// Types of which there is none yet. An object without methods of its own is like any other of its kind: of
+// these a few will do.
+void addOtherTypes(Cast& cast) {
+  constexpr int kPlainOnes = 4;
+  int plain = 0;
+  for (const TypeDescription& description : allTypes()) {
+    const bool isThere = std::any_of(cast.names.begin(), cast.names.end(),
+                                     [&](const Named& named) { return named.type == description.number; });
+    if (description.definitionWord == nullptr || isThere) continue;
+    if (methodsOf(description.number).empty() && ++plain > kPlainOnes) continue;
+    cast.add(nameOf(description), description.definitionWord);
+  }
+}
+
+void addKnown(Cast& cast, const std::string& level) {
+  for (const char* name : {"BODY1", "BODY2", "BODY3"}) cast.know(name, type::kBehaviour);
+  cast.know(level.c_str(), type::kScene);
+  cast.know("GAME", type::kApplication);
+  cast.know("CNVLOADER", type::kCnvLoader);
+  cast.know("SYSTEM", type::kSystem);
+  cast.know("RANDOM", type::kRandom);
+  // What code makes.
+  for (const char* name : {"MADE1", "MADE2"}) cast.know(name, type::kClass);
+  for (const char* name : {"LOCAL1", "INT1_1", "EXTRAVALUE", "_I_", "__RETURN__"})
+    cast.know(name, type::kInteger);
+  cast.know("EXTRARUN", type::kBehaviour);
+  cast.know("NOSUCH", type::kInteger);
+}
+
+}  // namespace
+
+void Cast::add(const std::string& name, const char* type, const std::string& properties) {
+  names.push_back({name, findTypeByDefinition(type)->number});
+  text += "DEF:" + name + "(TYPE=" + type + (properties.empty() ? "" : "|") + properties + ")\n";
+}
+
+Cast smallCast(const std::string& level) {
+  Cast cast;
+  addVariables(cast);
+  cast.add("CONDITION1", "CONDITION", "OPERAND1=INT1\nOPERATOR=GREATER\nOPERAND2=3");
+  cast.add("GROUP1", "GROUP");
+  cast.add("TIMER1", "TIMER", "ELAPSE=50\nONTICK=BODY1");
+  addKnown(cast, level);
+  return cast;
+}
+
+Cast wholeCast(const std::string& level) {
+  Cast cast;
+  addVariables(cast);
+  addTests(cast);
+  addStructures(cast);
+  addSights(cast);
+  addOtherTypes(cast);
+  addKnown(cast, level);
+  return cast;
+}
+
+void addCommonFiles(Disk& disk) {
+  const std::string classes = kClasses;
+  const std::string dane = kDane;
+  disk[classes + "BASE.cnv"] = contentOf(kBaseClass);
+  disk[classes + "DERIVED.cnv"] = contentOf(kDerivedClass);
+  disk[dane + "EXTRA.cnv"] = contentOf(kExtra);
+  disk[dane + "OTHER.cnv"] = contentOf(kOther);
+  disk[dane + "A.IMG"] = picture({4, 3}, {10, 10}, 16);
+  disk[dane + "B.IMG"] = picture({6, 5}, {12, 8}, 15);
+}
+
+}  // namespace footlight::fuzz

@@ -1,0 +1,283 @@
+#include "state.h"
+
+#include <bit>
+#include <cctype>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <map>
+
+#include "app/mc_application.h"
+#include "app/mc_episode.h"
+#include "app/mc_timer.h"
+#include "app/random.h"
+#include "app/unit6.h"
+#include "app/xtimer.h"
+#include "gfx/direct_draw_surface.h"
+#include "gfx/refresh_screen.h"
+#include "input/hot_spot.h"
+#include "objects/mc_image.h"
+#include "script/mc_behaviour.h"
+#include "script/mc_behaviour_entry.h"
+#include "script/mc_class.h"
+#include "script/mc_groupped.h"
+#include "script/mc_structure.h"
+#include "script/mc_variable.h"
+#include "support/game_world.h"
+
+namespace footlight::fuzz {
+
+namespace {
+
+constexpr int kDeepest = 16;  // levels and instances within each other
+
+[[noreturn]] void contradiction(const std::string& what) {
+  std::fprintf(stderr, "The state contradicts itself: %s\n", what.c_str());
+  std::abort();
+}
+
+// Grows the text of one world.
+class Writer {
+ public:
+  std::string take() { return std::move(text_); }
+
+  template <class... Parts>
+  void line(const Parts&... parts) {
+    text_.append(static_cast<std::size_t>(depth_) * 2, ' ');
+    (add(parts), ...);
+    text_ += '\n';
+  }
+  void level(const CMC_ObjectsContainer& container);
+  void timers(const CXTimer& timers);
+  void screen(const CRefreshScreen& screen);
+
+ private:
+  void add(std::string_view part) { text_ += part; }
+  void add(const char* part) { text_ += part; }
+  void add(char part) { text_ += part; }
+  void add(double part) { add(std::bit_cast<std::uint64_t>(part)); }
+  template <class Number>
+  requires std::is_integral_v<Number>
+  void add(Number part) { text_ += std::to_string(part); }
+
+  void object(const CMC_Object& object);
+  void bindings(const CMC_Object& object);
+  void value(const CMC_Variable& variable);
+  void behaviour(const CMC_Behaviour& behaviour);
+  void group(const CMC_Groupped& group);
+  void image(const CMC_Image& image);
+  void particulars(const CMC_Object& object);
+  void sceneParts(const CMC_Scene& scene);
+
+  std::string text_;
+  int depth_ = 0;
+};
+
+std::string nameOf(const CMC_Object* object) {
+  return object != nullptr ? object->getName().str() : std::string("-");
+}
+
+const CMC_Object* asObject(const CXObject* object) { return dynamic_cast<const CMC_Object*>(object); }
+
+template <class T>
+const T* as(const CMC_Object& object) {
+  return T::isTypeOf(object.getType()) ? dynamic_cast<const T*>(&object) : nullptr;
+}
+
+// Objects
+
+void Writer::bindings(const CMC_Object& object) {
+  for (const std::string_view signal : object.boundSignals()) {
+    for (const auto& binding : *object.getBehaviour(signal)) {
+      std::string arguments;
+      if (binding->arguments != nullptr) {
+        for (const CXString& argument : *binding->arguments) arguments += " '" + argument.str() + "'";
+      }
+      line("on ", signal, ": ", nameOf(binding->behaviour.get()), arguments, " of ",
+           nameOf(binding->container.get()));
+    }
+  }
+}
+
+void Writer::value(const CMC_Variable& variable) {
+  if (const auto* number = as<CMC_Double>(variable)) {
+    line("double ", number->getValue());
+  } else if (const auto* structure = as<CMC_Structure>(variable)) {
+    for (int i = 0; i < structure->getFieldsNo(); ++i) object(*structure->getField(i));
+  } else {
+    line("value ", variable.toString());
+  }
+  if (variable.isToIni() || variable.isNetNotify()) line("ini ", variable.isToIni(), variable.isNetNotify());
+}
+
+void Writer::behaviour(const CMC_Behaviour& behaviour) {
+  line(behaviour.isEnabled() ? "code " : "disabled code ", behaviour.getCode(), " if ",
+       behaviour.getCodition());
+  if (behaviour.getLines() == nullptr) {
+    line("no lines");
+  } else if (behaviour.getLines()->text() != behaviour.getCode()) {
+    line("lines ", behaviour.getLines()->text());
+  }
+}
+
+void Writer::group(const CMC_Groupped& group) {
+  line("members ", group.toString(), " at ", group.getMarker());
+}
+
+void Writer::image(const CMC_Image& image) {
+  const CImage* picture = image.getImage();
+  if (picture == nullptr) {
+    line("no picture");
+    return;
+  }
+  const CXRect place = picture->getRect();
+  line("picture ", picture->getFileName(), " ", place.left, " ", place.top, " ", picture->Width(), "x",
+       picture->Height(), " visible ", picture->isVisible(), " opacity ", int{picture->GetOpacity()},
+       " home ", image.GetStartingPosition().x, " ", image.GetStartingPosition().y);
+}
+
+void Writer::sceneParts(const CMC_Scene& scene) {
+  line("current ", nameOf(scene.getCurrentScene()), " pending ", nameOf(scene.getPending()), " dragged ",
+       scene.getDraggedName(), " music ", scene.getMusicFilename(), " ", scene.shouldMusicBeStarted());
+  for (const CMC_Scene* entered : scene.getHistory()) line("entered ", nameOf(entered));
+  if (const auto* episode = as<CMC_Episode>(scene)) line("latest ", episode->getLatestScene());
+}
+
+void Writer::particulars(const CMC_Object& object) {
+  if (const auto* variable = as<CMC_Variable>(object)) value(*variable);
+  if (const auto* procedure = as<CMC_Behaviour>(object)) behaviour(*procedure);
+  if (const auto* members = as<CMC_Groupped>(object)) group(*members);
+  if (const auto* picture = as<CMC_Image>(object)) image(*picture);
+  if (const auto* timer = as<CMC_Timer>(object)) line("timer ", timer->isEnabled(), " ", timer->getTicks());
+  if (const auto* instance = as<CMC_Class>(object)) level(*instance);
+}
+
+void Writer::object(const CMC_Object& object) {
+  line(object.getName(), " #", object.getType(), object.isClone() ? " clone" : "",
+       object.isTemporary() ? " temporary" : "", " clones ", object.getClonesNo(), " in ",
+       nameOf(object.getScene()), " of ", nameOf(object.getClass()),
+       object.overridesSignals() ? "" : " keeps signals");
+  ++depth_;
+  std::uint32_t flags = 0;
+  for (int i = 0; i < 32; ++i) flags |= object.isSignalBound(i) ? 1U << i : 0U;
+  line("flags ", flags);
+  bindings(object);
+  particulars(object);
+  --depth_;
+}
+
+void Writer::level(const CMC_ObjectsContainer& container) {
+  if (depth_ >= kDeepest) return;
+  line("scope ", container.getName(), " parent ", nameOf(container.getParent()), " runs ",
+       nameOf(container.getScene()));
+  ++depth_;
+  bindings(container);
+  if (const auto* scene = as<CMC_Scene>(container)) sceneParts(*scene);
+  for (int i = 0; i < container.getElementsNo(); ++i) {
+    const CMC_Object* member = container.getObject(i);
+    if (container.getOwnObject(member->getName()) != member)
+      contradiction("two objects of the name " + nameOf(member) + " in " + nameOf(&container));
+    if (member->isDisposed()) contradiction("a dead object " + nameOf(member) + " in " + nameOf(&container));
+    const int type = member->getType();
+    if (type == type::kApplication || type == type::kEpisode || type == type::kScene ||
+        member == container.getParent() ||
+        (container.getParent() != nullptr && member == container.getParent()->getParent())) {
+      line("reaches ", member->getName());
+    } else {
+      object(*member);
+    }
+  }
+  --depth_;
+}
+
+// The rest
+
+void Writer::timers(const CXTimer& timers) {
+  const std::uint32_t now = platform::current().clock().ticks();
+  line("timers run ", CXTimer::isEnabled());
+  for (const auto& timer : timers.timers()) {
+    if (timer->isToDelete() || !timer->receiver) continue;
+    line("timer ", timer->interval, " fired ", timer->count, " since ", now - timer->last, " paused ",
+         timer->pausedFor, " tells ", nameOf(asObject(timer->receiver.get())));
+  }
+}
+
+void Writer::screen(const CRefreshScreen& screen) {
+  for (const auto& element : screen.queue().elements()) {
+    const CGraphicsObject* shown = element->object.get();
+    if (shown == nullptr) continue;
+    line("shown ", element->priority, " ", element->flags, " ", shown->getRect().left, " ",
+         shown->getRect().top, " ", shown->Width(), "x", shown->Height(), " ", shown->isVisible());
+  }
+  line("frames ", screen.getFrameCount());
+}
+
+std::uint64_t hashOf(std::span<const std::byte> bytes) {
+  std::uint64_t hash = 0xCBF29CE484222325U;
+  for (; bytes.size() >= sizeof hash; bytes = bytes.subspan(sizeof hash)) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes.data(), sizeof word);
+    hash = std::rotl((hash ^ word) * 0x100000001B3U, 29);
+  }
+  return hash;
+}
+
+void allLevels(Writer& writer, const CMC_Scene& scene) {
+  writer.level(scene);
+  for (const CMC_Scene* below : scene.getSubScenes()) allLevels(writer, *below);
+}
+
+void machineParts(Writer& writer, World& world) {
+  const auto& shell = world.machine().shell();
+  writer.line("clock ", world.machine().clock().ticks(), " chance ", CXRandom::next(), " boxes ",
+              shell.boxCount(), " cursor ", static_cast<int>(shell.cursor()), shell.isCursorVisible());
+  const CWindow& window = world.window();
+  writer.line("window ", window.isActive(), window.isQuitting(), CWindow::isPaused(), window.isMouseEnabled(),
+              " music ", window.getMusicFileName(), " ", window.getMusicVolume(), " spots ",
+              CHotSpot::getMinPriority(), " ", CHotSpot::getMaxPriority());
+  if (CDirectDrawSurface* back = window.getBackSurface()) writer.line("frame ", hashOf(back->GetDataPtr()));
+}
+
+// Replaces the numbers behind "temp_", which all code of one process shares, by their order in the text.
+std::string withoutNumbers(const std::string& text) {
+  constexpr std::string_view kPrefix = "temp_";
+  std::map<std::string, std::size_t> known;
+  std::string result;
+  std::size_t position = 0;
+  for (;;) {
+    const std::size_t found = text.find(kPrefix, position);
+    if (found == std::string::npos) break;
+    std::size_t end = found + kPrefix.size();
+    result.append(text, position, end - position);
+    position = end;
+    while (end < text.size() && std::isdigit(static_cast<unsigned char>(text[end])) != 0) ++end;
+    const auto entry = known.try_emplace(text.substr(position, end - position), known.size()).first;
+    result += "#" + std::to_string(entry->second);
+    position = end;
+  }
+  return result.append(text, position);
+}
+
+}  // namespace
+
+std::string describe(World& world) {
+  Writer writer;
+  if (world.game() == nullptr) return "no game\n";
+  allLevels(writer, *world.game());
+  writer.timers(*world.window().GetTimerInterface());
+  if (const CRefreshScreen* screen = world.window().getRefreshScreen()) writer.screen(*screen);
+  machineParts(writer, world);
+  return withoutNumbers(writer.take());
+}
+
+std::string describeDisk(const World& world) {
+  std::string text;
+  for (const auto& [name, content] : world.files().changes()) {
+    text += "file " + name + "\n";
+    if (content != nullptr) text.append(reinterpret_cast<const char*>(content->data()), content->size());
+    text += "\n";
+  }
+  return withoutNumbers(text);
+}
+
+}  // namespace footlight::fuzz

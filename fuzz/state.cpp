@@ -1,5 +1,6 @@
 #include "state.h"
 
+#include <algorithm>
 #include <bit>
 #include <cctype>
 #include <cstdio>
@@ -173,6 +174,7 @@ void Writer::level(const CMC_ObjectsContainer& container) {
   ++depth_;
   bindings(container);
   if (const auto* scene = as<CMC_Scene>(container)) sceneParts(*scene);
+  std::vector<std::string> temporary;
   for (int i = 0; i < container.getElementsNo(); ++i) {
     const CMC_Object* member = container.getObject(i);
     if (container.getOwnObject(member->getName()) != member)
@@ -183,10 +185,15 @@ void Writer::level(const CMC_ObjectsContainer& container) {
         member == container.getParent() ||
         (container.getParent() != nullptr && member == container.getParent()->getParent())) {
       line("reaches ", member->getName());
+    } else if (member->getName().startsWith("temp_")) {
+      temporary.push_back(static_cast<const CMC_Behaviour*>(member)->getCode().str());
     } else {
       object(*member);
     }
   }
+  // Inline code is made anew when its statement is read anew: it has no place among the objects.
+  std::sort(temporary.begin(), temporary.end());
+  for (const std::string& inlineCode : temporary) line("inline code ", inlineCode);
   --depth_;
 }
 

@@ -8,6 +8,9 @@
 
 namespace footlight::fuzz {
 
+using test::Content;
+using test::contentOf;
+
 namespace {
 
 constexpr const char* kDane = "C:\\GAME\\Dane\\";
@@ -64,10 +67,8 @@ std::string nameOf(const TypeDescription& description) {
 }
 
 void addVariables(Cast& cast) {
-  cast.add("N", "INTEGER", "VALUE=7|TOINI=TRUE|ONBRUTALCHANGED=BODY1");
   cast.add("INT1", "INTEGER", "VALUE=5|DEFAULT=2|ONCHANGED=BODY2(a,b)|ONCHANGED^5=BODY3");
   cast.add("TEXT1", "STRING", "VALUE=INT1|ONCHANGED=BODY3|ONSIGNAL^GO=BODY1(1)");
-  cast.add("TEXT2", "STRING", "VALUE=a b");
   cast.add("BOOL1", "BOOL", "VALUE=TRUE|ONCHANGED^TRUE=BODY2");
   cast.add("REAL1", "DOUBLE", "VALUE=1.5");
 }
@@ -135,18 +136,26 @@ void Cast::add(const std::string& name, const char* type, const std::string& pro
   text += "DEF:" + name + "(TYPE=" + type + (properties.empty() ? "" : "|") + properties + ")\n";
 }
 
+void addSharedVariables(Cast& cast) {
+  cast.add("N", "INTEGER", "VALUE=7|TOINI=TRUE|ONBRUTALCHANGED=BODY1");
+  cast.add("TEXT2", "STRING", "VALUE=a b");
+}
+
 Cast smallCast(const std::string& level) {
   Cast cast;
+  addSharedVariables(cast);
   addVariables(cast);
-  cast.add("CONDITION1", "CONDITION", "OPERAND1=INT1\nOPERATOR=GREATER\nOPERAND2=3");
+  cast.add("CONDITION1", "CONDITION", "OPERAND1=INT1|OPERATOR=GREATER|OPERAND2=3");
   cast.add("GROUP1", "GROUP");
-  cast.add("TIMER1", "TIMER", "ELAPSE=50\nONTICK=BODY1");
+  cast.add("TIMER1", "TIMER", "ELAPSE=50|ONTICK=BODY1");
   addKnown(cast, level);
   return cast;
 }
 
 Cast wholeCast(const std::string& level) {
   Cast cast;
+  cast.know("N", type::kInteger);
+  cast.know("TEXT2", type::kString);
   addVariables(cast);
   addTests(cast);
   addStructures(cast);

@@ -10,8 +10,6 @@
 
 namespace footlight::fuzz {
 
-using test::Content;
-using test::contentOf;
 using test::Disk;
 
 struct Named {
@@ -29,10 +27,12 @@ struct Cast {
   void add(const std::string& name, const char* type, const std::string& properties = {});
 };
 
-// An object of every type that a definition can make, several of those that scripts use most.
+// An object of every type that a definition can make, several of those that scripts use most; for scenes. The
+// shared variables are found in the levels above, until something of their name comes into the scene.
 Cast wholeCast(const std::string& level);
-// A few objects of the types that scripts use most: for the levels above.
+// The shared variables and a few objects of the types that scripts use most: for the levels above.
 Cast smallCast(const std::string& level);
+void addSharedVariables(Cast& cast);
 
 // Files that the levels of every game use: class files, files to load, pictures. Names of the loadable ones
 // and of the pictures are in kFiles.

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <map>
 
-#include "script/type_table.h"
-
 namespace footlight::fuzz {
 
 namespace {
@@ -27,33 +25,160 @@ const std::map<int, std::span<const Method>>& tables() {
   return made;
 }
 
-const Method& methodAt(InputBytes& bytes, int type) {
-  const auto own = methodsOf(type);
-  const auto base = CMC_Runner::baseMethods();
-  const std::size_t index = bytes.below(own.size() + base.size());
-  return index < own.size() ? own[index] : base[index - own.size()];
-}
+// Statements of all kinds. A letter behind "%" stands for a piece, see kPieces.
+constexpr const char* kStatements[] = {
+    "%o",
+    "%n^%k",
+    "%i^INC()",
+    "%i^SET(%a)",
+    "%z^ADD(%a)",
+    "@%b",
+    "@IF(%t,%c)",
+    "@IF(%t,%c,%c)",
+    "@IF(%a,%x,%a,%c)",
+    "@IF(%a,%x,%a,%c,%c)",
+    "@WHILE(%q,%x,%a,%c)",
+    "@LOOP(%c,%N,%N,1)",
+    "@LOOP(%c,%N,%N,%N)",
+    "@INT(\"LOCAL1\",%a)",
+    "@STRING(\"LOCAL1\",%a)",
+    "@BOOL(%a,%a)",
+    "@DOUBLE(\"LOCAL1\",%a)",
+    "@RUNONTIMER(%N,%N,%c)",
+    "@RUNONTIMER(%N,%N,%c,%c,%a)",
+    "@RETURN(%a)",
+    "@BREAK()",
+    "@ONEBREAK()",
+    "@CONTINUE()",
+    "*%z^%k",
+    "*%h^%k",
+    "*%e^%u",
+    "THIS^%k",
+    "$%d^%k",
+    "%n_$%d^%k",
+    "%n^$%d(%a)",
+    "%R|%l^%u",
+    "%R|%l^SET(%a)",
+    "%P^RUN()",
+    "%P^RUN(%a)",
+    "%P^RUN(%a,%a)",
+    "%P^RUNC(%a)",
+    "%P^RUNLOOPED(%N,%N)",
+    "%P^RUNLOOPED(0,3,1,%a)",
+    "%P^BREAK()",
+    "%a",
+};
 
+// What changes the world of objects.
+constexpr const char* kActions[] = {
+    "%i^INC()",
+    "%i^SET(%a)",
+    "%z^SET(%a)",
+    "%n^ADDBEHAVIOUR(%s,%p)",
+    "%n^ADDBEHAVIOUR(%s,%p,%a,%a)",
+    "%n^REMOVEBEHAVIOUR(%s)",
+    "%n^REMOVEBEHAVIOURFORCE(%s)",
+    "%n^REMOVEALLBEHAVIOURS()",
+    "%n^OVERIDESIGNALS(FALSE)",
+    "%n^OVERIDESIGNALS(TRUE)",
+    "%S^REMOVE(%q)",
+    "%S^REMOVECLONES(%q,%N,%N)",
+    "%S^RUNCLONES(%q,%N,%N,%c,%a)",
+    "%n^CLONE()",
+    "%n^CLONE(%N)",
+    "%n^RESETCLONES()",
+    "@CREATE(%w,%q)",
+    "@CREATE(%w,\"NEW1\")",
+    "%S^CREATEOBJECT(%w,%q)",
+    "CNVLOADER^LOAD(%f)",
+    "CNVLOADER^RELEASE(%f)",
+    "EP1^GOTO(%g)",
+    "EP1^NEXT()",
+    "EP1^PREV()",
+    "EP1^BACK()",
+    "EP1^RESTART()",
+    "GAME^GOTO(%g)",
+    "GAME^RESTART()",
+    "%n^SEND(\"GO\")",
+    "%n^SEND(\"@ONCHANGED\")",
+    "%n^SEND(\"@ONDONE\")",
+    "%n^SEND(\"@ONINIT\")",
+    "%n^SEND(\"@ONTICK\")",
+    "%n^SEND(\"@ONCLICK\")",
+    "%n^SEND(%a)",
+    "%G^ADD(%q,%q)",
+    "%G^ADD(%q)",
+    "%n^ADDTOGROUP(\"%G\")",
+    "%G^REMOVE(%q)",
+    "%G^ADDCLONES(%q,%N,%N)",
+    "%G^NEXT(%N)",
+    "%S^GETOBJECTS(\"%G\",%w)",
+    "%G^%r(%a)",
+    "%G^%r()",
+    "%C^NEW(\"%m\",%a)",
+    "%C^NEW(\"%m\",%a,%a)",
+    "%C^DELETE(\"%m\")",
+    "%m^MOVE(%a)",
+    "%m^MAKE(%a,%a)",
+    "%m^GONE(\"%m\")",
+    "%m^%k",
+    "%m^ONLYBASE()",
+    "%T^%y",
+    "@RUNONTIMER(%N,%N,%c)",
+    "@RUNONTIMER(%N,%N,%c,%c,%a)",
+    "%S^PAUSE()",
+    "%S^PAUSE(TRUE)",
+    "%S^RESUME()",
+    "%S^RESUME(FALSE)",
+    "%S^RESUMEONLY(\"%G\",TRUE)",
+    "GAME^RUNENV(%q,%p)",
+    "GAME^RUN(%q,\"RUN\",%a)",
+    "%S^RUN(%q,\"CLONE\")",
+    "%I^%j",
+    "%I^LOAD(%F)",
+    "%I^SHOW()",
+    "%I^HIDE()",
+    "%K^CHECK(TRUE)",
+    "%K^CHECK(FALSE)",
+    "%K^BREAK()",
+    "%K^ONE_BREAK()",
+    "%P^RUN(%a)",
+    "%P^RUNC()",
+    "%P^BREAK()",
+    "%P^DISABLE()",
+    "%P^ENABLE()",
+    "@INT(\"LOCAL1\",%a)",
+    "@IF(%t,%c,%c)",
+    "@LOOP(%c,0,3,1)",
+    "THIS^%k",
+    "%o",
+    "@RETURN(%a)",
+    "@BREAK()",
+};
+
+constexpr const char* kArguments[] = {"%N", "%N",  "%q",     "%n",          "%L",  "%e", "%o", "%i^GET()",
+                                      "%{", "@%b", "$%d^%k", "%n^ADD($%d)", "&%n", "%F", "%v"};
+constexpr const char* kValues[] = {"%N", "%n", "%L", "%i", "$%d", "%z"};
 constexpr const char* kNumbers[] = {
     "0",          "1",           "2",     "3",  "5",   "7",    "-1",  "10",    "16",  "40",    "100",
     "2147483647", "-2147483648", "65535", "-5", "0.5", "-1.5", "1e9", "99999", "007", "1.2.3", "1000000"};
-constexpr const char* kTexts[] = {"\"\"",          "\"a\"",          "\"x y\"",    "\"TRUE\"",    "\"$1\"",
-                                  "\"5\"",         "\"$1$2\"",       "\"A|B\"",    "\"N_0\"",     "\"[N]\"",
-                                  "\"N'7\"",       "\"$COMMON\\X\"", "\"_I_\"",    "\"NO^SUCH\"", "\"{\"",
-                                  "\"ab,c\"",      "\"N\"",          "\"INT1_1\"", "\"THIS\"",    "\"MADE1\"",
-                                  "\"STRUCT1|A\"", "\"(\"",          "\"\xB9\""};
+constexpr const char* kLiterals[] = {
+    "\"\"",    "\"a\"",    "\"x y\"", "\"TRUE\"",   "\"$1\"",         "\"5\"",     "\"$1$2\"",
+    "\"A|B\"", "\"N_0\"",  "\"[N]\"", "\"N'7\"",    "\"$COMMON\\X\"", "\"_I_\"",   "\"NO^SUCH\"",
+    "\"{\"",   "\"ab,c\"", "\"N\"",   "\"INT1_1\"", "\"THIS\"",       "\"MADE1\"", "\"STRUCT1|A\"",
+    "\"(\"",   "\"\xB9\"", "TRUE",    "FALSE"};
 constexpr const char* kComparisons[] = {"_", "!_", "<>", "<", "<_", ">", ">_", "?", "=", ""};
 constexpr const char* kMarks[] = {"'", "!'", "<'", ">'", "<", ">", "?", "&&", "||"};
 constexpr const char* kOperators[] = {"+", "-", "*", "@", "%"};
-constexpr const char* kTypeWords[] = {"INTEGER", "STRING", "BOOL", "DOUBLE",    "BUTTON", "IMAGE",
-                                      "ANIMO",   "SOUND",  "VGO",  "BEHAVIOUR", "GROUP",  "TIMER"};
+constexpr const char* kTypeWords[] = {"INTEGER", "STRING", "BOOL", "DOUBLE", "BUTTON", "IMAGE",
+                                      "ANIMO",   "SOUND",  "VGO",  "GROUP",  "TIMER"};
 constexpr const char* kGroupWords[] = {"SET",  "INC",     "CLEAR", "ADD",     "CLONE", "SHOW",
                                        "HIDE", "GETNAME", "RUN",   "DISABLE", "SEND",  "REMOVEALLBEHAVIOURS"};
-constexpr const char* kScenes[] = {"\"S1\"",  "\"S2\"",  "\"S3\"",   "\"SOLO\"",
-                                   "\"EP1\"", "\"EP2\"", "\"GAME\"", "\"NOSUCH\""};
-constexpr const char* kPlain[] = {"(",  ")",  "[",  "]", "{",  "}", ",", ";",    "^",    "@",    "*",
-                                  "&",  "$1", "$0", "|", "\"", "_", "'", "!",    "<",    ">",    "?",
-                                  "&&", "||", "+",  "-", "%",  ".", " ", "THIS", "TRUE", "FALSE"};
+constexpr const char* kScenes[] = {"S1", "S2", "S3", "SOLO", "EP1", "EP2", "GAME", "NOSUCH"};
+constexpr const char* kSoup[] = {"(",    ")",     "[",  "]",  "{",  "}",  ",",  ";",  "^",  "@",
+                                 "*",    "&",     "$1", "$0", "|",  "\"", "_",  "'",  "!",  "<",
+                                 ">",    "?",     "&&", "||", "+",  "-",  "%%", ".",  " ",  "THIS",
+                                 "TRUE", "FALSE", "%n", "%n", "%k", "%k", "%N", "%b", "%o", "@%b"};
 
 }  // namespace
 
@@ -62,53 +187,86 @@ std::span<const Method> methodsOf(int type) {
   return found == tables().end() ? std::span<const Method>() : found->second;
 }
 
-// Pieces
+// Patterns
 
-std::string CodeMaker::name() { return names_[bytes_.below(names_.size())].name; }
+// clang-format off
+const CodeMaker::Piece CodeMaker::kPieces[] = {
+    {'n', &CodeMaker::name},            {'q', &CodeMaker::quotedName},   {'i', &CodeMaker::integer},
+    {'z', &CodeMaker::textVariable},    {'P', &CodeMaker::behaviour},    {'p', &CodeMaker::quotedBehaviour},
+    {'C', &CodeMaker::classes},         {'G', &CodeMaker::group},        {'T', &CodeMaker::timer},
+    {'I', &CodeMaker::image},           {'S', &CodeMaker::scene},        {'R', &CodeMaker::structure},
+    {'K', &CodeMaker::test},            {'m', &CodeMaker::instance},     {'h', &CodeMaker::computedName},
+    {'N', &CodeMaker::number},          {'d', &CodeMaker::digit},        {'l', &CodeMaker::letter},
+    {'L', &CodeMaker::literal},         {'v', &CodeMaker::value},        {'e', &CodeMaker::expression},
+    {'t', &CodeMaker::condition},       {'x', &CodeMaker::comparison},   {'s', &CodeMaker::signal},
+    {'w', &CodeMaker::typeWord},        {'g', &CodeMaker::sceneWord},    {'r', &CodeMaker::groupWord},
+    {'f', &CodeMaker::definitionFile},  {'F', &CodeMaker::anyFile},      {'c', &CodeMaker::code},
+    {'{', &CodeMaker::inlineCode},      {'a', &CodeMaker::argument},     {'o', &CodeMaker::wholeCall},
+    {'k', &CodeMaker::anyCall},         {'b', &CodeMaker::builtInCall},  {'u', &CodeMaker::integerCall},
+    {'j', &CodeMaker::imageCall},       {'y', &CodeMaker::timerCall},
+};
+// clang-format on
+
+std::string CodeMaker::piece(char letter) {
+  for (const Piece& piece : kPieces) {
+    if (piece.letter == letter) return (this->*piece.make)();
+  }
+  return std::string(1, letter);
+}
+
+std::string CodeMaker::fill(std::string_view pattern) {
+  std::string text;
+  for (std::size_t i = 0; i < pattern.size(); ++i) {
+    if (pattern[i] == '%' && i + 1 < pattern.size()) {
+      text += piece(pattern[++i]);
+    } else {
+      text += pattern[i];
+    }
+  }
+  return text;
+}
+
+// Pieces
 
 std::string CodeMaker::nameOf(int type) {
   const std::size_t start = bytes_.below(names_.size());
   for (std::size_t i = 0; i < names_.size(); ++i) {
-    const Named& named = names_[(start + i) % names_.size()];
-    if (named.type == type) return named.name;
+    const Named& candidate = names_[(start + i) % names_.size()];
+    if (candidate.type == type) return candidate.name;
   }
   return "N";
 }
 
-std::string CodeMaker::number() {
-  if (bytes_.chance(96)) return kNumbers[bytes_.below(std::size(kNumbers))];
-  return std::to_string(static_cast<int>(bytes_.below(9)));
-}
+std::string CodeMaker::number() { return bytes_.chance(96) ? bytes_.oneOf(kNumbers) : digit(); }
 
-std::string CodeMaker::word() {
-  return std::string("\"") + kTypeWords[bytes_.below(std::size(kTypeWords))] + "\"";
-}
+std::string CodeMaker::literal() { return bytes_.oneOf(kLiterals); }
 
-std::string CodeMaker::quoted() { return "\"" + name() + "\""; }
+std::string CodeMaker::value() { return fill(bytes_.oneOf(kValues)); }
 
-std::string CodeMaker::value() {
-  switch (bytes_.below(6)) {
-    case 0:
-      return number();
-    case 1:
-      return name();
-    case 2:
-      return kTexts[bytes_.below(std::size(kTexts))];
-    case 3:
-      return nameOf(type::kInteger);
-    case 4:
-      return "$" + std::to_string(bytes_.below(10));
-    default:
-      return nameOf(type::kString);
-  }
+std::string CodeMaker::comparison() { return bytes_.oneOf(kComparisons); }
+
+std::string CodeMaker::typeWord() { return quoted(bytes_.oneOf(kTypeWords)); }
+
+std::string CodeMaker::sceneWord() { return quoted(bytes_.oneOf(kScenes)); }
+
+std::string CodeMaker::groupWord() { return bytes_.oneOf(kGroupWords); }
+
+std::string CodeMaker::definitionFile() { return quoted(kFiles[bytes_.below(2)]); }
+
+std::string CodeMaker::anyFile() { return quoted(bytes_.oneOf(kFiles)); }
+
+std::string CodeMaker::computedName() {
+  const std::string whole = name();
+  const std::size_t half = whole.size() / 2;
+  return "[" + quoted(whole.substr(0, half)) + "+" + quoted(whole.substr(half)) + "]";
 }
 
 std::string CodeMaker::expression() {
   std::string text = "[" + value();
   const std::size_t count = bytes_.below(4);
   for (std::size_t i = 0; i < count; ++i) {
-    text += kOperators[bytes_.below(std::size(kOperators))];
-    text += depth_ < kDeepest && bytes_.chance(48) ? argument() : value();
+    text += bytes_.oneOf(kOperators);
+    text += bytes_.chance(48) ? argument() : value();
   }
   return text + "]";
 }
@@ -117,19 +275,18 @@ std::string CodeMaker::condition() {
   std::string text = bytes_.chance(40) ? expression() : value();
   const std::size_t count = bytes_.below(3) + 1;
   for (std::size_t i = 0; i < count; ++i) {
-    text += kMarks[bytes_.below(std::size(kMarks))];
-    text += depth_ < kDeepest && bytes_.chance(40) ? argument() : value();
+    text += bytes_.oneOf(kMarks);
+    text += bytes_.chance(40) ? argument() : value();
   }
-  return bytes_.chance(200) ? "\"" + text + "\"" : text;
+  return bytes_.chance(200) ? quoted(text) : text;
 }
 
 std::string CodeMaker::signal() {
-  const TypeDescription* description = findType(names_[bytes_.below(names_.size())].type);
+  const TypeDescription* description = findType(named().type);
   std::string text = "ONSIGNAL";
-  if (description != nullptr && !description->signals.empty())
-    text = description->signals[bytes_.below(description->signals.size())];
+  if (description != nullptr && !description->signals.empty()) text = bytes_.oneOf(description->signals);
   if (bytes_.chance(64)) text += "$" + number();
-  return "\"" + text + "\"";
+  return quoted(text);
 }
 
 std::string CodeMaker::inlineCode() {
@@ -137,359 +294,41 @@ std::string CodeMaker::inlineCode() {
   ++depth_;
   const std::string body = "{" + block(3) + "}";
   --depth_;
-  return bytes_.chance(64) ? "\"" + body + "\"" : body;
-}
-
-// Where a statement takes code: a procedure by name or code as it stands.
-std::string CodeMaker::code() {
-  return bytes_.chance(96) ? "\"" + nameOf(type::kBehaviour) + "\"" : inlineCode();
+  return bytes_.chance(64) ? quoted(body) : body;
 }
 
 std::string CodeMaker::argument() {
   if (depth_ >= kDeepest) return value();
   ++depth_;
-  std::string text;
-  switch (bytes_.below(12)) {
-    case 0:
-    case 1:
-      text = number();
-      break;
-    case 2:
-      text = quoted();
-      break;
-    case 3:
-      text = name();
-      break;
-    case 4:
-      text = kTexts[bytes_.below(std::size(kTexts))];
-      break;
-    case 5:
-      text = expression();
-      break;
-    case 6:
-      text = call();
-      break;
-    case 7:
-      text = inlineCode();
-      break;
-    case 8:
-      text = builtIn();
-      break;
-    case 9:
-      text = "&" + name();
-      break;
-    case 10:
-      text = "\"" + std::string(kFiles[bytes_.below(std::size(kFiles))]) + "\"";
-      break;
-    default:
-      text = value();
-  }
+  const std::string text = fill(bytes_.oneOf(kArguments));
   --depth_;
   return text;
 }
 
-std::string CodeMaker::arguments(const Method& method) {
-  const std::size_t least = method.least;
-  const std::size_t most = std::min<std::size_t>(method.most, least + 3);
-  std::size_t count = least + bytes_.below(most - least + 1);
+std::string CodeMaker::callOf(int type) {
+  const auto own = methodsOf(type);
+  const auto base = CMC_Runner::baseMethods();
+  const std::size_t index = bytes_.below(own.size() + base.size());
+  const Method& method = index < own.size() ? own[index] : base[index - own.size()];
+  const std::size_t most = std::min<std::size_t>(method.most, method.least + std::size_t{3});
+  std::size_t count = method.least + bytes_.below(most - method.least + 1);
   if (bytes_.chance(16)) count = bytes_.below(6);
-  std::string text = "(";
-  for (std::size_t i = 0; i < count; ++i) text += (i > 0 ? "," : "") + argument();
-  return text + ")";
+  std::string text = method.name;
+  for (std::size_t i = 0; i < count; ++i) text += (i == 0 ? "(" : ",") + argument();
+  return text + (count == 0 ? "()" : ")");
 }
 
-// Statements; without their semicolons
-
-std::string CodeMaker::call() {
-  const Named& named = names_[bytes_.below(names_.size())];
-  const Method& method = methodAt(bytes_, named.type);
-  return named.name + "^" + method.name + arguments(method);
-}
-
-// A method of another type.
-std::string CodeMaker::strayCall() {
-  const Method& method = methodAt(bytes_, names_[bytes_.below(names_.size())].type);
-  return name() + "^" + method.name + arguments(method);
-}
-
-std::string CodeMaker::ifShort() {
-  std::string text = "@IF(" + condition() + "," + code();
-  if (bytes_.chance(128)) text += "," + code();
-  return text + ")";
-}
-
-std::string CodeMaker::ifLong() {
-  std::string text = "@IF(" + argument() + "," + kComparisons[bytes_.below(std::size(kComparisons))] + "," +
-                     argument() + "," + code();
-  if (bytes_.chance(128)) text += "," + code();
-  return text + ")";
-}
-
-std::string CodeMaker::whileLoop() {
-  return "@WHILE(" + quoted() + "," + kComparisons[bytes_.below(std::size(kComparisons))] + "," + argument() +
-         "," + code() + ")";
-}
-
-std::string CodeMaker::loop() {
-  return "@LOOP(" + code() + "," + number() + "," + number() + "," + (bytes_.chance(200) ? "1" : number()) +
-         ")";
-}
-
-std::string CodeMaker::declaration() {
-  constexpr const char* kWords[] = {"INT", "STRING", "BOOL", "DOUBLE"};
-  const char* type = kWords[bytes_.below(std::size(kWords))];
-  const std::string local = bytes_.chance(200) ? "\"LOCAL1\"" : argument();
-  return std::string("@") + type + "(" + local + "," + argument() + ")";
-}
-
-std::string CodeMaker::builtIn() {
-  const auto own = methodsOf(type::kBuiltIns);
-  const Method& method = own[bytes_.below(own.size())];
-  return std::string("@") + method.name + arguments(method);
-}
-
-std::string CodeMaker::onTimer() {
-  std::string text = "@RUNONTIMER(" + number() + "," + number() + "," + code();
-  if (bytes_.chance(128)) text += "," + code();
-  while (bytes_.chance(64)) text += "," + argument();
-  return text + ")";
-}
-
-std::string CodeMaker::indirect() {
-  const Method& method = methodAt(bytes_, type::kInteger);
-  return "*" + nameOf(type::kString) + "^" + method.name + arguments(method);
-}
-
-std::string CodeMaker::computed() {
-  const Named& named = names_[bytes_.below(names_.size())];
-  const Method& method = methodAt(bytes_, named.type);
-  const std::string half = named.name.substr(0, named.name.size() / 2);
-  const std::string source =
-      bytes_.chance(128) ? "[\"" + half + "\"+\"" + named.name.substr(half.size()) + "\"]" : expression();
-  return "*" + source + "^" + method.name + arguments(method);
-}
-
-std::string CodeMaker::ofCaller() {
-  const Method& method = methodAt(bytes_, names_[bytes_.below(names_.size())].type);
-  return std::string("THIS^") + method.name + arguments(method);
-}
-
-std::string CodeMaker::dynamic() {
-  const Named& named = names_[bytes_.below(names_.size())];
-  const Method& method = methodAt(bytes_, named.type);
-  const std::string mark = "$" + std::to_string(bytes_.below(4));
-  std::string text = bytes_.chance(128) ? mark : named.name + "_" + mark;
-  if (bytes_.chance(32)) return text + "^" + mark + arguments(method);
-  return text + "^" + method.name + arguments(method);
-}
-
-std::string CodeMaker::field() {
-  const Method& method = methodAt(bytes_, type::kInteger);
-  return nameOf(type::kStructure) + "|" + static_cast<char>('A' + bytes_.below(5)) + "^" + method.name +
-         arguments(method);
-}
-
-std::string CodeMaker::runCode() {
-  constexpr const char* kWords[] = {"RUN", "RUNC", "RUNLOOPED(0,3,1", "RUNLOOPED(1,4"};
-  std::string text = nameOf(type::kBehaviour) + "^" + kWords[bytes_.below(std::size(kWords))];
-  const bool isOpen = text.find('(') != std::string::npos;
-  text += isOpen ? "" : "(";
-  bool isFirst = !isOpen;
-  while (bytes_.chance(96)) {
-    text += (isFirst ? "" : ",") + argument();
-    isFirst = false;
-  }
-  return text + ")";
-}
-
-std::string CodeMaker::stop() {
-  switch (bytes_.below(5)) {
-    case 0:
-      return "@RETURN(" + argument() + ")";
-    case 1:
-      return "@BREAK()";
-    case 2:
-      return "@ONEBREAK()";
-    case 3:
-      return "@CONTINUE()";
-    default:
-      return nameOf(type::kBehaviour) + "^BREAK()";
-  }
-}
-
-std::string CodeMaker::plain() { return argument(); }
-
-// Actions
-
-std::string CodeMaker::bind() {
-  std::string text = name() + "^ADDBEHAVIOUR(" + signal() + ",\"" + nameOf(type::kBehaviour) + "\"";
-  while (bytes_.chance(64)) text += "," + argument();
-  return text + ")";
-}
-
-std::string CodeMaker::unbind() {
-  switch (bytes_.below(4)) {
-    case 0:
-      return name() + "^REMOVEBEHAVIOUR(" + signal() + ")";
-    case 1:
-      return name() + "^REMOVEBEHAVIOURFORCE(" + signal() + ")";
-    case 2:
-      return name() + "^REMOVEALLBEHAVIOURS()";
-    default:
-      return name() + "^OVERIDESIGNALS(" + (bytes_.chance(128) ? "TRUE" : "FALSE") + ")";
-  }
-}
-
-std::string CodeMaker::remove() { return nameOf(type::kScene) + "^REMOVE(" + quoted() + ")"; }
-
-std::string CodeMaker::clone() {
-  if (bytes_.chance(64)) return name() + "^RESETCLONES()";
-  return name() + "^CLONE(" + number() + ")";
-}
-
-std::string CodeMaker::removeClones() {
-  return nameOf(type::kScene) + "^REMOVECLONES(" + quoted() + "," + number() + "," + number() + ")";
-}
-
-std::string CodeMaker::runClones() {
-  return nameOf(type::kScene) + "^RUNCLONES(" + quoted() + "," + number() + "," + number() + "," + code() +
-         "," + argument() + ")";
-}
-
-std::string CodeMaker::load() { return "CNVLOADER^LOAD(\"" + std::string(kFiles[bytes_.below(2)]) + "\")"; }
-
-std::string CodeMaker::release() {
-  return "CNVLOADER^RELEASE(\"" + std::string(kFiles[bytes_.below(2)]) + "\")";
-}
-
-std::string CodeMaker::goTo() {
-  switch (bytes_.below(5)) {
-    case 0:
-      return "EP1^GOTO(" + std::string(kScenes[bytes_.below(std::size(kScenes))]) + ")";
-    case 1:
-      return "EP1^NEXT()";
-    case 2:
-      return "EP1^PREV()";
-    case 3:
-      return "EP1^BACK()";
-    default:
-      return "GAME^GOTO(" + std::string(kScenes[bytes_.below(std::size(kScenes))]) + ")";
-  }
-}
-
-std::string CodeMaker::restart() { return bytes_.chance(128) ? "GAME^RESTART()" : "EP1^RESTART()"; }
-
-std::string CodeMaker::send() {
-  constexpr const char* kWords[] = {"\"GO\"",      "\"@ONCHANGED\"", "\"@ONDONE\"",
-                                    "\"@ONINIT\"", "\"@ONTICK\"",    "\"@ONCLICK\""};
-  return name() + "^SEND(" + (bytes_.chance(180) ? kWords[bytes_.below(std::size(kWords))] : argument()) +
-         ")";
-}
-
-std::string CodeMaker::group() {
-  const std::string group = nameOf(type::kGroup);
-  switch (bytes_.below(6)) {
-    case 0:
-      return group + "^ADD(" + quoted() + "," + quoted() + ")";
-    case 1:
-      return name() + "^ADDTOGROUP(\"" + group + "\")";
-    case 2:
-      return group + "^REMOVE(" + quoted() + ")";
-    case 3:
-      return group + "^ADDCLONES(" + quoted() + "," + number() + "," + number() + ")";
-    case 4:
-      return nameOf(type::kScene) + "^GETOBJECTS(\"" + group + "\"," + word() + ")";
-    default:
-      return group + "^NEXT(" + number() + ")";
-  }
-}
-
-std::string CodeMaker::groupCall() {
-  return nameOf(type::kGroup) + "^" + kGroupWords[bytes_.below(std::size(kGroupWords))] + "(" + argument() +
-         ")";
-}
-
-std::string CodeMaker::newInstance() {
-  std::string text = nameOf(type::kClass) + "^NEW(" + (bytes_.chance(128) ? "\"MADE1\"" : "\"MADE2\"");
-  while (bytes_.chance(96)) text += "," + argument();
-  return text + ")";
-}
-
-std::string CodeMaker::deleteInstance() {
-  return nameOf(type::kClass) + "^DELETE(" + (bytes_.chance(128) ? "\"MADE1\"" : "\"MADE2\"") + ")";
-}
-
-std::string CodeMaker::instanceCall() {
-  constexpr const char* kWords[] = {"MOVE", "MAKE", "GONE", "ONLYBASE", "NOSUCH", "DESTRUCTOR"};
-  return std::string(bytes_.chance(128) ? "MADE1^" : "MADE2^") + kWords[bytes_.below(std::size(kWords))] +
-         "(" + argument() + "," + argument() + ")";
-}
-
-std::string CodeMaker::timer() {
-  const auto own = methodsOf(type::kTimer);
-  const Method& method = own[bytes_.below(own.size())];
-  return nameOf(type::kTimer) + "^" + method.name + "(" + number() + ")";
-}
-
-std::string CodeMaker::change() {
-  return nameOf(type::kInteger) + (bytes_.chance(96) ? "^INC()" : "^SET(" + argument() + ")");
-}
-
-std::string CodeMaker::create() {
-  const std::string made = bytes_.chance(200) ? quoted() : "\"NEW1\"";
-  if (bytes_.chance(128)) return "@CREATE(" + word() + "," + made + ")";
-  return nameOf(type::kScene) + "^CREATEOBJECT(" + word() + "," + made + ")";
-}
-
-std::string CodeMaker::pause() {
-  constexpr const char* kWords[] = {"RESUME()", "PAUSE()", "PAUSE(TRUE)", "RESUME(FALSE)",
-                                    "RESUMEONLY(\"GROUP1\",TRUE)"};
-  return nameOf(type::kScene) + "^" + kWords[bytes_.below(std::size(kWords))];
-}
-
-std::string CodeMaker::environment() {
-  return "GAME^RUNENV(" + quoted() + ",\"" + nameOf(type::kBehaviour) + "\")";
-}
-
-std::string CodeMaker::picture() {
-  const Method& method = methodAt(bytes_, type::kImage);
-  return nameOf(type::kImage) + "^" + method.name + arguments(method);
-}
-
-std::string CodeMaker::loadPicture() {
-  return nameOf(type::kImage) + "^LOAD(\"" + kFiles[bytes_.below(std::size(kFiles))] + "\")";
-}
-
-std::string CodeMaker::test() {
-  constexpr const char* kWords[] = {"CHECK(TRUE)", "BREAK()", "ONE_BREAK()", "CHECK(FALSE)"};
-  return nameOf(bytes_.chance(128) ? type::kCondition : type::kComplexCondition) + "^" +
-         kWords[bytes_.below(std::size(kWords))];
+std::string CodeMaker::wholeCall() {
+  const Named& object = named();
+  return object.name + "^" + callOf(object.type);
 }
 
 // Whole
 
-std::string CodeMaker::action() {
-  constexpr Rule kRules[] = {
-      &CodeMaker::change,       &CodeMaker::bind,         &CodeMaker::unbind,      &CodeMaker::remove,
-      &CodeMaker::clone,        &CodeMaker::removeClones, &CodeMaker::runClones,   &CodeMaker::load,
-      &CodeMaker::release,      &CodeMaker::goTo,         &CodeMaker::restart,     &CodeMaker::send,
-      &CodeMaker::group,        &CodeMaker::groupCall,    &CodeMaker::newInstance, &CodeMaker::deleteInstance,
-      &CodeMaker::instanceCall, &CodeMaker::timer,        &CodeMaker::onTimer,     &CodeMaker::create,
-      &CodeMaker::pause,        &CodeMaker::environment,  &CodeMaker::picture,     &CodeMaker::loadPicture,
-      &CodeMaker::test,         &CodeMaker::runCode,      &CodeMaker::declaration, &CodeMaker::ifShort,
-      &CodeMaker::loop,         &CodeMaker::ofCaller,     &CodeMaker::call,        &CodeMaker::stop};
-  return (this->*kRules[bytes_.below(std::size(kRules))])() + ";";
-}
+std::string CodeMaker::action() { return fill(bytes_.oneOf(kActions)) + ";"; }
 
 std::string CodeMaker::statement() {
-  constexpr Rule kRules[] = {
-      &CodeMaker::call,     &CodeMaker::change,    &CodeMaker::strayCall, &CodeMaker::ifShort,
-      &CodeMaker::ifLong,   &CodeMaker::whileLoop, &CodeMaker::loop,      &CodeMaker::declaration,
-      &CodeMaker::builtIn,  &CodeMaker::onTimer,   &CodeMaker::indirect,  &CodeMaker::computed,
-      &CodeMaker::ofCaller, &CodeMaker::dynamic,   &CodeMaker::field,     &CodeMaker::runCode,
-      &CodeMaker::stop,     &CodeMaker::plain,     &CodeMaker::call,      &CodeMaker::runCode};
-  const std::size_t index = bytes_.below(std::size(kRules) + 12);
-  return index < std::size(kRules) ? (this->*kRules[index])() + ";" : action();
+  return bytes_.chance(96) ? action() : fill(bytes_.oneOf(kStatements)) + ";";
 }
 
 std::string CodeMaker::block(std::size_t most) {
@@ -501,22 +340,7 @@ std::string CodeMaker::block(std::size_t most) {
 
 std::string CodeMaker::soup(std::size_t most) {
   std::string text;
-  while (!bytes_.isOver() && text.size() < most) {
-    const std::size_t kind = bytes_.below(16);
-    if (kind < 9) {
-      text += kPlain[bytes_.below(std::size(kPlain))];
-    } else if (kind < 11) {
-      text += name();
-    } else if (kind < 13) {
-      text += methodAt(bytes_, names_[bytes_.below(names_.size())].type).name;
-    } else if (kind == 13) {
-      text += number();
-    } else if (kind == 14) {
-      text += statement();
-    } else {
-      text += methodsOf(type::kBuiltIns)[bytes_.below(methodsOf(type::kBuiltIns).size())].name;
-    }
-  }
+  while (!bytes_.isOver() && text.size() < most) text += fill(bytes_.oneOf(kSoup));
   return text + ";";
 }
 

@@ -10,6 +10,7 @@
 #include "cast.h"
 #include "input_bytes.h"
 #include "script/mc_runner.h"
+#include "script/type_table.h"
 
 namespace footlight::fuzz {
 
@@ -30,64 +31,65 @@ class CodeMaker {
   std::string soup(std::size_t most);
 
  private:
-  using Rule = std::string (CodeMaker::*)();
+  // A piece that a letter behind "%" stands for in a pattern.
+  struct Piece {
+    char letter;
+    std::string (CodeMaker::*make)();
+  };
+  static const Piece kPieces[];
 
-  std::string call();
-  std::string strayCall();
-  std::string ifShort();
-  std::string ifLong();
-  std::string whileLoop();
-  std::string loop();
-  std::string declaration();
-  std::string builtIn();
-  std::string onTimer();
-  std::string indirect();
-  std::string computed();
-  std::string ofCaller();
-  std::string dynamic();
-  std::string field();
-  std::string runCode();
-  std::string stop();
-  std::string plain();
+  static constexpr std::size_t kHotNames = 6;
 
-  std::string bind();
-  std::string unbind();
-  std::string remove();
-  std::string clone();
-  std::string removeClones();
-  std::string runClones();
-  std::string load();
-  std::string release();
-  std::string goTo();
-  std::string restart();
-  std::string send();
-  std::string group();
-  std::string groupCall();
-  std::string newInstance();
-  std::string deleteInstance();
-  std::string instanceCall();
-  std::string timer();
-  std::string change();
-  std::string create();
-  std::string pause();
-  std::string environment();
-  std::string picture();
-  std::string loadPicture();
-  std::string test();
+  std::string fill(std::string_view pattern);
+  std::string piece(char letter);
 
-  std::string argument();
-  std::string arguments(const Method& method);
-  std::string value();
+  std::string name() { return named().name; }
+  std::string quotedName() { return quoted(name()); }
+  std::string behaviour() { return nameOf(type::kBehaviour); }
+  std::string quotedBehaviour() { return quoted(behaviour()); }
+  std::string classes() { return nameOf(type::kClass); }
+  std::string group() { return nameOf(type::kGroup); }
+  std::string timer() { return nameOf(type::kTimer); }
+  std::string image() { return nameOf(type::kImage); }
+  std::string integer() { return nameOf(type::kInteger); }
+  std::string textVariable() { return nameOf(type::kString); }
+  std::string scene() { return nameOf(type::kScene); }
+  std::string structure() { return nameOf(type::kStructure); }
+  std::string test() { return nameOf(bytes_.chance(128) ? type::kCondition : type::kComplexCondition); }
+
   std::string number();
-  std::string code();
-  std::string inlineCode();
+  std::string digit() { return std::to_string(bytes_.below(10)); }
+  std::string letter() { return std::string(1, static_cast<char>('A' + bytes_.below(5))); }
+  std::string literal();
+  std::string value();
   std::string expression();
   std::string condition();
+  std::string comparison();
   std::string signal();
-  std::string word();
-  std::string quoted();
-  std::string name();
+  std::string typeWord();
+  std::string sceneWord();
+  std::string groupWord();
+  std::string instance() { return bytes_.chance(128) ? "MADE1" : "MADE2"; }
+  std::string definitionFile();
+  std::string anyFile();
+  std::string computedName();
+  std::string inlineCode();
+  std::string code() { return bytes_.chance(96) ? quotedBehaviour() : inlineCode(); }
+  std::string argument();
+
+  std::string builtInCall() { return callOf(type::kBuiltIns); }
+  std::string integerCall() { return callOf(type::kInteger); }
+  std::string imageCall() { return callOf(type::kImage); }
+  std::string timerCall() { return callOf(type::kTimer); }
+  std::string anyCall() { return callOf(named().type); }
+  std::string wholeCall();
+
+  static std::string quoted(const std::string& text) { return "\"" + text + "\""; }
+  // The first names come up most, so that what one statement does to an object meets what another does.
+  const Named& named() { return names_[bytes_.below(bytes_.chance(128) ? kHotNames : names_.size())]; }
   std::string nameOf(int type);
+  // A method that objects of the type have, and arguments.
+  std::string callOf(int type);
 
   InputBytes& bytes_;
   std::span<const Named> names_;

@@ -12,6 +12,8 @@
 
 namespace footlight::fuzz {
 
+using test::contentOf;
+
 namespace {
 
 constexpr int kTicks = 200;

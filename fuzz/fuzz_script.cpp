@@ -10,6 +10,8 @@
 
 namespace footlight::fuzz {
 
+using test::contentOf;
+
 namespace {
 
 constexpr int kTicks = 50;
@@ -42,6 +44,9 @@ Disk baseDisk() {
   disk["C:\\GAME\\Dane\\S2.cnv"] =
       contentOf("DEF:N(TYPE=INTEGER)\nDEF:BACK(TYPE=TIMER|ELAPSE=100|ONTICK={GAME^GOTO(\"MAIN\");})\n");
   disk[kDefinition] = contentOf(cast().text);
+  Cast above;
+  addSharedVariables(above);
+  disk["C:\\GAME\\Dane\\GAME.cnv"] = contentOf(above.text);
   return disk;
 }
 

@@ -31,7 +31,7 @@ struct Outcome {
   bool isWhole;  // nothing was cut short by the budget
 };
 
-Outcome playOnce(const Disk& disk, const Rules& rules, const Play& play) {
+Outcome playOnce(const Disk& disk, const test::Rules& rules, const Play& play) {
   World world(disk, rules);
   std::string state = play(world);
   world.close();

@@ -11,7 +11,6 @@
 namespace footlight::fuzz {
 
 using test::Disk;
-using test::Rules;
 using test::World;
 
 // Plays the whole input in the world and gives the state that it came to.

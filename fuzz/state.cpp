@@ -2,11 +2,9 @@
 
 #include <algorithm>
 #include <bit>
-#include <cctype>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <map>
 
 #include "app/mc_application.h"
 #include "app/mc_episode.h"
@@ -28,6 +26,8 @@
 
 namespace footlight::fuzz {
 
+using test::World;
+
 namespace {
 
 constexpr int kDeepest = 16;  // levels and instances within each other
@@ -35,6 +35,33 @@ constexpr int kDeepest = 16;  // levels and instances within each other
 [[noreturn]] void contradiction(const std::string& what) {
   std::fprintf(stderr, "The state contradicts itself: %s\n", what.c_str());
   std::abort();
+}
+
+// Takes the numbers away behind "temp_", which all code of one process shares.
+std::string withoutNumbers(const std::string& text) {
+  constexpr std::string_view kPrefix = "temp_";
+  std::string result;
+  std::size_t position = 0;
+  for (std::size_t found = text.find(kPrefix); found != std::string::npos;
+       found = text.find(kPrefix, position)) {
+    const std::size_t end = found + kPrefix.size();
+    result.append(text, position, end - position);
+    position = std::min(text.find_first_not_of("0123456789", end), text.size());
+  }
+  return result.append(text, position);
+}
+
+bool isInnerCode(const CMC_Object& object) {
+  return object.getType() == type::kBehaviour &&
+         (object.getName().startsWith("temp_") || object.getName().startsWith("xtemp_"));
+}
+
+// A parent or a level of the game, which a container only refers to.
+bool isLevelAround(const CMC_ObjectsContainer& container, const CMC_Object& object) {
+  const int type = object.getType();
+  const CMC_ObjectsContainer* parent = container.getParent();
+  return type == type::kApplication || type == type::kEpisode || type == type::kScene ||
+         (parent != nullptr && (&object == parent || &object == parent->getParent()));
 }
 
 // Grows the text of one world.
@@ -62,6 +89,7 @@ class Writer {
   void add(Number part) { text_ += std::to_string(part); }
 
   void object(const CMC_Object& object);
+  void member(const CMC_ObjectsContainer& container, const CMC_Object& object);
   void bindings(const CMC_Object& object);
   void value(const CMC_Variable& variable);
   void behaviour(const CMC_Behaviour& behaviour);
@@ -167,6 +195,19 @@ void Writer::object(const CMC_Object& object) {
   --depth_;
 }
 
+void Writer::member(const CMC_ObjectsContainer& container, const CMC_Object& object) {
+  if (container.getOwnObject(object.getName()) != &object)
+    contradiction("two objects of the name " + nameOf(&object) + " in " + nameOf(&container));
+  if (object.isDisposed()) contradiction("a dead object " + nameOf(&object) + " in " + nameOf(&container));
+  if (isLevelAround(container, object)) {
+    line("reaches ", object.getName());
+  } else {
+    this->object(object);
+  }
+}
+
+// Where among the others code within code stands is the interpreter's own matter: it comes behind them,
+// sorted.
 void Writer::level(const CMC_ObjectsContainer& container) {
   if (depth_ >= kDeepest) return;
   line("scope ", container.getName(), " parent ", nameOf(container.getParent()), " runs ",
@@ -174,26 +215,17 @@ void Writer::level(const CMC_ObjectsContainer& container) {
   ++depth_;
   bindings(container);
   if (const auto* scene = as<CMC_Scene>(container)) sceneParts(*scene);
-  std::vector<std::string> temporary;
+  std::vector<std::string> innerCode;
   for (int i = 0; i < container.getElementsNo(); ++i) {
-    const CMC_Object* member = container.getObject(i);
-    if (container.getOwnObject(member->getName()) != member)
-      contradiction("two objects of the name " + nameOf(member) + " in " + nameOf(&container));
-    if (member->isDisposed()) contradiction("a dead object " + nameOf(member) + " in " + nameOf(&container));
-    const int type = member->getType();
-    if (type == type::kApplication || type == type::kEpisode || type == type::kScene ||
-        member == container.getParent() ||
-        (container.getParent() != nullptr && member == container.getParent()->getParent())) {
-      line("reaches ", member->getName());
-    } else if (member->getName().startsWith("temp_")) {
-      temporary.push_back(static_cast<const CMC_Behaviour*>(member)->getCode().str());
-    } else {
-      object(*member);
-    }
+    const CMC_Object& object = *container.getObject(i);
+    const std::size_t start = text_.size();
+    member(container, object);
+    if (!isInnerCode(object)) continue;
+    innerCode.push_back(withoutNumbers(text_.substr(start)));
+    text_.resize(start);
   }
-  // Inline code is made anew when its statement is read anew: it has no place among the objects.
-  std::sort(temporary.begin(), temporary.end());
-  for (const std::string& inlineCode : temporary) line("inline code ", inlineCode);
+  std::sort(innerCode.begin(), innerCode.end());
+  for (const std::string& text : innerCode) text_ += text;
   --depth_;
 }
 
@@ -243,26 +275,6 @@ void machineParts(Writer& writer, World& world) {
               " music ", window.getMusicFileName(), " ", window.getMusicVolume(), " spots ",
               CHotSpot::getMinPriority(), " ", CHotSpot::getMaxPriority());
   if (CDirectDrawSurface* back = window.getBackSurface()) writer.line("frame ", hashOf(back->GetDataPtr()));
-}
-
-// Replaces the numbers behind "temp_", which all code of one process shares, by their order in the text.
-std::string withoutNumbers(const std::string& text) {
-  constexpr std::string_view kPrefix = "temp_";
-  std::map<std::string, std::size_t> known;
-  std::string result;
-  std::size_t position = 0;
-  for (;;) {
-    const std::size_t found = text.find(kPrefix, position);
-    if (found == std::string::npos) break;
-    std::size_t end = found + kPrefix.size();
-    result.append(text, position, end - position);
-    position = end;
-    while (end < text.size() && std::isdigit(static_cast<unsigned char>(text[end])) != 0) ++end;
-    const auto entry = known.try_emplace(text.substr(position, end - position), known.size()).first;
-    result += "#" + std::to_string(entry->second);
-    position = end;
-  }
-  return result.append(text, position);
 }
 
 }  // namespace

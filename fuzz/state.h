@@ -1,7 +1,8 @@
 #pragma once
 
-// The whole state of a world as text, a line a fact: two runs that must not differ are compared by it. Names
-// and numbers that stand for nothing in a game, such as those of inline code, are replaced by their order.
+// The whole state of a world as text, a line a fact: two runs that must not differ are compared by it. What
+// is the interpreter's own matter is left out: the numbers in the names of inline code, and its places among
+// the objects.
 
 #include <string>
 
@@ -9,12 +10,9 @@
 
 namespace footlight::fuzz {
 
-using test::World;
-
-
 // Ends the program when the state contradicts itself.
-std::string describe(World& world);
+std::string describe(test::World& world);
 // What a world leaves behind once it is closed.
-std::string describeDisk(const World& world);
+std::string describeDisk(const test::World& world);
 
 }  // namespace footlight::fuzz

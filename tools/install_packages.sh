@@ -7,6 +7,7 @@ packages=(
   libsdl2-dev libcli11-dev libpng-dev libsimpleini-dev
   libgtest-dev libgmock-dev xvfb                    # testing
   libbenchmark-dev liblua5.4-dev libinih-dev        # measuring, the last two as peers
+  clang libclang-rt-14-dev                          # fuzzing
   clang-format clang-tidy                           # judging the sources
 )
 

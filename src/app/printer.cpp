@@ -4,6 +4,7 @@
 #include <cstring>
 #include <vector>
 
+#include "foundation/limits.h"
 #include "gfx/direct_draw_surface.h"
 #include "gfx/window.h"
 #include "host/shot.h"
@@ -14,7 +15,7 @@ namespace footlight {
 namespace {
 
 // A landscape sheet of A4 at 100 dots an inch.
-constexpr CXSize kPage(1169, 827);
+constexpr CXSize kPage(limits::usualOrSmall(1169, 57), limits::usualOrSmall(827, 40));
 constexpr std::uint32_t kPaper = 0xFFFFFF;
 
 constexpr std::size_t at(int x, int y, int width) {

@@ -15,7 +15,11 @@ CMC_StructureParser::CMC_StructureParser(CWindow* window, const CXString& fileNa
   load(fileName);
 }
 
-CMC_StructureParser::~CMC_StructureParser() = default;
+// Levels know each other, so all let go of their objects before the first one ends.
+CMC_StructureParser::~CMC_StructureParser() {
+  for (const auto& application : earlier_) application->letGo();
+  for (const auto& scene : built_) scene->letGo();
+}
 
 void CMC_StructureParser::load(const CXString& fileName) {
   const std::unique_ptr<CMElements> elements = CMElementsLoader::load(window_, fileName);

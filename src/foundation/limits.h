@@ -22,7 +22,7 @@ constexpr Number usualOrSmall(Number usual, Number small) {
 }
 
 inline constexpr int kNestedRuns = usualOrSmall(2000, 60);     // runs, redraws and invalidations together
-inline constexpr int kRefusedRuns = usualOrSmall(1000, 20);    // in one nest; from then on it only unwinds
+inline constexpr int kRefusedRuns = usualOrSmall(1000, 60);    // in one nest; from then on it only unwinds
 inline constexpr int kNestedClicks = 32;                       // simulated clicks
 inline constexpr int kBracketDepth = 200;                      // brackets in one statement
 inline constexpr int kTreeDepth = 64;                          // trees and folders
@@ -33,9 +33,9 @@ inline constexpr std::int64_t kTextFileBytes = std::int64_t{64} << 20;
 inline constexpr std::int64_t kLogicalLineBytes = std::int64_t{1} << 20;
 inline constexpr int kFilledTextBytes = usualOrSmall(1 << 20, 8192);  // of code with its arguments filled in
 inline constexpr int kObjectsInScope = usualOrSmall(1000000, 256);
-inline constexpr int kTimers = usualOrSmall(16384, 256);  // of one window
-inline constexpr int kDepartedObjects = 1024;             // that left a scope and are still held
-inline constexpr int kDefinitionProperties = 1 << 21;     // of one definition file
+inline constexpr int kTimers = usualOrSmall(16384, 256);         // of one window
+inline constexpr int kDepartedObjects = usualOrSmall(1024, 16);  // that left a scope and are still held
+inline constexpr int kDefinitionProperties = 1 << 21;            // of one definition file
 inline constexpr std::int64_t kStringBytes = usualOrSmall(std::int64_t{16} << 20, std::int64_t{4096});
 inline constexpr int kArrayElements = usualOrSmall(1 << 20, 256);
 inline constexpr int kClonesByOneCall = usualOrSmall(65536, 32);

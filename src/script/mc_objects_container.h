@@ -41,6 +41,8 @@ class CMC_ObjectsContainer : public CMC_Object {
   // Empties the group, then fills it with all objects of the type whose word is given.
   virtual void getObjects(std::string_view typeWord, CMC_Groupped* group);
   virtual void onSubSceneDone(const CMC_ObjectsContainer* container);
+  // Ends all objects without finishing them.
+  void letGo() { endAll(); }
   // Finishes and ends all objects; the container can be filled again.
   virtual void unload();
 

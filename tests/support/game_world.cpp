@@ -78,7 +78,7 @@ void World::run(CMC_ObjectsContainer* level, const std::string& name, std::strin
 }
 
 void World::tick() {
-  if (ended_) return;
+  if (hasEnded()) return;
   machine_.clock().advance(kTick);
   ended_ = window_->domodal();
 }

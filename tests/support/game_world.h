@@ -3,8 +3,8 @@
 // One whole engine for one run of an input: the headless machine with a disk in memory, the window, the
 // application. Nothing of a run is left when the world is gone, so the next run starts from the same state.
 //
-// A budget bounds the cost: once it is used up, every further run ends at its first statement. Statements
-// count, and what they make and the files that they use.
+// A budget bounds the cost: once it is used up, every further run ends at its first statement, and the game
+// goes on no longer. Statements count, and what they make and the files that they use.
 
 #include <memory>
 #include <string>
@@ -13,8 +13,8 @@
 #include "app/command_line6.h"
 #include "app/language_os_ver.h"
 #include "gfx/window.h"
-#include "support/memory_files.h"
 #include "platform/headless/headless_platform.h"
+#include "support/memory_files.h"
 
 namespace footlight {
 
@@ -28,7 +28,7 @@ namespace footlight::test {
 
 struct Rules {
   bool literal = false;  // read every statement anew, without caches
-  int budget = 1024;
+  int budget = 1 << 16;
 };
 
 class World {
@@ -49,7 +49,8 @@ class World {
   CMC_Application* game() const { return application_->getMCApplicationIfc(); }
   // The innermost level that runs, the application itself if none does; null without a game.
   CMC_Scene* scene() const;
-  bool hasEnded() const { return ended_; }
+  // The game is over, or it would go on without running code.
+  bool hasEnded() const { return ended_ || isBudgetUsedUp(); }
   bool isBudgetUsedUp() const { return budget_ <= 0; }
 
   // Runs code as a behaviour of a level of its own name, which replaces an earlier one.

@@ -42,7 +42,7 @@ CMC_Class::CMC_Class(const CMC_Class& pattern, CXString name, CMC_ObjectsContain
 
 std::unique_ptr<CMC_Class> CMC_Class::newInstance(const CXString& name, CMC_ObjectsContainer* scope) const {
   if (classDepth(scope) >= limits::kClassFiles) {
-    guardHit("classes within classes");
+    limitHit("classes within classes");
     return nullptr;
   }
   std::unique_ptr<CMC_Class> instance(new CMC_Class(*this, name, scope));
@@ -54,7 +54,7 @@ void CMC_Class::load() {
   int files = 0;
   for (CXString& file : baseFiles_.toVector(",")) {
     if (++files > limits::kClassFiles) {
-      guardHit("base files of a class");
+      limitHit("base files of a class");
       break;
     }
     import(file.AllTrim());
@@ -77,7 +77,7 @@ bool CMC_Class::addObject(CMC_Object* object) {
       older->setName(CXString("SUPER_") + older->getName());
       addObject(older);
     } else {
-      guardHit("base files of a class");
+      limitHit("base files of a class");
       destroy(older);
     }
   }
@@ -113,6 +113,8 @@ bool CMC_Class::done(bool keep) {
 namespace {
 
 Result newInstance(CMC_Class& pattern, Call& call) {
+  if (pattern.isInstance() && diagnose::isOn())
+    diagnose::reportCall(diagnose::Group::method, "an instance makes no instances");
   if (pattern.isInstance() || call.scope() == nullptr) return {};
   std::unique_ptr<CMC_Class> made = pattern.newInstance(call.text(0), call.scope());
   if (!made) return {};
@@ -126,6 +128,8 @@ Result newInstance(CMC_Class& pattern, Call& call) {
 
 Result deleteInstance(CMC_Class& /*pattern*/, Call& call) {
   const Ref<CMC_Class> instance(call.named<CMC_Class>(0));
+  if (instance && !instance->isInstance() && diagnose::isOn())
+    diagnose::reportCall(diagnose::Group::object, instance->getName().str() + " is a template, no instance");
   if (!instance || !instance->isInstance()) return {};
   instance->destruct();
   if (instance->getScene() != nullptr) instance->getScene()->removeObject(instance.get());

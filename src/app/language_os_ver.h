@@ -4,6 +4,7 @@
 // begins with the system's language; a script may choose another by its locale code.
 
 #include <functional>
+#include <span>
 
 #include "foundation/xstring.h"
 
@@ -13,6 +14,14 @@ class CWindow;
 
 class CLanguageOSVer {
  public:
+  // A language with a folder of its own.
+  struct Folder {
+    const char* code;  // of the locale
+    int number;
+    const char* name;
+  };
+  static std::span<const Folder> folders();
+
   // Asks the machine for its language.
   CLanguageOSVer();
 
@@ -20,6 +29,8 @@ class CLanguageOSVer {
   int getLang() const { return language_; }
   // "POL" and the like; empty for 9.
   const CXString& getLanguageFolder() const { return folder_; }
+  // Whether there is a language of this locale code.
+  static bool isKnown(const CXString& code);
   // Takes four hexadecimal digits; an unknown code leaves the language as it is. With a window known its
   // keyboard is told in either case.
   void setLanguageFolder(const CXString& code);

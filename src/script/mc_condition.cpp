@@ -29,10 +29,21 @@ constexpr ComparisonWord kWords[] = {
     {Comparison::instanceOf, "INSTANCEOF", "?"},
 };
 
-Comparison comparisonOfProperty(std::string_view word) {
+// One that is not given is no mistake.
+void reportOperator(const CMElement* element) {
+  const CMProperty* property = element->properties().get("OPERATOR");
+  if (property == nullptr || !diagnose::isOn()) return;
+  diagnose::report(diagnose::Group::definition, element->getName(), "OPERATOR",
+                   "no such operator: " + property->getValue().str(), property->origin());
+}
+
+// A word that is not in the table counts as EQUAL.
+Comparison comparisonOfProperty(const CMElement* element) {
+  const CXString word = element->getPropertyValue("OPERATOR");
   for (const ComparisonWord& row : kWords) {
-    if (!row.property.empty() && row.property == word) return row.comparison;
+    if (!row.property.empty() && row.property == word.view()) return row.comparison;
   }
+  reportOperator(element);
   return Comparison::equal;
 }
 
@@ -83,7 +94,7 @@ CMC_Condition::CMC_Condition(CMC_ObjectsContainer* container, const CMElement* e
     : CMC_BasicCondition(container, element, type::kCondition),
       operand1_(element->getPropertyValue("OPERAND1")),
       operand2_(element->getPropertyValue("OPERAND2")),
-      operator_(comparisonOfProperty(element->getPropertyValue("OPERATOR"))),
+      operator_(comparisonOfProperty(element)),
       holder_(new CMC_Behaviour(container, "temp", "")) {}
 
 CMC_Condition::CMC_Condition(const CMC_Condition& other)
@@ -133,6 +144,8 @@ bool CMC_Condition::valid(bool raiseSignals) {
       CMC_Expression::isTypeOf(first->getType()) || CMC_Expression::isTypeOf(second->getType());
   if (!eitherIsExpression && left->getType() != right->getType()) {
     right = right->convert(left->getType());
+    if (!right && diagnose::isOn())
+      diagnose::report(diagnose::Group::arguments, getName(), "", "the sides cannot be compared", origin());
     if (!right) return false;
   }
   return tell(test(left.get(), right.get(), operator_), raiseSignals);
@@ -167,6 +180,8 @@ bool CMC_Condition::valid(int left, int right, Comparison comparison) {
 bool CMC_Condition::valid(CMC_ObjectsContainer* scope, const CXString& left, std::string_view word,
                           const CXString& right) {
   const Comparison comparison = comparisonOf(word);
+  if (comparison == Comparison::none)
+    diagnose::reportCall(diagnose::Group::arguments, "there is no such comparison");
   return comparison != Comparison::none && valid(scope, left, right, comparison);
 }
 
@@ -215,7 +230,9 @@ CMC_ComplexCondition::CMC_ComplexCondition(CMC_ObjectsContainer* container, cons
     : CMC_BasicCondition(container, element, type::kComplexCondition),
       condition1_(element->getPropertyValue("CONDITION1")),
       condition2_(element->getPropertyValue("CONDITION2")),
-      operator_(resolveOperator(element->getPropertyValue("OPERATOR"))) {}
+      operator_(resolveOperator(element->getPropertyValue("OPERATOR"))) {
+  if (operator_ == Joint::none) reportOperator(element);
+}
 
 std::unique_ptr<CMC_Object> CMC_ComplexCondition::copy() const {
   return std::unique_ptr<CMC_Object>(new CMC_ComplexCondition(*this));
@@ -232,12 +249,22 @@ bool CMC_ComplexCondition::isInnerValid(const CXString& name) {
   return inner && inner->valid(true);
 }
 
+void CMC_ComplexCondition::reportMissing() const {
+  if (!diagnose::isOn()) return;
+  for (const CXString* name : {&condition1_, &condition2_}) {
+    if (getScene()->find<CMC_BasicCondition>(*name) != nullptr) continue;
+    diagnose::report(diagnose::Group::object, getName(), "", "no condition of the name " + name->str(),
+                     origin());
+  }
+}
+
 bool CMC_ComplexCondition::valid(bool raiseSignals) {
   const DepthGuard depth;
   if (!depth || getScene() == nullptr) return false;
   const Ref<CMC_ComplexCondition> self(this);
   if (getScene()->find<CMC_BasicCondition>(condition1_) == nullptr ||
       getScene()->find<CMC_BasicCondition>(condition2_) == nullptr) {
+    reportMissing();
     return false;
   }
   bool outcome = false;

@@ -29,10 +29,21 @@ constexpr ComparisonWord kWords[] = {
     {Comparison::instanceOf, "INSTANCEOF", "?"},
 };
 
-Comparison comparisonOfProperty(std::string_view word) {
+// One that is not given is no mistake.
+void reportOperator(const CMElement* element) {
+  const CMProperty* property = element->properties().get("OPERATOR");
+  if (property == nullptr || !diagnose::isOn()) return;
+  diagnose::report(diagnose::Group::definition, element->getName(), "OPERATOR",
+                   "no such operator: " + property->getValue().str(), property->origin());
+}
+
+// A word that is not in the table counts as EQUAL.
+Comparison comparisonOfProperty(const CMElement* element) {
+  const CXString word = element->getPropertyValue("OPERATOR");
   for (const ComparisonWord& row : kWords) {
-    if (!row.property.empty() && row.property == word) return row.comparison;
+    if (!row.property.empty() && row.property == word.view()) return row.comparison;
   }
+  reportOperator(element);
   return Comparison::equal;
 }
 
@@ -83,7 +94,7 @@ CMC_Condition::CMC_Condition(CMC_ObjectsContainer* container, const CMElement* e
     : CMC_BasicCondition(container, element, type::kCondition),
       operand1_(element->getPropertyValue("OPERAND1")),
       operand2_(element->getPropertyValue("OPERAND2")),
-      operator_(comparisonOfProperty(element->getPropertyValue("OPERATOR"))),
+      operator_(comparisonOfProperty(element)),
       holder_(new CMC_Behaviour(container, "temp", "")) {}
 
 CMC_Condition::CMC_Condition(const CMC_Condition& other)
@@ -167,6 +178,8 @@ bool CMC_Condition::valid(int left, int right, Comparison comparison) {
 bool CMC_Condition::valid(CMC_ObjectsContainer* scope, const CXString& left, std::string_view word,
                           const CXString& right) {
   const Comparison comparison = comparisonOf(word);
+  if (comparison == Comparison::none && diagnose::isOn())
+    diagnose::report(diagnose::Group::statement, left, "", "no such comparison: " + std::string(word));
   return comparison != Comparison::none && valid(scope, left, right, comparison);
 }
 
@@ -215,7 +228,9 @@ CMC_ComplexCondition::CMC_ComplexCondition(CMC_ObjectsContainer* container, cons
     : CMC_BasicCondition(container, element, type::kComplexCondition),
       condition1_(element->getPropertyValue("CONDITION1")),
       condition2_(element->getPropertyValue("CONDITION2")),
-      operator_(resolveOperator(element->getPropertyValue("OPERATOR"))) {}
+      operator_(resolveOperator(element->getPropertyValue("OPERATOR"))) {
+  if (operator_ == Joint::none) reportOperator(element);
+}
 
 std::unique_ptr<CMC_Object> CMC_ComplexCondition::copy() const {
   return std::unique_ptr<CMC_Object>(new CMC_ComplexCondition(*this));

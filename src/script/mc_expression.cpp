@@ -32,6 +32,10 @@ CMC_Expression::CMC_Expression(CMC_ObjectsContainer* container, const CMElement*
       operation_(resolveOp(element->getPropertyValue("OPERATOR"))),
       still_(true),
       holder_(new CMC_Behaviour(container, "temp", "")) {
+  const CMProperty* word = element->properties().get("OPERATOR");
+  if (word != nullptr && operation_ == Operation::none && diagnose::isOn())
+    diagnose::report(diagnose::Group::definition, getName(), "OPERATOR",
+                     "no such operator: " + word->getValue().str(), word->origin());
   initializeBehaviours(container, element);
 }
 

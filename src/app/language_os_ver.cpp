@@ -9,28 +9,24 @@ namespace footlight {
 
 namespace {
 
-struct Language {
-  const char* code;
-  int number;
-  const char* folder;
-};
-
-constexpr Language kLanguages[] = {
+constexpr CLanguageOSVer::Folder kLanguages[] = {
     {"0415", 1, "POL"}, {"0405", 2, "CZE"}, {"0402", 3, "BUL"}, {"0418", 4, "ROM"},
     {"0419", 5, "RUS"}, {"040E", 6, "HUN"}, {"041B", 7, "SLO"},
 };
 
 }  // namespace
 
+std::span<const CLanguageOSVer::Folder> CLanguageOSVer::folders() { return kLanguages; }
+
 CLanguageOSVer::CLanguageOSVer() { choose(platform::current().locale()); }
 
 void CLanguageOSVer::choose(const CXString& code) {
   const CXString upper = code.Upper();
   const auto* const found = std::find_if(std::begin(kLanguages), std::end(kLanguages),
-                                         [&](const Language& language) { return upper == language.code; });
+                                         [&](const Folder& language) { return upper == language.code; });
   if (found == std::end(kLanguages)) return;
   language_ = found->number;
-  folder_ = found->folder;
+  folder_ = found->name;
 }
 
 void CLanguageOSVer::setLanguageFolder(const CXString& code) {

@@ -4,6 +4,7 @@
 // begins with the system's language; a script may choose another by its locale code.
 
 #include <functional>
+#include <span>
 
 #include "foundation/xstring.h"
 
@@ -13,6 +14,14 @@ class CWindow;
 
 class CLanguageOSVer {
  public:
+  // A language with a folder of its own.
+  struct Folder {
+    const char* code;  // of the locale
+    int number;
+    const char* name;
+  };
+  static std::span<const Folder> folders();
+
   // Asks the machine for its language.
   CLanguageOSVer();
 

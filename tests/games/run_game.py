@@ -15,6 +15,9 @@ The folder NAME holds a game ("Dane/application.def" and so on) and "expect.json
     shots            {"TICK": "picture.png"}: the picture in the folder that the screen must equal after that tick
     exit             the exit status                                         (default: 0)
     stderr_contains  texts that standard error must hold, a list             (default: none)
+    check            what the checker for authors finds in the definitions, a list of its lines without the
+                     game's folder, null where it cannot work; judged by tests/check/check_games.py
+                                                                             (default: nothing)
 
 The game runs twice, the second time with --literal: what the engine remembers of statements must not show. It runs
 in a copy of the folder, so it may write. Every difference is printed; the exit status is 1 when there
@@ -117,7 +120,7 @@ def judge_shots(game, shots, accept, out):
 
 def run(host, game, options, literal):
     expect = json.loads((game / "expect.json").read_text(encoding="utf-8"))
-    unknown = set(expect) - {"args", "ticks", "input", "ini", "files", "shots", "exit", "stderr_contains"}
+    unknown = set(expect) - {"args", "ticks", "input", "ini", "files", "shots", "exit", "stderr_contains", "check"}
     faults = [f"expect.json: '{name}' means nothing" for name in sorted(unknown)]
 
     work = pathlib.Path(tempfile.mkdtemp(prefix=f"footlight-{game.name}-"))

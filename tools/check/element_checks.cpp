@@ -1,0 +1,295 @@
+#include "element_checks.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+#include "code_checks.h"
+#include "code_parts.h"
+#include "foundation/string_tokenizer.h"
+
+namespace footlight::check {
+
+namespace {
+
+std::string nearestOf(std::string_view word, std::span<const char* const> names,
+                      std::span<const char* const> further = {}) {
+  Nearest nearest(word);
+  for (const char* name : names) nearest.consider(name);
+  for (const char* name : further) nearest.consider(name);
+  return nearest.name();
+}
+
+// Of several properties of one name the first counts, but for signals: the last binding takes the place of
+// the others.
+void checkRepeated(const SourceFile& file, const CMElement& element, std::span<const char* const> signals) {
+  std::unordered_map<std::string_view, int> lines;
+  for (const auto& property : element.properties()) {
+    const CXString& name = property->getName();
+    const int line = property->origin().line;
+    const auto [first, isNew] = lines.emplace(name.view(), line);
+    if (isNew) continue;
+    const bool isSignal = std::any_of(signals.begin(), signals.end(),
+                                      [&name](const char* signal) { return name.startsWith(signal); });
+    const std::string older = " line " + std::to_string(first->second);
+    file.report(Kind::definition, line, element.getName().str(),
+                element.getName().str() + ":" + excerpt(name.view()) +
+                    (isSignal ? " takes the place of the binding of" + older
+                              : " has no effect: the value of" + older + " counts"));
+  }
+}
+
+// Levels of the game
+
+void checkNames(const Game& game, const SourceFile& file, const CMElement& element, const char* property) {
+  const CMProperty* list = element.properties().get(property);
+  if (list == nullptr) return;
+  CStringTokenizer tokenizer(list->getValue(), ", ");
+  while (tokenizer.hasMoreTokens()) {
+    const CXString name = tokenizer.nextToken();
+    if (game.level(name.view()) != nullptr) continue;
+    Nearest nearest(name.view());
+    for (const CMElement* other : file.elements()) nearest.consider(other->getName().view());
+    file.report(
+        Kind::object, list->origin().line, name.str(),
+        "no episode or scene " + excerpt(name.view()) + " for " + element.getName().str() + ":" + property,
+        nearest.name());
+  }
+}
+
+void checkLevel(const Game& game, const SourceFile& file, const CMElement& element) {
+  const CXString word = element.getPropertyValue("TYPE");
+  const TypeDescription* type = findLevelType(word);
+  if (type == nullptr) {
+    constexpr const char* kWords[] = {"APPLICATION", "EPISODE", "SCENE"};
+    const CMProperty* property = element.properties().get("TYPE");
+    const bool isMissing = property == nullptr;
+    file.report(isMissing ? Kind::definition : Kind::type,
+                isMissing ? element.origin().line : property->origin().line, element.getName().str(),
+                isMissing ? element.getName().str() + " has no TYPE: nothing is made of it"
+                          : "no level of a game has the TYPE " + excerpt(word.view()),
+                nearestOf(word, kWords));
+    return;
+  }
+  checkRepeated(file, element, {});
+  for (const auto& property : element.properties()) {
+    const CXString& name = property->getName();
+    if (name == "TYPE" || hasProperty(*type, name)) continue;
+    const bool isSignal = findSignal(*type, name) != nullptr;
+    file.report(
+        Kind::property, property->origin().line, element.getName().str(),
+        excerpt(name.view()) +
+            (isSignal ? " is not read here: signals are bound in the file of " : " is no property of ") +
+            (isSignal ? element.getName().str() : std::string(type->idWord)),
+        isSignal ? std::string() : nearestOf(name, type->properties));
+  }
+  for (const char* property : {"EPISODES", "SCENES", "STARTWITH"}) checkNames(game, file, element, property);
+}
+
+// Elements
+
+class ElementChecks {
+ public:
+  ElementChecks(Game& game, const SourceFile& file, const CMElement& element)
+      : game_(game), file_(file), element_(element), isOwn_(file.isOwnElement(element)) {
+    for (const SourceFile::Place& place : file.places()) scopes_.push_back(place.scope);
+    type_ = isOwn_ ? findType(type::kScene) : findTypeByDefinition(element.getPropertyValue("TYPE"));
+  }
+
+  void run() {
+    if (type_ == nullptr) return checkUnknownType();
+    checkRepeated(file_, element_, type_->signals);
+    for (const auto& property : element_.properties()) checkProperty(*property);
+    if (isOwn_) return;
+    checkCondition("CONDITION", type::kBehaviour);
+    checkCondition("CONDITION1", type::kComplexCondition);
+    checkCondition("CONDITION2", type::kComplexCondition);
+    checkOperator();
+    if (type_->number == type::kStructure) checkFields();
+    if (type_->number == type::kClass) checkClassFiles();
+  }
+
+ private:
+  void report(Kind kind, int line, std::string text, std::string suggestion = {}) const {
+    file_.report(kind, line, element_.getName().str(), std::move(text), std::move(suggestion));
+  }
+
+  std::string nameWith(const CXString& property) const {
+    return excerpt(element_.getName().view()) + ":" + excerpt(property.view());
+  }
+
+  bool isAnyOpen() const {
+    return std::any_of(scopes_.begin(), scopes_.end(), [](const Scope* scope) {
+      return scope->isOpen || std::any_of(scope->parents().begin(), scope->parents().end(),
+                                          [](const Scope* parent) { return parent->isOpen; });
+    });
+  }
+
+  // Modules may make objects of types of their own.
+  void checkUnknownType() const {
+    const CMProperty* property = element_.properties().get("TYPE");
+    if (property == nullptr) {
+      report(Kind::definition, element_.origin().line,
+             excerpt(element_.getName().view()) + " has no TYPE: no object is made of it");
+    } else if (!isAnyOpen()) {
+      Nearest nearest(property->getValue().view());
+      for (const TypeDescription& type : allTypes()) {
+        if (type.definitionWord != nullptr) nearest.consider(type.definitionWord);
+      }
+      report(Kind::type, property->origin().line, "no TYPE " + excerpt(property->getValue().view()),
+             nearest.name());
+    }
+  }
+
+  void checkProperty(const CMProperty& property) {
+    const CXString& name = property.getName();
+    const int line = property.origin().line;
+    if (findSignal(*type_, name) != nullptr) return checkBinding(property);
+    if (name == "TYPE" || (!isOwn_ && hasProperty(*type_, name))) return;
+    const bool isSignalLike = name.startsWith("ON") && !type_->signals.empty();
+    if (isSignalLike) {
+      report(Kind::signal, line, nameWith(name) + ": nobody raises such a signal",
+             nearestOf(name.view().substr(0, name.view().find('^')), type_->signals, type_->properties));
+    } else if (isOwn_) {
+      report(Kind::property, line,
+             nameWith(name) + " is not read here: properties of a level stand in application.def");
+    } else if (!type_->properties.empty()) {
+      report(Kind::property, line, excerpt(name.view()) + " is no property of " + type_->definitionWord,
+             nearestOf(name, type_->properties, type_->signals));
+    }
+  }
+
+  // Bindings
+
+  void checkBinding(const CMProperty& property) {
+    if (property.getValue().IsEmpty() || isInlineBinding(property)) return;
+    CXString name = property.getValue();
+    const int open = name.Find('(');
+    const int close = name.Find(')');
+    if ((open < 0) != (close < 0) || close < open) {
+      report(Kind::brackets, property.origin().line,
+             nameWith(property.getName()) + ": the round brackets are no pair: " + excerpt(name.view()));
+    }
+    if (open >= 0) name = name.Left(open);
+    name.AllTrim();
+    checkBoundBehaviour(property, name);
+  }
+
+  void checkBoundBehaviour(const CMProperty& property, const CXString& name) {
+    const Found found = game_.look(scopes_, name.view());
+    if (found.mayBe) return;
+    bool isAnyBehaviour = false;
+    for (const Thing* thing : found.things) {
+      if (isOfUnknownType(*thing)) return;
+      if (!isBehaviour(*thing)) continue;
+      isAnyBehaviour = true;
+      if (isThereInTime(*thing)) return;
+    }
+    const std::string behaviour = excerpt(name.view());
+    const std::string why = isAnyBehaviour ? " is defined further down: here it is not there yet"
+                            : found        ? " is no BEHAVIOUR"
+                                           : std::string();
+    report(
+        Kind::behaviour, property.origin().line,
+        nameWith(property.getName()) + ": " + (why.empty() ? "no behaviour " + behaviour : behaviour + why),
+        isAnyBehaviour ? std::string() : nearestName(scopes_, name.view(), isBehaviour));
+  }
+
+  // Behaviours are made before all other objects, in the order of the file; a loaded file makes all its
+  // objects in that order.
+  bool isThereInTime(const Thing& thing) const {
+    const bool isInOrder = type_->number == type::kBehaviour || file_.isUsed(SourceFile::Use::loaded);
+    if (!isInOrder || thing.file != &file_) return true;
+    return file_.orderOf(thing.element) < file_.orderOf(&element_);
+  }
+
+  // Values that are names
+
+  void checkCondition(const char* name, int type) const {
+    const CMProperty* property = element_.properties().get(name);
+    if (type_->number != type || property == nullptr || property->getValue().IsEmpty()) return;
+    const auto isCondition = [](const Thing& thing) {
+      return thing.type == type::kCondition || thing.type == type::kComplexCondition;
+    };
+    const CXString& wanted = property->getValue();
+    const Found found = game_.look(scopes_, wanted.view());
+    const bool isFine =
+        found.mayBe || std::any_of(found.things.begin(), found.things.end(),
+                                   [&](const Thing* t) { return isCondition(*t) || isOfUnknownType(*t); });
+    if (isFine) return;
+    report(Kind::object, property->origin().line,
+           nameWith(name) + (found ? ": " + excerpt(wanted.view()) + " is no CONDITION"
+                                   : ": no condition " + excerpt(wanted.view())),
+           nearestName(scopes_, wanted.view(), isCondition));
+  }
+
+  void checkOperator() const {
+    const CMProperty* property = element_.properties().get("OPERATOR");
+    if (property == nullptr || isOperator(type_->number, property->getValue())) return;
+    report(Kind::operation, property->origin().line,
+           nameWith("OPERATOR") + ": no such operator: " + excerpt(property->getValue().view()));
+  }
+
+  void checkFields() const {
+    const CMProperty* property = element_.properties().get("FIELDS");
+    if (property == nullptr) return;
+    for (CXString& field : property->getValue().toVector(",")) {
+      field.AllTrim();
+      const int open = field.Find('<');
+      const int close = field.Find('>', std::max(open, 0));
+      CXString word = open < 0 ? CXString() : field.Mid(open + 1, close < 0 ? field.Length() : close);
+      const int type = typeNumberOf(word.AllTrim());
+      if (open >= 0 && close >= 0 && type >= type::kInteger && type <= type::kDouble) continue;
+      constexpr const char* kWords[] = {"BOOL", "DOUBLE", "INTEGER", "STRING"};
+      report(open < 0 || close < 0 ? Kind::definition : Kind::type, property->origin().line,
+             "no field is made of " + excerpt(field.view()) + ": NAME<TYPE> is wanted",
+             open < 0 || close < 0 ? std::string() : nearestOf(word, kWords));
+    }
+  }
+
+  void checkClassFiles() const {
+    for (const char* name : {"BASE", "DEF"}) {
+      const CMProperty* property = element_.properties().get(name);
+      if (property == nullptr) continue;
+      for (CXString& file : property->getValue().toVector(",")) {
+        if (game_.hasClassFile(file.AllTrim())) continue;
+        report(Kind::file, property->origin().line,
+               nameWith(name) + ": there is no class file " + excerpt(file.view()));
+      }
+    }
+  }
+
+  Game& game_;
+  const SourceFile& file_;
+  const CMElement& element_;
+  bool isOwn_;
+  const TypeDescription* type_;
+  std::vector<Scope*> scopes_;
+};
+
+// The short form makes an element without a look at the names there are. In a class the older object stays
+// under another name.
+void checkRepeatedElements(const SourceFile& file) {
+  if (file.isUsed(SourceFile::Use::classCode)) return;
+  std::unordered_map<std::string_view, int> lines;
+  for (const CMElement* element : file.elements()) {
+    const auto [first, isNew] = lines.emplace(element->getName().view(), element->origin().line);
+    if (isNew) continue;
+    file.report(Kind::definition, element->origin().line, element->getName().str(),
+                "another " + excerpt(element->getName().view()) + ": it takes the place of the one of line " +
+                    std::to_string(first->second));
+  }
+}
+
+}  // namespace
+
+void checkApplication(Game& game, const SourceFile& file) {
+  for (const CMElement* element : file.elements()) checkLevel(game, file, *element);
+}
+
+void checkElements(Game& game, const SourceFile& file) {
+  for (const CMElement* element : file.elements()) ElementChecks(game, file, *element).run();
+  checkRepeatedElements(file);
+  checkCode(game, file);
+}
+
+}  // namespace footlight::check

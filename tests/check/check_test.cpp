@@ -5,8 +5,6 @@
 #include "findings.h"
 #include "nearest.h"
 #include "run.h"
-#include "scope.h"
-#include "statement.h"
 #include "support/test_platform.h"
 
 namespace footlight::check {
@@ -241,7 +239,7 @@ const Mistake kCodeMistakes[] = {
     {"Tests",
      CODE("@IF(COUNT,=,5,B);@WHILE(COUNT,is,5,B); /\n @IF(\"COUNT?INTEGRE\",B);@IF(\"COUNT\",?,GROUP,B);"),
      {"MAIN.cnv:5: separator: an equals sign does not reach the value of MAIN:ONINIT: it only separates",
-      "MAIN.cnv:5: operator: no such comparison: is", "MAIN.cnv:5: behaviour: no behaviour 5",
+      "MAIN.cnv:5: operator: no such comparison: is",
       "MAIN.cnv:6: type: no type reads INTEGRE: the test never holds (did you mean INTEGER?)",
       "MAIN.cnv:6: type: no type reads GROUP: the test never holds (did you mean 3000?)"}},
     {"References",

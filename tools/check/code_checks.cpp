@@ -94,8 +94,9 @@ class CodeChecks : public CodeVisitor {
     report(Kind::object, name, name, "no object " + excerpt(name) + " to refer to", nearest(name));
   }
 
+  // A number or a sign is the author's way to say "nothing".
   void onCodeName(Piece name) override {
-    if (hasMark(name)) return;
+    if (!isIdentifier(name)) return;
     const Found found = game_.look(scopes_, name);
     const bool isFine = found.mayBe || isOneOf(found, isBehaviour) || isOneOf(found, isOfUnknownType) ||
                         isOneOf(found, hasValue);

@@ -145,10 +145,11 @@ class ElementChecks {
     const int line = property.origin().line;
     if (findSignal(*type_, name) != nullptr) return checkBinding(property);
     if (name == "TYPE" || (!isOwn_ && hasProperty(*type_, name))) return;
-    const bool isSignalLike = name.startsWith("ON") && !type_->signals.empty();
-    if (isSignalLike) {
-      report(Kind::signal, line, nameWith(name) + ": nobody raises such a signal",
-             nearestOf(name.view().substr(0, name.view().find('^')), type_->signals, type_->properties));
+    const std::string near =
+        nearestOf(name.view().substr(0, name.view().find('^')), type_->signals, type_->properties);
+    // A type whose properties are not known may have one that looks like a signal.
+    if (name.startsWith("ON") && (!near.empty() || !type_->properties.empty() || isOwn_)) {
+      report(Kind::signal, line, nameWith(name) + ": nobody raises such a signal", near);
     } else if (isOwn_) {
       report(Kind::property, line,
              nameWith(name) + " is not read here: properties of a level stand in application.def");

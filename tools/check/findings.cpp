@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <tuple>
 
 #include "foundation/code_page.h"
 
@@ -40,6 +41,14 @@ const char* kindName(Kind kind) {
                                     "method",     "behaviour", "arguments", "operator", "statement",
                                     "brackets",   "slash",     "separator", "file",     "limit"};
   return kNames[static_cast<std::size_t>(kind)];
+}
+
+bool Finding::operator<(const Finding& other) const {
+  const auto members = [](const Finding& finding) {
+    return std::tie(finding.file, finding.line, finding.kind, finding.object, finding.text,
+                    finding.suggestion);
+  };
+  return members(*this) < members(other);
 }
 
 void Findings::add(Finding finding) {

@@ -3,7 +3,6 @@
 // What the checker has to say: one finding a mistake, each with its place. Texts are UTF-8 without control
 // characters, ready for an editor.
 
-#include <compare>
 #include <cstddef>
 #include <set>
 #include <string>
@@ -38,7 +37,7 @@ struct Finding {
   std::string object;      // the name in question
   std::string text;        // what is wrong with it
   std::string suggestion;  // the nearest right name; empty for none
-  auto operator<=>(const Finding&) const = default;
+  bool operator<(const Finding& other) const;
 };
 
 class Findings {

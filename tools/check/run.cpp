@@ -7,6 +7,7 @@
 
 #include "app/command_line6.h"
 #include "app/language_os_ver.h"
+#include "foundation/code_page.h"
 #include "game.h"
 #include "gfx/window.h"
 #include "platform/headless/headless_platform.h"
@@ -65,7 +66,8 @@ class Run {
     std::vector<CXString> orphans;
     std::copy_if(all.begin(), all.end(), std::back_inserter(orphans), [this](const CXString& name) {
       // An application.def in another place is another game's.
-      return !reached_.contains(name.Lower().str()) && !name.Lower().endsWith("\\application.def");
+      return !reached_.contains(code_page::foldCase(name.view())) &&
+             !name.Lower().endsWith("\\application.def");
     });
     if (!orphans.empty() && options_.languages.empty()) check(loadedLanguage_, orphans);
     return std::move(outcome_);
@@ -108,7 +110,7 @@ class Run {
   }
 
   void note(const CXString& name) {
-    if (!reached_.insert(name.Lower().str()).second) return;
+    if (!reached_.insert(code_page::foldCase(name.view())).second) return;
     const std::string shown = shownName(name);
     outcome_.files.insert(std::lower_bound(outcome_.files.begin(), outcome_.files.end(), shown), shown);
   }

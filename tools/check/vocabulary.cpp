@@ -108,10 +108,7 @@ bool isTypeText(std::string_view word) {
   });
 }
 
-bool isComparison(std::string_view word) {
-  const Laboratory laboratory;
-  return !isReported([&] { CMC_Condition::valid(laboratory.get(), "1", word, "1"); });
-}
+bool isComparison(std::string_view word) { return CMC_Condition::comparisonOf(word) != Comparison::none; }
 
 bool isOperator(int type, std::string_view word) {
   if (type == type::kCondition) return takesOperator<CMC_Condition>(word);

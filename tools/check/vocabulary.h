@@ -36,9 +36,10 @@ bool hasProperty(const TypeDescription& type, std::string_view name);
 // Whether a test of types can hold for this word.
 bool isTypeText(std::string_view word);
 
-// Whether the engine takes the word between the sides of a test, and the word of the property OPERATOR of an
-// element of this type. The engine itself is asked: it reports a word that it does not know.
+// Whether the engine takes the word between the sides of a test.
 bool isComparison(std::string_view word);
+// Whether it takes the word of the property OPERATOR of an element of this type. The engine itself is asked:
+// it reports a word that it does not know.
 bool isOperator(int type, std::string_view word);
 
 }  // namespace footlight::check

@@ -35,7 +35,7 @@ int CXRandom::random(int low, int n) { return wrap_add(low, random(n)); }
 std::vector<int> CXRandom::random_vector(int low, int n, int count, bool unique) {
   if (count == 0) count = wrap_sub(n, low);
   if (count > kMostAtOnce) {
-    guardHit("random numbers at once");
+    limitHit("random numbers at once");
     platform::current().shell().debugText("Arguments error: Random::getPlenty( )\n");
     return {};
   }

@@ -35,7 +35,7 @@ void CTextCoder::init(CWindow* window, bool keepQuiet) {
   if ((wantsCopy || first.starts_with(kCodedMark)) && end != std::string_view::npos) {
     setCycle(CXString(first.substr(kCodedMark.size(), end - kCodedMark.size())).toNumber());
     coded_ = cycle_ >= 1 && cycle_ <= kMostCycle;
-    if (!coded_) guardHit("text_coder.cycle");
+    if (!coded_) limitHit("text_coder.cycle");
   }
   if (!coded_) {
     setCycle(1);

@@ -32,7 +32,7 @@ class DepthGuard {
  private:
   static void refuse() {
     if (refusals == limits::kRefusedRuns) return;
-    guardHit(++refusals == limits::kRefusedRuns ? "recursion that branches" : "nested runs");
+    limitHit(++refusals == limits::kRefusedRuns ? "recursion that branches" : "nested runs");
   }
 
   static inline int depth = 0;

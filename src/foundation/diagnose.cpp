@@ -4,6 +4,7 @@
 #include <map>
 #include <mutex>
 #include <unordered_map>
+#include <utility>
 
 namespace footlight {
 
@@ -26,6 +27,11 @@ Listener& currentListener() {
   return listener;
 }
 
+CallName& currentCall() {
+  static CallName call;
+  return call;
+}
+
 }  // namespace
 
 void listen(Listener listener) {
@@ -40,6 +46,17 @@ void report(Group group, std::string_view object, std::string_view method, std::
   currentListener()({group, std::string(object), std::string(method), std::string(text),
                      std::string(fileName(origin.file)), origin.line});
 }
+
+void reportCall(Group group, std::string_view text) {
+  if (listening) report(group, runningCall().object, runningCall().method, text);
+}
+
+const CallName& runningCall() { return currentCall(); }
+
+CallGuard::CallGuard(std::string_view object, std::string_view method)
+    : outer_(std::exchange(currentCall(), CallName{std::string(object), std::string(method)})) {}
+
+CallGuard::~CallGuard() { currentCall() = std::move(outer_); }
 
 const char* groupName(Group group) {
   constexpr const char* kNames[] = {"file",      "definition", "object",    "method",
@@ -80,6 +97,11 @@ Guards& guards() {
 void guardHit(const char* name) {
   const std::lock_guard lock(guards().mutex);
   ++guards().hits[name];
+}
+
+void limitHit(const char* name) {
+  guardHit(name);
+  diagnose::reportCall(diagnose::Group::limit, std::string("a limit was reached: ") + name);
 }
 
 int guardHits(std::string_view name) {

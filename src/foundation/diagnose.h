@@ -36,10 +36,48 @@ inline bool listening = false;
 // The statement that runs now, for reports that know no place of their own; kept only while somebody listens.
 inline Origin place;
 inline bool isOn() { return listening; }
+// The call that runs now: its object and its method. Kept only while somebody listens.
+struct CallName {
+  std::string object;
+  std::string method;
+};
+const CallName& runningCall();
+
+// Keeps the place of a piece of work that may run other work, and gives it back in the end.
+class PlaceGuard {
+ public:
+  PlaceGuard() : kept_(place) {}
+  // Work on something that stands at `origin`; one that is not known changes nothing.
+  explicit PlaceGuard(Origin origin) : kept_(place) {
+    if (isOn() && origin.line != 0) place = origin;
+  }
+  ~PlaceGuard() { place = kept_; }
+  PlaceGuard(const PlaceGuard&) = delete;
+  PlaceGuard& operator=(const PlaceGuard&) = delete;
+
+ private:
+  Origin kept_;
+};
+
+// Names the running call for as long as it lives; its place is kept as well. Only while somebody listens.
+class CallGuard {
+ public:
+  CallGuard(std::string_view object, std::string_view method);
+  ~CallGuard();
+  CallGuard(const CallGuard&) = delete;
+  CallGuard& operator=(const CallGuard&) = delete;
+
+ private:
+  CallName outer_;
+  PlaceGuard place_;
+};
+
 // Sends every report to the listener from now on; an empty one turns reporting off.
 void listen(Listener listener);
 void report(Group group, std::string_view object, std::string_view method, std::string_view text,
             Origin origin = {});
+// The same about an argument or the whole of the call that runs now.
+void reportCall(Group group, std::string_view text);
 const char* groupName(Group group);
 
 // The number that stands for a file name in an Origin.
@@ -50,6 +88,9 @@ std::string_view fileName(std::uint32_t file);
 
 // Counts a guard that fired, by name, so that tests can ask whether it did.
 void guardHit(const char* name);
+// The same for a guard that keeps a script or a file within a limit: whoever listens hears the name too. For
+// the engine's thread alone.
+void limitHit(const char* name);
 // How often a guard fired since `resetGuardHits`.
 int guardHits(std::string_view name);
 int allGuardHits();

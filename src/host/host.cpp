@@ -38,13 +38,17 @@ std::string startDirectory() {
   return std::filesystem::current_path(error).string();
 }
 
-void printReport(const diagnose::Report& report) {
-  std::string line;
-  if (!report.file.empty()) line = report.file + ":" + std::to_string(report.line) + ": ";
-  line += std::string(diagnose::groupName(report.group)) + ": " + report.object;
+// "FILE:LINE: group: object^method: text", with the machine's name of the file, as editors understand it.
+std::string reportLine(const diagnose::Report& report) {
+  std::string place;
+  if (!report.file.empty()) {
+    place = platform::current().files().toMachinePath(report.file);
+    if (place.empty()) place = code_page::toUtf8(report.file);
+    place += ":" + std::to_string(report.line) + ": ";
+  }
+  std::string line = std::string(diagnose::groupName(report.group)) + ": " + report.object;
   if (!report.method.empty()) line += "^" + report.method;
-  line += ": " + report.text;
-  std::fprintf(stderr, "%s\n", code_page::toUtf8(line).c_str());
+  return place + code_page::toUtf8(line + ": " + report.text);
 }
 
 }  // namespace
@@ -122,8 +126,16 @@ void Host::startDiagnose() {
   diagnose::listen([this](const diagnose::Report& report) {
     if (options_.diagnose == Diagnose::stop && diagnosed_) return;  // the first one stops
     diagnosed_ = true;
-    printReport(report);
+    print(reportLine(report));
   });
+}
+
+// What is wrong in code that runs every tick is told once.
+void Host::print(const std::string& line) {
+  constexpr std::size_t kMostRemembered = 10000;
+  if (told_.contains(line)) return;
+  if (told_.size() < kMostRemembered) told_.insert(line);
+  std::fprintf(stderr, "%s\n", line.c_str());
 }
 
 bool Host::isRefused(const CCommandLine6& commandLine) const {

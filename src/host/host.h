@@ -5,6 +5,8 @@
 // takes everything down in reverse.
 
 #include <memory>
+#include <string>
+#include <unordered_set>
 
 #include "host/options.h"
 #include "platform/input_recorder.h"
@@ -45,6 +47,7 @@ class Host {
   void makePlatform();
   bool openInput();
   void startDiagnose();
+  void print(const std::string& line);
   int runEngine();
   bool isRefused(const CCommandLine6& commandLine) const;
   int runGame(CWindow& window, CApplication& application, const CCommandLine6& commandLine);
@@ -64,6 +67,7 @@ class Host {
   std::unique_ptr<platform::InputRecorder> recorder_;
   std::vector<platform::WindowEvent> waiting_;  // taken from the platform, not yet told to the window
   bool diagnosed_ = false;
+  std::unordered_set<std::string> told_;  // the lines of reports
 };
 
 }  // namespace footlight::host

@@ -21,7 +21,7 @@ bool ask() {
     return true;
   }
   statements = kStatements;  // every further loop of the run ends at its first round
-  guardHit("watchdog");
+  limitHit("watchdog");
   return false;
 }
 

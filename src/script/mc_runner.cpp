@@ -60,6 +60,25 @@ CMC_Object* Call::findAny(std::string_view name) const {
   return scope_ != nullptr ? scope_->getObject(name) : nullptr;
 }
 
+CMC_Object* Call::findReported(const CXString& name) const {
+  CMC_Object* found = findAny(name);
+  if (found == nullptr && diagnose::isOn()) reportMissing(name, nullptr);
+  return found;
+}
+
+void Call::reportMissing(const CXString& name, bool (*isTypeOf)(int)) const {
+  std::string text = "no object of the name " + name.str();
+  if (findAny(name) != nullptr) {
+    text = name.str() + " is of another type";
+    for (const TypeDescription& type : allTypes()) {
+      const char* word = type.definitionWord != nullptr ? type.definitionWord : type.idWord;
+      if (isTypeOf != nullptr && isTypeOf(type.number) && word != nullptr)
+        text = name.str() + " is no " + word;
+    }
+  }
+  diagnose::reportCall(diagnose::Group::object, text);
+}
+
 // The methods of every object
 
 namespace {
@@ -181,6 +200,11 @@ int CMC_Runner::resolveMethod(std::string_view name) const {
 const Method* CMC_Runner::findMethod(std::string_view name) const {
   const auto found = numbers_.find(name);
   return found == numbers_.end() ? nullptr : byNumber_[static_cast<std::size_t>(found->second)];
+}
+
+Result CMC_Runner::callWatched(const Method& method, CMC_Object& object, Call& call) {
+  const diagnose::CallGuard guard(object.getName(), method.name);
+  return method.function(object, call);
 }
 
 // Too few arguments.

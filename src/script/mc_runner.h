@@ -97,10 +97,18 @@ class Call {
   // The object of class T that the text of an argument names.
   template <class T>
   T* named(int index) const {
-    return find<T>(text(index));
+    const CXString name = text(index);
+    T* found = find<T>(name);
+    if (found == nullptr && diagnose::isOn()) reportMissing(name, &T::isTypeOf);
+    return found;
   }
+  // The same for an object of whatever class, and for a name that is at hand.
+  CMC_Object* namedAny(int index) const { return findReported(text(index)); }
+  CMC_Object* findReported(const CXString& name) const;
 
  private:
+  void reportMissing(const CXString& name, bool (*isTypeOf)(int)) const;
+
   CMC_ObjectsContainer* scope_;
   const ArgumentList& arguments_;
 };
@@ -128,6 +136,8 @@ struct BoundMethod<F> {
       return F(object, call);
     } else {
       T* typed = object_cast<T>(&object);
+      if (typed == nullptr)
+        diagnose::reportCall(diagnose::Group::method, "does nothing on an object of this type");
       return typed != nullptr ? F(*typed, call) : Result();
     }
   }
@@ -160,6 +170,7 @@ class CMC_Runner : public CXObject {
     if (arguments.size() < method.least) return refuse(method, object);
     const Ref<CMC_Object> keep(&object);
     Call call(scope, arguments);
+    if (diagnose::isOn()) return callWatched(method, object, call);
     return method.function(object, call);
   }
   // True when a name outside the table may mean something all the same.
@@ -171,6 +182,7 @@ class CMC_Runner : public CXObject {
  private:
   void enter(std::span<const Method> methods);
   static Result refuse(const Method& method, const CMC_Object& object);
+  static Result callWatched(const Method& method, CMC_Object& object, Call& call);
 
   std::span<const Method> own_;
   std::vector<const Method*> byNumber_;

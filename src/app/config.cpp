@@ -73,7 +73,7 @@ bool CConfig::refresh() {
   if (stamp) {
     const auto bytes = files.readWhole(fileName_, limits::kTextFileBytes);
     if (!bytes) {
-      guardHit("config.unreadable");
+      limitHit("config.unreadable");
       parse({});
       return false;
     }
@@ -137,7 +137,7 @@ void CConfig::PutString(const CXString& section, const CXString& key, const CXSt
   const std::string_view keyText = trim(key);
   if (!isName(sectionText, "]\r\n") || !isName(keyText, "=\r\n") || keyText.front() == ';' ||
       keyText.front() == '[') {
-    guardHit("config.name");
+    limitHit("config.name");
     return;
   }
   std::string text = value.str();
@@ -184,6 +184,7 @@ void CConfig::write() {
   platform::FileSystem& files = platform::current().files();
   if (!files.writeWhole(fileName_, std::as_bytes(std::span(content)), durable)) {
     isRead_ = false;  // the file still says what it said
+    if (diagnose::isOn()) diagnose::report(diagnose::Group::file, fileName_, "", "cannot be written");
     return;
   }
   stamp_ = files.stamp(fileName_);

@@ -14,17 +14,26 @@ constexpr CLanguageOSVer::Folder kLanguages[] = {
     {"0419", 5, "RUS"}, {"040E", 6, "HUN"}, {"041B", 7, "SLO"},
 };
 
+// Null for a code that no language has.
+const CLanguageOSVer::Folder* find(const CXString& code) {
+  const CXString upper = code.Upper();
+  const auto* const found =
+      std::find_if(std::begin(kLanguages), std::end(kLanguages),
+                   [&](const CLanguageOSVer::Folder& language) { return upper == language.code; });
+  return found == std::end(kLanguages) ? nullptr : found;
+}
+
 }  // namespace
 
 std::span<const CLanguageOSVer::Folder> CLanguageOSVer::folders() { return kLanguages; }
 
 CLanguageOSVer::CLanguageOSVer() { choose(platform::current().locale()); }
 
+bool CLanguageOSVer::isKnown(const CXString& code) { return find(code) != nullptr; }
+
 void CLanguageOSVer::choose(const CXString& code) {
-  const CXString upper = code.Upper();
-  const auto* const found = std::find_if(std::begin(kLanguages), std::end(kLanguages),
-                                         [&](const Folder& language) { return upper == language.code; });
-  if (found == std::end(kLanguages)) return;
+  const Folder* found = find(code);
+  if (found == nullptr) return;
   language_ = found->number;
   folder_ = found->name;
 }

@@ -29,6 +29,8 @@ class CLanguageOSVer {
   int getLang() const { return language_; }
   // "POL" and the like; empty for 9.
   const CXString& getLanguageFolder() const { return folder_; }
+  // Whether there is a language of this locale code.
+  static bool isKnown(const CXString& code);
   // Takes four hexadecimal digits; an unknown code leaves the language as it is. With a window known its
   // keyboard is told in either case.
   void setLanguageFolder(const CXString& code);

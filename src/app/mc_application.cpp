@@ -21,19 +21,19 @@ CMC_Application::CMC_Application(CWindow* window, const CMElement* element, cons
   CMC_Behaviour::initTrash();
   CStringTokenizer episodes(element->getPropertyValue("EPISODES"), ", ");
   while (episodes.hasMoreTokens()) {
-    CMC_Scene* episode = built.get(episodes.nextToken());
+    CMC_Scene* episode = built.getReported(episodes.nextToken(), *element, "EPISODES");
     if (episode == nullptr) continue;
     addSubScene(episode);
     for (CMC_Scene* scene : episode->getSubScenes()) addObject(scene);
   }
   CStringTokenizer scenes(element->getPropertyValue("SCENES"), ", ");
   while (scenes.hasMoreTokens()) {
-    CMC_Scene* scene = built.get(scenes.nextToken());
+    CMC_Scene* scene = built.getReported(scenes.nextToken(), *element, "SCENES");
     addSubScene(scene);
     addObject(scene);
   }
   const CXString start = element->getPropertyValue("STARTWITH");
-  if (start.IsString()) startWith_ = built.get(start);
+  if (start.IsString()) startWith_ = built.getReported(start, *element, "STARTWITH");
   if (startWith_ == nullptr && !getSubScenes().empty()) startWith_ = getSubScenes().front();
   enterFolder(window->getDataRoot());
   loadCnv();

@@ -28,13 +28,17 @@ Result restart(CMC_Application& application, Call& /*call*/) {
 }
 
 Result gotoScene(CMC_Application& application, Call& call) {
-  application.setPending(application.find(call.text(0)));
+  application.setPending(application.findReported(call.text(0)));
   return {};
 }
 
 Result setLanguage(CMC_Application& application, Call& call) {
-  if (CLanguageOSVer* language = application.getWindow()->getLanguage())
-    language->setLanguageFolder(call.text(0));
+  CLanguageOSVer* language = application.getWindow()->getLanguage();
+  if (language == nullptr) return {};
+  const CXString code = call.text(0);
+  if (!CLanguageOSVer::isKnown(code) && diagnose::isOn())
+    diagnose::reportCall(diagnose::Group::arguments, "no language has the code " + code.str());
+  language->setLanguageFolder(code);
   return {};
 }
 
@@ -47,8 +51,13 @@ Result print(CMC_Application& application, Call& call) {
   CXRect rect;
   if (call.count() == 1) {
     const auto* scope = call.scope();
-    const CGraphicsObject* graphics = scope != nullptr ? scope->getGraphicsObject(call.text(0)) : nullptr;
-    if (graphics != nullptr) rect = graphics->getRect();
+    const CXString name = call.text(0);
+    const CGraphicsObject* graphics = scope != nullptr ? scope->getGraphicsObject(name) : nullptr;
+    if (graphics != nullptr) {
+      rect = graphics->getRect();
+    } else if (diagnose::isOn()) {
+      diagnose::reportCall(diagnose::Group::object, "no picture of the name " + name.str());
+    }
   } else if (call.count() == 4) {
     rect.Set(call.integer(0), call.integer(1), call.integer(2), call.integer(3));
   }
@@ -79,14 +88,22 @@ struct Environment {
 
 Environment findEnvironment(const Call& call) {
   Environment found;
-  found.container = call.named<CMC_ObjectsContainer>(0);
+  found.container = call.find<CMC_ObjectsContainer>(call.text(0));
   if (found.container != nullptr) found.behaviour = found.container->find<CMC_Behaviour>(call.text(1));
   return found;
 }
 
 Result runEnv(CMC_Application& /*application*/, Call& call) {
   const Environment found = findEnvironment(call);
-  if (found.behaviour == nullptr) return {};
+  if (found.behaviour == nullptr) {
+    if (diagnose::isOn()) {
+      diagnose::reportCall(diagnose::Group::behaviour,
+                           found.container == nullptr
+                               ? "no such container"
+                               : "no such behaviour in " + found.container->getName().str());
+    }
+    return {};
+  }
   const Ref<CMC_Behaviour> behaviour(found.behaviour);
   const Ref<CMC_ObjectsContainer> own(behaviour->getScene());
   behaviour->setScene(found.container);
@@ -101,7 +118,10 @@ Result existsEnv(CMC_Application& /*application*/, Call& call) {
 
 // The archive of the game and its update over the network are not there yet: nothing is stored and nothing
 // waits.
-Result nothing(CMC_Application& /*application*/, Call& /*call*/) { return {}; }
+Result nothing(CMC_Application& /*application*/, Call& /*call*/) {
+  diagnose::reportCall(diagnose::Group::method, "does nothing in this build");
+  return {};
+}
 
 Result needsUpgrade(CMC_Application& /*application*/, Call& /*call*/) { return Factory::makeBool(false); }
 

@@ -15,6 +15,12 @@ bool isPicture(const CMC_Object& object) {
   return object.getType() == type::kImage || object.getType() == type::kAnimo;
 }
 
+void reportRefused(const CMC_Object& object) {
+  if (diagnose::isOn())
+    diagnose::reportCall(diagnose::Group::object,
+                         object.getName().str() + " is of a type that a dialog does not take");
+}
+
 Result show(CMC_Dialog& dialog, Call& /*call*/) {
   dialog.dialog().show();
   return {};
@@ -26,16 +32,26 @@ Result hide(CMC_Dialog& dialog, Call& /*call*/) {
 }
 
 Result setBackground(CMC_Dialog& dialog, Call& call) {
-  CMC_Object* object = call.findAny(call.text(0));
-  if (object != nullptr && isPicture(*object)) dialog.dialog().setBackground(object);
+  CMC_Object* object = call.namedAny(0);
+  if (object == nullptr) return {};
+  if (isPicture(*object)) {
+    dialog.dialog().setBackground(object);
+  } else {
+    reportRefused(*object);
+  }
   return {};
 }
 
 Result add(CMC_Dialog& dialog, Call& call) {
-  CMC_Object* object = call.findAny(call.text(0));
+  CMC_Object* object = call.namedAny(0);
   if (object == nullptr) return {};
-  if (object->getType() == type::kButton) dialog.dialog().addControl(object);
-  if (isPicture(*object) || object->getType() == type::kText) dialog.dialog().addGraphics(object);
+  if (object->getType() == type::kButton) {
+    dialog.dialog().addControl(object);
+  } else if (isPicture(*object) || object->getType() == type::kText) {
+    dialog.dialog().addGraphics(object);
+  } else {
+    reportRefused(*object);
+  }
   return {};
 }
 

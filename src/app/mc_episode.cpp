@@ -12,8 +12,11 @@ namespace footlight {
 CMC_Episode::CMC_Episode(CWindow* window, const CMElement* element, const CMC_StructureParser& built)
     : CMC_Scene(window, element, type::kEpisode) {
   CStringTokenizer names(element->getPropertyValue("SCENES"), ", ");
-  while (names.hasMoreTokens()) addSubScene(built.get(names.nextToken()));
-  startWith_ = find(element->getPropertyValue("STARTWITH"));
+  while (names.hasMoreTokens()) addSubScene(built.getReported(names.nextToken(), *element, "SCENES"));
+  const CXString start = element->getPropertyValue("STARTWITH");
+  startWith_ = find(start);
+  if (startWith_ == nullptr && start.IsString())
+    CMC_StructureParser::reportMissing(start, *element, "STARTWITH");
   if (startWith_ == nullptr && !getSubScenes().empty()) startWith_ = getSubScenes().front();
 }
 
@@ -63,7 +66,7 @@ Result restart(CMC_Episode& episode, Call& /*call*/) {
 }
 
 Result gotoScene(CMC_Episode& episode, Call& call) {
-  episode.setPending(episode.find(call.text(0)));
+  episode.setPending(episode.findReported(call.text(0)));
   return {};
 }
 

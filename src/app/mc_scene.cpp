@@ -72,6 +72,13 @@ CMC_Scene* CMC_Scene::find(const CXString& name) const {
   return found == subScenes_.end() ? nullptr : *found;
 }
 
+CMC_Scene* CMC_Scene::findReported(const CXString& name) const {
+  CMC_Scene* scene = find(name);
+  if (scene == nullptr && diagnose::isOn())
+    diagnose::reportCall(diagnose::Group::object, "no episode or scene of the name " + name.str());
+  return scene;
+}
+
 CMC_Scene* CMC_Scene::getScene(const CXString& name) {
   if (getName() == name) return this;
   for (CMC_Scene* scene : subScenes_) {
@@ -151,13 +158,28 @@ bool CMC_Scene::initialize(CMC_Scene* previous) {
   window->BeginWaitCursor();
   unit_ = getDefUnit();
   CFile::chDir(CWindow::getRootPath());
+  const diagnose::PlaceGuard place(origin());
   if (dlls_.IsString()) resolveDLLs(dlls_);
   if (!enterFolder(CWindow::getRootPath()) || !CFile::fileExists(getName() + ".cnv"))
     enterFolder(window->getDataRoot());
+  reportMissingFile();
   if (unit_ != nullptr) enterScene(previous);
   window->EndWaitCursor();
   enteredAt_ = secondsNow();
   return true;
+}
+
+// A scene without a definition file simply has no objects.
+void CMC_Scene::reportMissingFile() const {
+  const CXString fileName = getName() + ".cnv";
+  if (!diagnose::isOn() || CFile::fileExists(fileName)) return;
+  std::string text = "the scene has no objects; looked for";
+  const CXString folder = path_.IsString() ? CXString(kDataFolder) + "\\" + path_ : CXString(kDataFolder);
+  const CXString own = CPath::getFullPath(CPath::getFullPath(CWindow::getRootPath(), folder), fileName);
+  const CXString data = CPath::getFullPath(CPath::getFullPath(getWindow()->getDataRoot(), folder), fileName);
+  text.append(" ").append(own.view());
+  if (own != data) text.append(", ").append(data.view());
+  diagnose::report(diagnose::Group::file, getName(), "", text);
 }
 
 void CMC_Scene::enterScene(CMC_Scene* previous) {
@@ -265,7 +287,11 @@ void CMC_Scene::createObject(const CXString& word, const CXString& name) {
   int type = 0;
   if (word == "BUTTON") type = type::kButton;
   if (word == "VGO") type = type::kVirtualGraphicsObject;
-  if (type == 0) return;
+  if (type == 0) {
+    if (diagnose::isOn())
+      diagnose::reportCall(diagnose::Group::arguments, "no object is made of the word " + word.str());
+    return;
+  }
   auto made = std::make_unique<CMC_PlainObject>(name, type);
   made->setScene(this);
   made->initializeBehaviours(this, nullptr);
@@ -273,9 +299,15 @@ void CMC_Scene::createObject(const CXString& word, const CXString& name) {
 }
 
 void CMC_Scene::removeAndDestroy(CMC_Object* object) {
-  if (object == nullptr || isTypeOf(object->getType())) return;
+  if (object == nullptr) return;
   const Ref<CMC_Object> keep(object);
-  if (removeObject(object)) destroy(object);
+  const bool isOurs = !isTypeOf(object->getType()) && removeObject(object);
+  if (isOurs) {
+    destroy(object);
+  } else if (diagnose::isOn()) {
+    diagnose::reportCall(diagnose::Group::object,
+                         object->getName().str() + " is no object of " + getName().str());
+  }
 }
 
 // External modules

@@ -45,6 +45,8 @@ class CMC_Scene : public CMC_ObjectsContainer {
 
   // A sub-scene by its exact name, or null.
   CMC_Scene* find(const CXString& name) const;
+  // The same for the scene that the running call wants: none is reported.
+  CMC_Scene* findReported(const CXString& name) const;
   using CMC_ObjectsContainer::find;
   // This object if the name is its own, else whatever in the subtree has it.
   CMC_Scene* getScene(const CXString& name);
@@ -96,6 +98,7 @@ class CMC_Scene : public CMC_ObjectsContainer {
   void addSubScene(CMC_Scene* scene);
   // The folder "Dane" below the root, and the level's own folder in it. False when there is none.
   bool enterFolder(const CXString& root) const;
+  void reportMissingFile() const;
   void unloadSubScene(CMC_Scene* next);
   void clearCurrentScene() { currentSubScene_ = nullptr; }
   void makeCurrent(CMC_Scene* scene) { currentSubScene_ = scene; }

@@ -82,7 +82,7 @@ struct CloneRange {
 CloneRange cloneRange(const CMC_Object& object, int from, int to) {
   const CloneRange range{from > 0 ? from : 1, to > 0 ? to : object.getClonesNo()};
   if (range.to - range.from < limits::kClonesByOneCall) return range;
-  guardHit("clones by one call");
+  limitHit("clones by one call");
   return {1, 0};
 }
 
@@ -90,8 +90,17 @@ CXString cloneName(const CMC_Object& object, std::int64_t index) {
   return object.getName() + "_" + std::to_string(index);
 }
 
+// The object that the first argument names, as the scene knows it.
+CMC_Object* objectOf(const CMC_Scene& scene, const Call& call) {
+  const CXString name = call.text(0);
+  CMC_Object* object = scene.getObject(name);
+  if (object == nullptr && diagnose::isOn())
+    diagnose::reportCall(diagnose::Group::object, "no object of the name " + name.str());
+  return object;
+}
+
 Result runClones(CMC_Scene& scene, Call& call) {
-  const Ref<CMC_Object> object(scene.getObject(call.text(0)));
+  const Ref<CMC_Object> object(objectOf(scene, call));
   if (!object) return {};
   const CXString code = call.text(3);
   Owned<CMC_Behaviour> throwaway;
@@ -118,12 +127,12 @@ Result createObject(CMC_Scene& scene, Call& call) {
 }
 
 Result remove(CMC_Scene& scene, Call& call) {
-  scene.removeAndDestroy(scene.getObject(call.text(0)));
+  scene.removeAndDestroy(objectOf(scene, call));
   return {};
 }
 
 Result removeClones(CMC_Scene& scene, Call& call) {
-  const Ref<CMC_Object> object(scene.getObject(call.text(0)));
+  const Ref<CMC_Object> object(objectOf(scene, call));
   if (!object) return {};
   const CloneRange range = cloneRange(*object, call.integer(1), call.integer(2));
   for (std::int64_t i = range.from; i <= range.to; ++i)
@@ -156,12 +165,20 @@ Result getPlayingAnimo(CMC_Scene& scene, Call& call) {
 }
 
 Result getObjects(CMC_Scene& scene, Call& call) {
-  if (auto* group = call.named<CMC_Groupped>(0)) scene.getObjects(call.text(1), group);
+  auto* group = call.named<CMC_Groupped>(0);
+  if (group == nullptr) return {};
+  const CXString word = call.text(1);
+  if (CMC_Object::getTypeId(word) < 0 && diagnose::isOn())
+    diagnose::reportCall(diagnose::Group::arguments, "no type has the word " + word.str());
+  scene.getObjects(word, group);
   return {};
 }
 
 // Sequences are not there yet: none plays, none is paused.
-Result nothing(CMC_Scene& /*scene*/, Call& /*call*/) { return {}; }
+Result nothing(CMC_Scene& /*scene*/, Call& /*call*/) {
+  diagnose::reportCall(diagnose::Group::method, "does nothing in this build");
+  return {};
+}
 
 // Pause
 

@@ -105,7 +105,10 @@ Result copyFile(CMC_System& /*system*/, Call& call) {
   CWindow* window = call.scope() != nullptr ? call.scope()->getWindow() : nullptr;
   const CXString from = CPath::resolveFileName(window, call.text(0));
   const CXString to = CPath::resolveFileName(window, call.text(1));
-  return Factory::makeBool(platform::current().files().copy(from, to));
+  const bool isCopied = platform::current().files().copy(from, to);
+  if (!isCopied && diagnose::isOn())
+    diagnose::reportCall(diagnose::Group::file, from.str() + " was not copied to " + to.str());
+  return Factory::makeBool(isCopied);
 }
 
 constexpr Method kMethods[] = {
@@ -136,7 +139,10 @@ Result getRandom(CMC_Object& /*object*/, Call& call) {
 }
 
 // Fills an array; until objects of that type hold values there is nothing to fill.
-Result getPlenty(CMC_Object& /*object*/, Call& /*call*/) { return {}; }
+Result getPlenty(CMC_Object& /*object*/, Call& /*call*/) {
+  diagnose::reportCall(diagnose::Group::method, "does nothing in this build");
+  return {};
+}
 
 constexpr Method kRandomMethods[] = {
     {1, "GET", 0, 2, method<getRandom>},

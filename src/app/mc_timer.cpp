@@ -74,7 +74,11 @@ void CMC_Timer::setTicks(int ticks) {
 
 void CMC_Timer::setElapse(int milliseconds) {
   CTimerObject* timer = timerList() != nullptr ? timerList()->find(timerId_) : nullptr;
-  if (timer != nullptr) timer->interval = milliseconds;
+  if (timer != nullptr) {
+    timer->interval = milliseconds;
+  } else if (diagnose::isOn()) {
+    diagnose::reportCall(diagnose::Group::definition, "the timer has no ELAPSE and never ticks");
+  }
 }
 
 void CMC_Timer::onTimer(TimerId /*id*/) {

@@ -5,9 +5,16 @@
 namespace footlight {
 
 Result runByName(CMC_ObjectsContainer* scene, const Call& call, RunWords words) {
-  const Ref<CMC_Object> object(scene != nullptr ? scene->getObject(call.text(0)) : nullptr);
+  const CXString name = call.text(0);
+  const Ref<CMC_Object> object(scene != nullptr ? scene->getObject(name) : nullptr);
   CMC_Runner* runner = object ? object->getRunner() : nullptr;
-  if (runner == nullptr) return {};
+  if (runner == nullptr) {
+    if (diagnose::isOn()) {
+      diagnose::reportCall(diagnose::Group::object,
+                           object ? name.str() + " has no methods" : "no object of the name " + name.str());
+    }
+    return {};
+  }
   const CXString method = call.text(1);
   const auto isWord = [&method, words](std::string_view word) {
     return words == RunWords::exact ? method == word : method.equalsIgnoreCase(word);

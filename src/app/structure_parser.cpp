@@ -9,6 +9,23 @@
 
 namespace footlight {
 
+namespace {
+
+// Elements of which nothing is made.
+void reportUnknown(const CMElements& elements) {
+  for (const CMElement* element : elements) {
+    const CMProperty* type = element->properties().get("TYPE");
+    const CXString word = element->getPropertyValue("TYPE");
+    if (word == "SCENE" || word == "EPISODE" || word == "APPLICATION") continue;
+    diagnose::report(diagnose::Group::definition, element->getName(), "",
+                     type == nullptr ? "has no TYPE: nothing is made of it"
+                                     : "no level of a game has the TYPE " + word.str(),
+                     type == nullptr ? element->origin() : type->origin());
+  }
+}
+
+}  // namespace
+
 CMC_StructureParser::CMC_StructureParser(CWindow* window, const CXString& fileName) : window_(window) {
   CMC_VariableFactory::initialize();
   CMC_RunnerFactory::initialize();
@@ -29,6 +46,7 @@ void CMC_StructureParser::load(const CXString& fileName) {
       if (element->getPropertyValue("TYPE") == type) build(element);
     }
   };
+  if (diagnose::isOn()) reportUnknown(*elements);
   each("SCENE", [this](const CMElement* e) { built_.emplace_back(new CMC_Scene(window_, e)); });
   each("EPISODE", [this](const CMElement* e) { built_.emplace_back(new CMC_Episode(window_, e, *this)); });
   each("APPLICATION", [this](const CMElement* e) {
@@ -42,6 +60,22 @@ CMC_Scene* CMC_StructureParser::get(const CXString& name) const {
     if (scene->getName() == name) return scene.get();
   }
   return nullptr;
+}
+
+CMC_Scene* CMC_StructureParser::getReported(const CXString& name, const CMElement& element,
+                                            const char* property) const {
+  CMC_Scene* scene = get(name);
+  if (scene == nullptr) reportMissing(name, element, property);
+  return scene;
+}
+
+void CMC_StructureParser::reportMissing(const CXString& name, const CMElement& element,
+                                        const char* property) {
+  if (!diagnose::isOn()) return;
+  const CMProperty* list = element.properties().get(property);
+  diagnose::report(diagnose::Group::object, element.getName(), property,
+                   "no episode or scene of the name " + name.str(),
+                   list != nullptr ? list->origin() : Origin());
 }
 
 Owned<CMC_Application> CMC_StructureParser::takeApplication() { return std::move(application_); }

@@ -22,6 +22,9 @@ class CMC_StructureParser : public CXObject {
 
   // The first built scene or episode of exactly that name, or null.
   CMC_Scene* get(const CXString& name) const;
+  // The same for a name that stands in a property of an element: none is reported.
+  CMC_Scene* getReported(const CXString& name, const CMElement& element, const char* property) const;
+  static void reportMissing(const CXString& name, const CMElement& element, const char* property);
   CMC_Application* getMCApplication() const { return application_.get(); }
   // Hands the application over; the parser keeps the rest.
   Owned<CMC_Application> takeApplication();

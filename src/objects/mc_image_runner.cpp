@@ -18,6 +18,7 @@ using Factory = CMC_VariableFactory;
 template <Result (*F)(CImage&, Call&)>
 Result onImage(CMC_Image& object, Call& call) {
   const Ref<CImage> image(object.getImage());
+  if (!image) diagnose::reportCall(diagnose::Group::object, "there is no picture");
   return image ? F(*image, call) : Result();
 }
 
@@ -27,7 +28,11 @@ CRefreshScreen* screenOf(const CImage& image) {
 
 // The graphic object that the text of an argument names, or null.
 CGraphicsObject* graphics(const Call& call, int index) {
-  return call.scope() != nullptr ? call.scope()->getGraphicsObject(call.text(index)) : nullptr;
+  const CXString name = call.text(index);
+  CGraphicsObject* found = call.scope() != nullptr ? call.scope()->getGraphicsObject(name) : nullptr;
+  if (found == nullptr && diagnose::isOn())
+    diagnose::reportCall(diagnose::Group::object, "no picture of the name " + name.str());
+  return found;
 }
 
 CXPoint point(const Call& call, int first) { return {call.integer(first), call.integer(first + 1)}; }
@@ -103,10 +108,14 @@ Result setAnchor(CImage& image, Call& call) {
   }
   const CXString word = call.text(0);
   CXPoint anchor;
+  bool isKnown = false;
   for (const AnchorWord& row : kAnchors) {
     if (word != row.word) continue;
     anchor = image.GetPosition() + CXPoint(halves(image.Width(), row.x), halves(image.Height(), row.y));
+    isKnown = true;
   }
+  if (!isKnown && diagnose::isOn())
+    diagnose::reportCall(diagnose::Group::arguments, "no anchor has the word " + word.str());
   image.setAnchor(anchor);
   return {};
 }
@@ -246,12 +255,8 @@ Result getPixel(CImage& image, Call& call) {
 // Nothing is read: the three give an integer, and the fourth fills an array, which is no type of object yet.
 Result getColorPart(CImage& /*image*/, Call& /*call*/) { return Factory::makeInteger(0); }
 
-Result needsArray(CMC_Image& object, Call& call) {
-  if (diagnose::isOn()) {
-    diagnose::report(diagnose::Group::method, object.getName(), "",
-                     "the method fills an ARRAY, and there is none");
-  }
-  static_cast<void>(call);
+Result needsArray(CMC_Image& /*object*/, Call& /*call*/) {
+  diagnose::reportCall(diagnose::Group::method, "fills an ARRAY, and there is none");
   return {};
 }
 

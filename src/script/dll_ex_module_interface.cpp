@@ -17,7 +17,7 @@ CMC_DLLExModuleInterface::CMC_DLLExModuleInterface(const CXString& fileName, CMC
   const auto getInterface = reinterpret_cast<InterfaceFunction>(module_->find("getModuleInterface"));
   release_ = reinterpret_cast<ReleaseFunction>(module_->find("release"));
   if (create == nullptr || getInterface == nullptr || release_ == nullptr) {
-    guardHit("module without its entry points");
+    limitHit("module without its entry points");
     return;
   }
   create(container);

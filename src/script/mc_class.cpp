@@ -29,7 +29,7 @@ class Making {
 
   static bool isRefused() { return isRefused_; }
   static void refuse() {
-    guardHit("classes within classes");
+    limitHit("classes within classes");
     isRefused_ = depth_ > 0;
   }
 
@@ -76,7 +76,7 @@ void CMC_Class::load() {
   int files = 0;
   for (CXString& file : baseFiles_.toVector(",")) {
     if (++files > limits::kClassFiles) {
-      guardHit("base files of a class");
+      limitHit("base files of a class");
       break;
     }
     import(file.AllTrim());
@@ -99,7 +99,7 @@ bool CMC_Class::addObject(CMC_Object* object) {
       older->setName(CXString("SUPER_") + older->getName());
       addObject(older);
     } else {
-      guardHit("base files of a class");
+      limitHit("base files of a class");
       destroy(older);
     }
   }
@@ -140,6 +140,8 @@ bool CMC_Class::done(bool keep) {
 namespace {
 
 Result newInstance(CMC_Class& pattern, Call& call) {
+  if (pattern.isInstance() && diagnose::isOn())
+    diagnose::reportCall(diagnose::Group::method, "an instance makes no instances");
   if (pattern.isInstance() || call.scope() == nullptr) return {};
   const Making making;
   std::unique_ptr<CMC_Class> made = pattern.newInstance(call.text(0), call.scope());
@@ -154,6 +156,8 @@ Result newInstance(CMC_Class& pattern, Call& call) {
 
 Result deleteInstance(CMC_Class& /*pattern*/, Call& call) {
   const Ref<CMC_Class> instance(call.named<CMC_Class>(0));
+  if (instance && !instance->isInstance() && diagnose::isOn())
+    diagnose::reportCall(diagnose::Group::object, instance->getName().str() + " is a template, no instance");
   if (!instance || !instance->isInstance()) return {};
   const Making making;
   instance->destruct();

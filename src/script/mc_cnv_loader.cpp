@@ -36,7 +36,10 @@ void CMC_CNVLoader::load(CMC_ObjectsContainer* scene, const CXString& fileName) 
 void CMC_CNVLoader::release(CMC_ObjectsContainer* scene, const CXString& fileName) {
   const Ref<CMC_ObjectsContainer> keepScene(scene);
   const Ref<CMC_Groupped> group(scene->find<CMC_Groupped>(fileName));
-  if (!group) return;
+  if (!group) {
+    if (diagnose::isOn()) diagnose::reportCall(diagnose::Group::object, fileName.str() + " is not loaded");
+    return;
+  }
   std::vector<WeakRef<CMC_Object>> members;
   for (CMC_Object* member : group->getList()) members.emplace_back(member);
   for (const bool behavioursFirst : {true, false}) {

@@ -22,10 +22,14 @@ bool CMC_Groupped::holds(const CMC_Object* object, int depth) const {
 }
 
 void CMC_Groupped::add(CMC_Object* object) {
-  if (object == nullptr || list_.size() >= static_cast<std::size_t>(limits::kArrayElements)) return;
+  if (object == nullptr) return;
+  if (list_.size() >= static_cast<std::size_t>(limits::kArrayElements)) {
+    limitHit("members of a group");
+    return;
+  }
   const auto* group = object_cast<CMC_Groupped>(object);
   if (group != nullptr && group->holds(this, 0)) {
-    guardHit("group within itself");
+    limitHit("group within itself");
     return;
   }
   list_.emplace_back(object);
@@ -39,7 +43,7 @@ void CMC_Groupped::remove(const CMC_Object* object) {
 
 void CMC_Groupped::addClones(const CMC_ObjectsContainer* scope, const CXString& name, int start, int count) {
   if (count > limits::kClonesByOneCall) {
-    guardHit("clones by one call");
+    limitHit("clones by one call");
     return;
   }
   for (std::int64_t i = start; i < std::int64_t{start} + count; ++i) {

@@ -16,12 +16,12 @@ Result nameOf(const CMC_Object* member) {
 }
 
 Result add(CMC_Groupped& group, Call& call) {
-  for (const CXString& name : call.textsFrom(0)) group.add(call.findAny(name));
+  for (const CXString& name : call.textsFrom(0)) group.add(call.findReported(name));
   return {};
 }
 
 Result remove(CMC_Groupped& group, Call& call) {
-  if (const CMC_Object* member = call.findAny(call.text(0))) group.remove(member);
+  if (const CMC_Object* member = call.namedAny(0)) group.remove(member);
   return {};
 }
 

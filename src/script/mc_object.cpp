@@ -52,13 +52,16 @@ CXString CMC_Object::getCloneName() {
 
 void CMC_Object::clone(int count) {
   if (count > limits::kClonesByOneCall) {
-    guardHit("clones by one call");
+    limitHit("clones by one call");
     return;
   }
   const Ref<CMC_Object> self(this);
   for (int i = 0; i < count && !isDisposed(); ++i) {
     std::unique_ptr<CMC_Object> target = copy();
-    if (!target) return;
+    if (!target) {
+      if (diagnose::isOn()) diagnose::reportCall(diagnose::Group::object, name_.str() + " cannot be cloned");
+      return;
+    }
     clone(std::move(target));
   }
 }
@@ -148,7 +151,9 @@ bool CMC_Object::bindProperty(CMC_ObjectsContainer* container, const CXString& p
   if (behaviour != nullptr) {
     addBehaviour(property, behaviour, std::move(arguments), container);
   } else if (diagnose::isOn()) {
-    diagnose::report(diagnose::Group::behaviour, name_, property, "no behaviour of the name " + name.str(),
+    const bool isOther = container->getObject(name) != nullptr;
+    diagnose::report(diagnose::Group::behaviour, name_, property,
+                     isOther ? name.str() + " is no BEHAVIOUR" : "no behaviour of the name " + name.str(),
                      origin);
   }
   return behaviour != nullptr;
@@ -183,6 +188,8 @@ void CMC_Object::rebind(CMC_ObjectsContainer* container) {
 void CMC_Object::addBehaviour(const CXString& signal, CMC_Behaviour* behaviour,
                               std::shared_ptr<const TextList> arguments, CMC_ObjectsContainer* container) {
   if (behaviour == nullptr || !verifyBehaviour(signal)) return;
+  if (diagnose::isOn() && getSignalIndex(signal) < 0 && !signal.startsWith("@"))
+    diagnose::report(diagnose::Group::behaviour, name_, signal, "nobody raises such a signal");
   if (bindings_ == nullptr) bindings_ = std::make_unique<BindingTable>();
   if (overrideSignals_) removeBehaviourForce(signal);
   setSignalFlag(getSignalIndex(signal));

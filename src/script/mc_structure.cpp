@@ -14,7 +14,12 @@ CMC_Structure::CMC_Structure(CMC_ObjectsContainer* container, const CMElement* e
     piece.AllTrim();
     const int open = piece.Find('<');
     const int close = piece.Find('>', std::max(open, 0));
-    if (open < 0) continue;
+    if (open < 0) {
+      if (diagnose::isOn())
+        diagnose::report(diagnose::Group::definition, getName(), "FIELDS",
+                         "no field is made of " + piece.str());
+      continue;
+    }
     CXString name = piece.Left(open).AllTrim();
     declare(getName() + "_" + name,
             getTypeId(piece.Mid(open + 1, close < 0 ? piece.Length() : close).AllTrim()));
@@ -26,7 +31,12 @@ CMC_Structure::~CMC_Structure() = default;
 
 void CMC_Structure::declare(const CXString& fullName, int type) {
   std::unique_ptr<CMC_Variable> field = CMC_VariableFactory::makeNamed(type, fullName);
-  if (!field) return;
+  if (!field) {
+    if (diagnose::isOn())
+      diagnose::report(diagnose::Group::definition, getName(), "FIELDS",
+                       "no such type of the field " + fullName.str());
+    return;
+  }
   field->setScene(getScene());
   fields_.emplace_back(field.release(), Disposer());
 }

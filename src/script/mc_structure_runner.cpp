@@ -9,17 +9,25 @@ namespace footlight {
 
 namespace {
 
+void reportField(const CXString& name) {
+  diagnose::reportCall(diagnose::Group::object, "no field " + name.str());
+}
+
 Result set(CMC_Structure& structure, Call& call) {
   if (auto* other = object_cast<CMC_Structure>(call.object(0)); other != nullptr && call.count() == 1) {
     structure.set(other);
     return {};
   }
+  if (call.count() > structure.getFieldsNo() && diagnose::isOn())
+    diagnose::reportCall(diagnose::Group::arguments, "more values than fields");
   for (int i = 0; i < call.count(); ++i) structure.setField(i, asVariable(call.object(i)).get());
   return {};
 }
 
 Result setField(CMC_Structure& structure, Call& call) {
-  structure.setField(call.text(0), asVariable(call.object(1)).get());
+  const CXString name = call.text(0);
+  if (diagnose::isOn() && structure.getField(name) == nullptr) reportField(name);
+  structure.setField(name, asVariable(call.object(1)).get());
   return {};
 }
 
@@ -28,6 +36,7 @@ Result getField(CMC_Structure& structure, Call& call) {
   const bool isIndex = key && key->getType() == type::kInteger;
   const CXString name = key ? key->asText() : call.text(0);
   CMC_Variable* field = isIndex ? structure.getField(key->asInteger()) : structure.getField(name);
+  if (field == nullptr && diagnose::isOn()) reportField(name);
   return Result(CMC_VariableFactory::copyVariable(field));
 }
 

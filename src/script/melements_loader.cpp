@@ -65,7 +65,7 @@ std::string readLine(CTextCoder& coder, CXString physical, int* physicalLines) {
     isContinued = line.find('/') != std::string::npos;
     if (line.size() > 2) line.pop_back();  // the line feed
     const std::size_t room = static_cast<std::size_t>(limits::kLogicalLineBytes) - result.size();
-    if (line.size() > room) guardHit("definition.line");
+    if (line.size() > room) limitHit("definition.line");
     result.append(line, 0, room);
     trimBlanks(result);
     if (!isContinued || coder._eof()) break;

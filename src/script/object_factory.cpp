@@ -1,5 +1,7 @@
 #include "script/object_factory.h"
 
+#include <algorithm>
+
 #include "app/mc_dialog.h"
 #include "app/mc_timer.h"
 #include "objects/mc_image.h"
@@ -45,6 +47,23 @@ constexpr MakerRow kMakers[] = {
     {type::kDialog, make<CMC_Dialog>},
 };
 
+// Properties that the type does not read. A type whose properties the table does not hold may have any.
+void reportProperties(const CMElement& element, const TypeDescription& description) {
+  for (const auto& property : element.properties()) {
+    const CXString& name = property->getName();
+    const auto isName = [&name](const char* known) { return name == known; };
+    const auto begins = [&name](const char* signal) { return name.startsWith(signal); };
+    const auto& signals = description.signals;
+    const auto& properties = description.properties;
+    const bool isKnown = name == "TYPE" || std::any_of(signals.begin(), signals.end(), begins) ||
+                         (properties.empty() && !name.startsWith("ON")) ||
+                         std::any_of(properties.begin(), properties.end(), isName);
+    if (isKnown) continue;
+    diagnose::report(diagnose::Group::definition, element.getName(), name,
+                     std::string("no such property of ") + description.definitionWord, property->origin());
+  }
+}
+
 }  // namespace
 
 CMC_PlainObject::CMC_PlainObject(CMC_ObjectsContainer* container, const CMElement* element, int type)
@@ -54,6 +73,8 @@ CMC_PlainObject::CMC_PlainObject(CMC_ObjectsContainer* container, const CMElemen
 
 CMC_Object* makeObject(CMC_ObjectsContainer* container, const CMElement* element,
                        const TypeDescription& description) {
+  const diagnose::PlaceGuard place(element->origin());
+  if (diagnose::isOn()) reportProperties(*element, description);
   for (const MakerRow& row : kMakers) {
     if (row.type == description.number) return row.maker(container, element);
   }
@@ -68,7 +89,11 @@ void createBareObject(CMC_ObjectsContainer* scope, const CXString& word, const C
     made = std::make_unique<CMC_PlainObject>(CXString(), typeNumberOf(word));
     made->setScene(scope);
   }
-  if (!made) return;
+  if (!made) {
+    if (diagnose::isOn())
+      diagnose::reportCall(diagnose::Group::arguments, "no object is made of the word " + word.str());
+    return;
+  }
   made->setName(name);
   scope->addObject(made.release());
 }

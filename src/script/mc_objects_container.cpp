@@ -57,6 +57,7 @@ bool CMC_ObjectsContainer::addObject(CMC_Object* object) {
     const Ref<CMC_Object> keep(older);
     removeObject(older);
     if (isOwnedElsewhere(older)) continue;
+    reportReplaced(*object, *older);
     if (depth) {
       destroy(older);
     } else {
@@ -64,7 +65,7 @@ bool CMC_ObjectsContainer::addObject(CMC_Object* object) {
     }
   }
   if (getElementsNo() >= limits::kObjectsInScope) {
-    guardHit("objects in a scope");
+    limitHit("objects in a scope");
     if (!isOwnedElsewhere(object)) destroy(object);
     return false;
   }
@@ -73,6 +74,16 @@ bool CMC_ObjectsContainer::addObject(CMC_Object* object) {
   table_[object->getName().view()] = object;
   noteName(*object, 1);
   return true;
+}
+
+// The same element may be built again, as when an episode is entered again: that is no mistake.
+void CMC_ObjectsContainer::reportReplaced(const CMC_Object& object, const CMC_Object& older) {
+  const Origin origin = object.origin();
+  const bool isSame =
+      origin.line != 0 && origin.line == older.origin().line && origin.file == older.origin().file;
+  if ((isSame && !object.isClone()) || !diagnose::isOn()) return;
+  diagnose::report(diagnose::Group::object, object.getName(), "",
+                   "takes the place of another object of the name", origin);
 }
 
 // A name came into the table or left it.
@@ -203,6 +214,7 @@ CMC_Object* CMC_ObjectsContainer::resolve(const CMElement* element, CMC_Groupped
   const TypeDescription* description = findTypeByDefinition(word);
   if (description != nullptr && adoptExisting(element, *description)) return nullptr;
   CMC_Object* object = description != nullptr ? makeObject(this, element, *description) : resolveEx(element);
+  if (object == nullptr) reportUnknown(*element);
   if (object == nullptr || group == nullptr) return object;
   for (const WeakRef<CMC_Behaviour>& behaviour : object->getTmpBehList()) {
     if (behaviour && behaviour->getName().startsWith("beh_")) group->add(behaviour.get());
@@ -215,7 +227,11 @@ std::vector<const CMElement*> CMC_ObjectsContainer::resolveObjects(const CMEleme
   constexpr int kClasses = 4;
   std::vector<const CMElement*> waiting;
   for (const CMElement* element : elements) {
-    if (element->isPropertyAvailable("TYPE")) waiting.push_back(element);
+    if (element->isPropertyAvailable("TYPE")) {
+      waiting.push_back(element);
+    } else if (element->getName() != getName()) {
+      reportUnknown(*element);
+    }
   }
   for (int pass = 1; pass <= kLastPass; ++pass) {
     buildPass(waiting, pass);
@@ -223,13 +239,18 @@ std::vector<const CMElement*> CMC_ObjectsContainer::resolveObjects(const CMEleme
     for (CMC_Object* object : getObjectsOfType(type::kBehaviour))
       static_cast<CMC_Behaviour*>(object)->resolveCondition();
   }
-  if (diagnose::isOn()) {
-    for (const CMElement* element : waiting) {
-      diagnose::report(diagnose::Group::definition, element->getName(), "",
-                       "unknown TYPE " + element->getPropertyValue("TYPE").str(), element->origin());
-    }
-  }
+  for (const CMElement* element : waiting) reportUnknown(*element);
   return waiting;
+}
+
+// Nothing was made of the element.
+void CMC_ObjectsContainer::reportUnknown(const CMElement& element) {
+  if (!diagnose::isOn()) return;
+  const CMProperty* type = element.properties().get("TYPE");
+  diagnose::report(
+      diagnose::Group::definition, element.getName(), "",
+      type == nullptr ? "has no TYPE: no object is made of it" : "unknown TYPE " + type->getValue().str(),
+      type == nullptr ? element.origin() : type->origin());
 }
 
 void CMC_ObjectsContainer::buildPass(std::vector<const CMElement*>& waiting, int pass) {

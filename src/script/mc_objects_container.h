@@ -116,6 +116,8 @@ class CMC_ObjectsContainer : public CMC_Object {
  private:
   CMC_Object* lookUp(std::string_view name) const;
   bool adoptExisting(const CMElement* element, const TypeDescription& description);
+  static void reportReplaced(const CMC_Object& object, const CMC_Object& older);
+  static void reportUnknown(const CMElement& element);
   void buildPass(std::vector<const CMElement*>& waiting, int pass);
   void finishAll();
   void endAll();

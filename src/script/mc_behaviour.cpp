@@ -42,7 +42,8 @@ CMC_Behaviour::CMC_Behaviour(CMC_ObjectsContainer* container, CXString name, con
                              Origin origin)
     : CMC_Object(std::move(name), type::kBehaviour), code_(CMC_Behaviour_Entry::stripBraces(code)) {
   setScene(container);
-  setOrigin(origin);
+  // Code that a statement makes stands where the statement does.
+  setOrigin(origin.line == 0 && diagnose::isOn() ? diagnose::place : origin);
 }
 
 // A copy has the code and the lines; it stands on no timer and has declared nothing.
@@ -82,12 +83,16 @@ bool CMC_Behaviour::done(bool keepTempBehaviours) {
 void CMC_Behaviour::resolveCondition() {
   if (conditionName_.IsEmpty() || getScene() == nullptr) return;
   condition_ = WeakRef<CMC_BasicCondition>(getScene()->find<CMC_BasicCondition>(conditionName_));
+  if (!condition_ && diagnose::isOn())
+    diagnose::report(diagnose::Group::object, getName(), "CONDITION",
+                     "no condition of the name " + conditionName_.str(), origin());
 }
 
 bool CMC_Behaviour::run(CMC_Object* caller, const TextList* arguments, bool checkCondition) {
   if (!enabled_ || !lines_ || isDisposed()) return false;
   const DepthGuard depth;
   if (!depth) return false;
+  const diagnose::PlaceGuard place;
   const Ref<CMC_Behaviour> self(this);
   const Ref<CMC_Object> keepCaller(caller);
   const Ref<CMC_ObjectsContainer> scope(getScene());
@@ -233,6 +238,8 @@ Result CMC_Behaviour::runLine(CMC_ObjectsContainer* scope, CMC_Object* caller, c
                               CMC_Behaviour* behaviour) {
   const DepthGuard depth;
   const bool isCall = text.startsWith("@") || text.Find('^') >= 0;
+  if (!isCall && diagnose::isOn())
+    diagnose::report(diagnose::Group::statement, text, "", "is no call: there is no ^ in it");
   if (!depth || !isCall) return {};
   Ref<CMC_Behaviour> owner(behaviour);
   if (!owner) {

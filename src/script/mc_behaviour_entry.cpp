@@ -23,7 +23,7 @@ class CompileDepth {
   CompileDepth& operator=(const CompileDepth&) = delete;
   static bool isTooDeep() {
     if (depth <= limits::kBracketDepth) return false;
-    guardHit("brackets in one statement");
+    limitHit("brackets in one statement");
     return true;
   }
 
@@ -69,7 +69,7 @@ CXString CMC_Behaviour_Entry::fillParams(const CXString& text, const TextList* a
     const CXString& argument = (*arguments)[static_cast<std::size_t>(index)];
     filled += text.slice(start, mark);
     if (filled.Length() + argument.Length() > limits::kFilledTextBytes) {
-      guardHit("filled text too long");
+      limitHit("filled text too long");
       return text;
     }
     filled += argument;
@@ -118,6 +118,7 @@ CMC_InlineCode::CMC_InlineCode(CMC_Behaviour* behaviour, bool hasMarks)
 
 CMC_Behaviour_Entry::CMC_Behaviour_Entry(CMC_Behaviour* behaviour, CXString line)
     : line_(std::move(line)), origin_(behaviour->origin()) {
+  const diagnose::PlaceGuard place(origin_);
   const CompileDepth depth;
   if (line_.endsWith(";")) line_.left(line_.Length() - 1);
   if (CompileDepth::isTooDeep()) {
@@ -259,6 +260,8 @@ CMC_Object* CMC_Behaviour_Entry::findByName(const CMC_ObjectsContainer* scene, c
 }
 
 void CMC_Behaviour_Entry::compileArguments(CMC_Behaviour* behaviour, int open) {
+  if (open < 0 && diagnose::isOn())
+    diagnose::report(diagnose::Group::statement, line_, "", "a call needs its round brackets", origin_);
   if (open < 0) return;
   params_ = line_.Mid(open + 1, line_.Length() - 1);
   int depth = 0;
@@ -526,6 +529,7 @@ CMC_Object* CMC_Behaviour_Entry::findIndirect(const RunContext& context) const {
     if (named == nullptr) named = context.scene->getVariable(objectName_);
     source = asVariable(named);
   }
+  if (!source) reportMissing(objectName_);
   if (!source) return nullptr;
   const CXString name = getStringValue(source.get());
   CMC_Object* found = context.scene->getObject(name);
@@ -536,6 +540,7 @@ CMC_Object* CMC_Behaviour_Entry::findIndirect(const RunContext& context) const {
 Result CMC_Behaviour_Entry::callMethod(CMC_Object* object, const RunContext& context,
                                        const ArgumentList& arguments) const {
   CMC_Runner* runner = object != nullptr ? object->getRunner() : nullptr;
+  if (runner == nullptr) reportUncallable(object);
   if (runner == nullptr) return {};
   if (hasMark(method_)) {
     return runner->run(fillParams(method_, context.arguments).view(), object, context.scene, arguments);
@@ -550,6 +555,13 @@ Result CMC_Behaviour_Entry::callMethod(CMC_Object* object, const RunContext& con
 
 void CMC_Behaviour_Entry::reportMissing(const CXString& name) const {
   if (diagnose::isOn()) diagnose::report(diagnose::Group::object, name, method_, "no such object", origin_);
+}
+
+// A missing object is reported where it was looked for, but for a caller that there never was.
+void CMC_Behaviour_Entry::reportUncallable(const CMC_Object* object) const {
+  if (!diagnose::isOn() || (object == nullptr && kind_ != Kind::callerCall)) return;
+  diagnose::report(diagnose::Group::object, object != nullptr ? object->getName() : CXString("THIS"), method_,
+                   object != nullptr ? "has no methods" : "nobody called", origin_);
 }
 
 // A whole text
@@ -582,6 +594,9 @@ CodeLines::CodeLines(CMC_Behaviour* behaviour, CXString text) : text_(std::move(
   CXString rest;
   for (CXString& statement : CMC_Behaviour_Entry::cutStatements(text_, &rest)) {
     entries_.push_back(std::make_unique<CMC_Behaviour_Entry>(behaviour, std::move(statement)));
+    if (diagnose::isOn() && !entries_.back()->mayDoSomething())
+      diagnose::report(diagnose::Group::statement, behaviour->getName(), "",
+                       "calls nothing: " + entries_.back()->getLine().str(), behaviour->origin());
   }
   // A bare name or number is as often a text that only might have been code.
   const bool isStatement = rest.startsWith("@") || rest.Find('^') >= 0;

@@ -61,6 +61,10 @@ class CMC_Behaviour_Entry {
   CMC_Object* peek(const RunContext& context) const;
   // Whether `peek` may give something.
   bool isPlainValue() const { return kind_ == Kind::value && !hasMarks_; }
+  // False for a value that stands where a call should: nothing is done with it.
+  bool mayDoSomething() const {
+    return (kind_ != Kind::value && kind_ != Kind::expression) || hasMarks_ || line_.IsEmpty();
+  }
 
   const CXString& getMethod() const { return method_; }
   const CXString& getLine() const { return line_; }
@@ -142,6 +146,7 @@ class CMC_Behaviour_Entry {
   Result callBound(CMC_Object& object, const RunContext& context, const ArgumentList& arguments) const;
   Result callMethod(CMC_Object* object, const RunContext& context, const ArgumentList& arguments) const;
   void reportMissing(const CXString& name) const;
+  void reportUncallable(const CMC_Object* object) const;
 
   static inline std::int64_t nameNumber_ = 0;  // the last one in a unique name
 

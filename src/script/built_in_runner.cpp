@@ -82,6 +82,8 @@ bool isComparisonTrue(const Call& call) {
   const Side left(call, 0);
   CXString storage;
   const Comparison comparison = CMC_Condition::comparisonOf(call.textView(1, &storage));
+  if (comparison == Comparison::none)
+    diagnose::reportCall(diagnose::Group::arguments, "there is no such comparison");
   const Side right(call, 2);
   if (left.whole && right.whole && comparison != Comparison::instanceOf && caches::isOn()) {
     return CMC_Condition::valid(*left.whole, *right.whole, comparison);
@@ -192,6 +194,7 @@ Result conv(CMC_Behaviour& /*behaviour*/, Call& call) {
   const int wanted = CMC_Object::getTypeId(call.text(1));
   const Ref<CMC_Variable> value = asVariable(call.object(0));
   const Ref<CMC_Variable> converted = Factory::make(wanted);
+  if (!converted) diagnose::reportCall(diagnose::Group::arguments, "no value has the type of that word");
   if (converted && value) converted->set(value.get());
   return Result(converted);
 }
@@ -199,7 +202,12 @@ Result conv(CMC_Behaviour& /*behaviour*/, Call& call) {
 Result declare(CMC_Behaviour& behaviour, const Call& call, int type) {
   CMC_ObjectsContainer* scope = call.scope();
   const CXString name = call.text(0);
-  if (scope == nullptr || scope->getObject(name) != nullptr) return {};
+  if (scope == nullptr) return {};
+  if (scope->getObject(name) != nullptr) {
+    if (diagnose::isOn())
+      diagnose::reportCall(diagnose::Group::object, name.str() + " is there already: nothing is declared");
+    return {};
+  }
   const Ref<CMC_Variable> value = asVariable(call.object(1));
   Ref<CMC_Variable> made(Factory::makeNamed(type, name).release());
   if (value) made->set(value.get());
@@ -218,9 +226,7 @@ Result declareInt(CMC_Behaviour& behaviour, Call& call) { return declare(behavio
 
 Result declareString(CMC_Behaviour& behaviour, Call& call) { return declare(behaviour, call, type::kString); }
 
-Result value(CMC_Behaviour& /*behaviour*/, Call& call) {
-  return Result(Ref<CMC_Object>(call.findAny(call.text(0))));
-}
+Result value(CMC_Behaviour& /*behaviour*/, Call& call) { return Result(Ref<CMC_Object>(call.namedAny(0))); }
 
 // Objects, timers, names
 

@@ -144,6 +144,8 @@ bool CMC_Condition::valid(bool raiseSignals) {
       CMC_Expression::isTypeOf(first->getType()) || CMC_Expression::isTypeOf(second->getType());
   if (!eitherIsExpression && left->getType() != right->getType()) {
     right = right->convert(left->getType());
+    if (!right && diagnose::isOn())
+      diagnose::report(diagnose::Group::arguments, getName(), "", "the sides cannot be compared", origin());
     if (!right) return false;
   }
   return tell(test(left.get(), right.get(), operator_), raiseSignals);
@@ -178,8 +180,8 @@ bool CMC_Condition::valid(int left, int right, Comparison comparison) {
 bool CMC_Condition::valid(CMC_ObjectsContainer* scope, const CXString& left, std::string_view word,
                           const CXString& right) {
   const Comparison comparison = comparisonOf(word);
-  if (comparison == Comparison::none && diagnose::isOn())
-    diagnose::report(diagnose::Group::statement, left, "", "no such comparison: " + std::string(word));
+  if (comparison == Comparison::none)
+    diagnose::reportCall(diagnose::Group::arguments, "there is no such comparison");
   return comparison != Comparison::none && valid(scope, left, right, comparison);
 }
 
@@ -247,12 +249,22 @@ bool CMC_ComplexCondition::isInnerValid(const CXString& name) {
   return inner && inner->valid(true);
 }
 
+void CMC_ComplexCondition::reportMissing() const {
+  if (!diagnose::isOn()) return;
+  for (const CXString* name : {&condition1_, &condition2_}) {
+    if (getScene()->find<CMC_BasicCondition>(*name) != nullptr) continue;
+    diagnose::report(diagnose::Group::object, getName(), "", "no condition of the name " + name->str(),
+                     origin());
+  }
+}
+
 bool CMC_ComplexCondition::valid(bool raiseSignals) {
   const DepthGuard depth;
   if (!depth || getScene() == nullptr) return false;
   const Ref<CMC_ComplexCondition> self(this);
   if (getScene()->find<CMC_BasicCondition>(condition1_) == nullptr ||
       getScene()->find<CMC_BasicCondition>(condition2_) == nullptr) {
+    reportMissing();
     return false;
   }
   bool outcome = false;

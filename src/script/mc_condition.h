@@ -90,6 +90,7 @@ class CMC_ComplexCondition : public CMC_BasicCondition {
 
   static Joint resolveOperator(std::string_view word);
   bool isInnerValid(const CXString& name);
+  void reportMissing() const;
 
   CXString condition1_;
   CXString condition2_;

@@ -206,7 +206,7 @@ int CMC_String::compare(CMC_Variable* other) {
 
 void CMC_String::append(std::string_view text) {
   if (std::int64_t{value_.Length()} + static_cast<std::int64_t>(text.size()) > limits::kStringBytes) {
-    guardHit("string too long");
+    limitHit("string too long");
     written(false);
     return;
   }
@@ -221,7 +221,7 @@ Ref<CMC_Variable> CMC_String::calculate(CMC_Variable* other, Operation operation
     if (std::int64_t{text.Length()} + added.Length() <= limits::kStringBytes) {
       text += added;
     } else {
-      guardHit("string too long");
+      limitHit("string too long");
     }
   }
   return CMC_VariableFactory::makeString(std::move(text));

@@ -40,7 +40,7 @@ class Pool {
       grow();
       return Ref<T>(slots_[cursor_].get());
     }
-    guardHit("pool of temporaries full");
+    limitHit("pool of temporaries full");
     Ref<T> spare(new T(CXString("f"), 0));
     spare->dispose();
     return spare;

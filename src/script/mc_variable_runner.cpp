@@ -43,10 +43,16 @@ bool isNumeric(const CMC_Variable& object) {
   return object.getType() == type::kInteger || object.getType() == type::kDouble;
 }
 
+// A method that the object's type has by name alone.
+Result notForType() {
+  diagnose::reportCall(diagnose::Group::method, "does nothing on an object of this type");
+  return {};
+}
+
 // Gives a STRING a new value, unless it is longer than a text may be.
 void replaceText(CMC_String& object, CXString text) {
   if (text.Length() > limits::kStringBytes) {
-    guardHit("string too long");
+    limitHit("string too long");
     return;
   }
   CMC_String value(std::move(text));
@@ -169,7 +175,7 @@ Result bitXor(CMC_Variable& object, Call& call) {
 Result bitNot(CMC_Variable& object, Call& /*call*/) {
   if (object.getType() == type::kInteger) return storeInteger(object, ~object.asInteger());
   auto* text = object_cast<CMC_String>(&object);
-  if (text == nullptr) return {};
+  if (text == nullptr) return notForType();
   const std::string_view value = text->getValue().view();
   return store(object, Factory::makeString(std::string(value.rbegin(), value.rend())));
 }
@@ -181,14 +187,14 @@ Result power(CMC_Variable& object, Call& call) {
 // Numbers
 
 Result squareRoot(CMC_Variable& object, Call& /*call*/) {
-  return isNumeric(object) ? storeDouble(object, std::sqrt(object.asDouble())) : Result();
+  return isNumeric(object) ? storeDouble(object, std::sqrt(object.asDouble())) : notForType();
 }
 
 Result clamp(CMC_Variable& object, Call& call) {
   if (object.getType() == type::kInteger) {
     return storeInteger(object, std::max(std::min(object.asInteger(), call.integer(1)), call.integer(0)));
   }
-  if (object.getType() != type::kDouble) return {};
+  if (object.getType() != type::kDouble) return notForType();
   return storeDouble(object, std::max(std::min(object.asDouble(), call.real(1)), call.real(0)));
 }
 
@@ -196,7 +202,7 @@ Result length(CMC_Variable& object, Call& call) {
   if (const auto* text = object_cast<CMC_String>(&object)) {
     return Result(Factory::makeInteger(text->getValue().Length()));
   }
-  if (!isNumeric(object) || !call.has(1)) return {};
+  if (!isNumeric(object) || !call.has(1)) return notForType();
   const double x = call.real(0);
   const double y = call.real(1);
   return storeDouble(object, std::sqrt(x * x + y * y));
@@ -236,7 +242,7 @@ Result maxA(CMC_Variable& object, Call& call) {
 }
 
 Result round(CMC_Variable& object, Call& /*call*/) {
-  if (object.getType() != type::kDouble) return {};
+  if (object.getType() != type::kDouble) return notForType();
   const double value = object.asDouble();
   const int whole = to_int(value);
   return Result(
@@ -244,7 +250,7 @@ Result round(CMC_Variable& object, Call& /*call*/) {
 }
 
 Result sgn(CMC_Variable& object, Call& /*call*/) {
-  if (!isNumeric(object)) return {};
+  if (!isNumeric(object)) return notForType();
   const int whole = to_int(object.asDouble());
   return Result(Factory::makeInteger((whole > 0) - (whole < 0)));
 }
@@ -310,7 +316,7 @@ Result insertAt(CMC_String& object, Call& call) {
   const CXString added = call.text(1);
   const std::int64_t count = call.has(2) ? std::max(call.integer(2), 0) : 1;
   if (text.Length() + count * added.Length() > limits::kStringBytes) {
-    guardHit("string too long");
+    limitHit("string too long");
     return {};
   }
   CXString result = text.Left(index);
@@ -342,7 +348,10 @@ Result copyFile(CMC_Variable& object, Call& call) {
   static_cast<void>(object);
   const CXString from = CPath::resolveFileName(window, call.text(0));
   const CXString to = CPath::resolveFileName(window, call.text(1));
-  return Result(Factory::makeBool(platform::current().files().copy(from, to)));
+  const bool isCopied = platform::current().files().copy(from, to);
+  if (!isCopied && diagnose::isOn())
+    diagnose::reportCall(diagnose::Group::file, from.str() + " was not copied to " + to.str());
+  return Result(Factory::makeBool(isCopied));
 }
 
 constexpr Method kMethods[] = {

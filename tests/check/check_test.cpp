@@ -168,8 +168,8 @@ const Mistake kCodeMistakes[] = {
     {"NoSuchObject",
      CODE("COUNT^INC(); /\nCUONT^INC();count^INC();^INC(); /\n *NONE^INC();"),
      {"MAIN.cnv:6: object: no object CUONT (did you mean COUNT?)",
-      "MAIN.cnv:6: object: no object count (did you mean COUNT?)", "MAIN.cnv:6: object: no object ",
-      "MAIN.cnv:7: object: no object NONE"}},
+      "MAIN.cnv:6: object: no object count (did you mean COUNT?)",
+      "MAIN.cnv:6: object: no name stands before the ^", "MAIN.cnv:7: object: no object NONE"}},
     {"NoSuchMethod",
      CODE("COUNT^INCC();B^RUNS(COUNT^GETT()); /\n @LOPP({},0,1,1);THIS^NOSUCHMETHOD();B^PLAY();"),
      {"MAIN.cnv:5: method: COUNT (INTEGER) has no method INCC (did you mean INC?)",
@@ -357,6 +357,7 @@ TEST(RightGames, HaveNoFindings) {
       // Brackets in texts, several lines, comments, the ignored tail.
       {{"Dane/MAIN.cnv",
         "DEF:T(TYPE=STRING|VALUE=(:)\nOBJECT=MAIN\nMAIN:ONINIT={T^SET(\"[\");T^SET(\"}\");T^SET(\"a;b\");T^"
+        "SET({a});T^"
         "SET(-1); /\n"
         "@IF(\"T'x||T<y&&T>'z\",{});@IF(T,!_,\"x\",{T^SET(1);},{});@IF(\"1'1\",);}\n! "
         "/\nno:line;counts=/\n"}},

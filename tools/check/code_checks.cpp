@@ -186,7 +186,9 @@ class CodeChecks : public CodeVisitor {
   Found checkObject(const Statement& statement) {
     Found found = game_.look(scopes_, statement.object);
     if (!found) {
-      report(Kind::object, statement.text, statement.object, "no object " + excerpt(statement.object),
+      const bool isNamed = !statement.object.empty();
+      report(Kind::object, statement.text, statement.object,
+             isNamed ? "no object " + excerpt(statement.object) : "no name stands before the ^",
              nearest(statement.object));
     }
     return found;

@@ -108,7 +108,9 @@ void CodeWalker::walkValue(Piece text) {
 }
 
 void CodeWalker::argument(Piece text) {
-  if (CMC_Behaviour_Entry::isInlineCode(text)) {
+  // Braces around a text that holds no call are a part of the text.
+  const bool isCode = text.find('^') != kNone || text.find('$') != kNone;
+  if (isCode && CMC_Behaviour_Entry::isInlineCode(text)) {
     inlineCode(text);
     return;
   }
@@ -139,6 +141,8 @@ void CodeWalker::call(const Statement& statement) {
 }
 
 void CodeWalker::checkBrackets(const Statement& statement) {
+  const bool isMistaken = statement.kind == Statement::Kind::caller && !statement.text.starts_with("THIS^");
+  if (isMistaken) return;  // a fault of its own
   if (statement.brackets == Statement::Brackets::none) {
     visitor_.onFault(Kind::brackets, statement.text,
                      "a call needs its round brackets: " + excerpt(statement.text));
@@ -195,7 +199,7 @@ void CodeWalker::value(Piece text) {
     visitor_.onFault(
         Kind::brackets, text,
         "the quotation marks are no pair (a comma outside of round brackets ends a text): " + excerpt(text));
-  } else if (text.find_first_of("{}") != kNone) {
+  } else if (text.starts_with('{') != text.ends_with('}')) {
     visitor_.onFault(Kind::brackets, text, "the braces are no pair: " + excerpt(text));
   } else {
     isTextCut_ = isTail;  // a middle of a text that several commas cut

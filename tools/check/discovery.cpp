@@ -78,6 +78,7 @@ class Discovery : public CodeVisitor {
 
   void createObject(Piece word, Piece name) {
     const int type = word == "\"VGO\"" ? type::kVirtualGraphicsObject : typeNumberOf(withoutQuotes(word));
+    if (type < 0 && isQuoted(word) && !hasMark(word)) return;  // nothing is made of other words
     game_.noteUnknownMethods(type);
     create(name, {.type = type > 0 ? type : Thing::kUnknownType});
   }

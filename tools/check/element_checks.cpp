@@ -40,13 +40,21 @@ void checkRepeated(const SourceFile& file, const CMElement& element, std::span<c
 
 // Levels of the game
 
+// An episode starts with one of its own scenes, and an application with any.
+bool isReachable(const Game& game, const CMElement& element, const Scope& level, std::string_view property) {
+  const Scope* own = game.level(element.getName().view());
+  if (property != "STARTWITH" || own == nullptr || own->level() != Scope::Level::episode) return true;
+  return std::find(own->scenes.begin(), own->scenes.end(), level.name()) != own->scenes.end();
+}
+
 void checkNames(const Game& game, const SourceFile& file, const CMElement& element, const char* property) {
   const CMProperty* list = element.properties().get(property);
   if (list == nullptr) return;
   CStringTokenizer tokenizer(list->getValue(), ", ");
   while (tokenizer.hasMoreTokens()) {
     const CXString name = tokenizer.nextToken();
-    if (game.level(name.view()) != nullptr) continue;
+    const Scope* level = game.level(name.view());
+    if (level != nullptr && isReachable(game, element, *level, property)) continue;
     Nearest nearest(name.view());
     for (const CMElement* other : file.elements()) nearest.consider(other->getName().view());
     file.report(

@@ -91,7 +91,9 @@ void SourceFile::parse(CTextFileReader& reader) {
   };
   std::vector<Dropped> dropped;
   diagnose::listen([&dropped](const diagnose::Report& report) {
-    if (dropped.size() <= Findings::kMost) dropped.push_back({report.object, report.text, report.line});
+    const bool isOfLines = report.group == diagnose::Group::definition;
+    if (isOfLines && dropped.size() <= Findings::kMost)
+      dropped.push_back({report.object, report.text, report.line});
   });
   reader.reset();
   CTextCoder coder(nullptr, &reader, true);

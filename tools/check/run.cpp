@@ -10,6 +10,7 @@
 #include "foundation/code_page.h"
 #include "game.h"
 #include "gfx/window.h"
+#include "nearest.h"
 #include "platform/headless/headless_platform.h"
 #include "platform/posix/file_system.h"
 #include "script/mc_runner.h"
@@ -136,6 +137,7 @@ class Run {
 }  // namespace
 
 Outcome run(const Options& options) {
+  Nearest::beginRun();
   Outcome outcome;
   const std::string dataRoot = canonical(options.dataRoot);
   const std::string root = options.root.empty() ? dataRoot : canonical(options.root);

@@ -4,7 +4,6 @@
 #include "app/mc_system.h"
 #include "app/structure_parser.h"
 #include "foundation/depth.h"
-#include "foundation/depth.h"
 #include "foundation/string_tokenizer.h"
 #include "gfx/window.h"
 #include "script/mc_behaviour.h"

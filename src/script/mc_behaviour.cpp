@@ -132,7 +132,9 @@ void CMC_Behaviour::removeTemporaries(CMC_ObjectsContainer* scope) {
 
 void CMC_Behaviour::setParams(const TextList& arguments) {
   CXString text = CMC_Behaviour_Entry::fillParams(code_, &arguments);
-  if (caches::isOn() && lines_ && lines_->text() == text && lines_->isCurrent()) return;
+  // Inline code within that speaks of itself may have bound or disabled itself; made anew it has not.
+  const bool isStill = lines_ && lines_->text() == text && text.FindSubString("THIS") < 0;
+  if (caches::isOn() && isStill && lines_->isCurrent()) return;
   done(false);
   if (!isDisposed() && text.IsString()) compile(text, caches::isOn());
 }

@@ -469,6 +469,26 @@ TEST(BadInput, LongAndDeepTextEndsCleanly) {
   EXPECT_EQ(findingsInMain(repeat("nobody:is=1\n", 100000)).size(), Findings::kMost);
 }
 
+<<<<<<< HEAD
+=======
+TEST(BadInput, ManyOfOneKindEndSoon) {
+  std::string names;
+  std::string patterns;
+  std::string levels = "DEF:GAME(TYPE=APPLICATION|SCENES=";
+  for (int i = 0; i < 20000; ++i) {
+    const std::string number = std::to_string(i);
+    names += "DEF:A(TYPE=INTEGER)\n";
+    patterns +=
+        "DEF:B" + number + "(TYPE=BEHAVIOUR|CODE={@INT(\"N" + number + "$1\",1);C" + number + "^INC();})\n";
+    levels += "S" + number + ",";
+  }
+  findingsIn({{"Dane/MAIN.cnv", names}, {"Dane/OTHER.cnv", patterns}});
+  levels += ")\n";
+  for (int i = 0; i < 20000; i += 2) levels += "DEF:S" + std::to_string(i) + "(TYPE=SCENE)\n";
+  EXPECT_EQ(findingsIn({{"Dane/application.def", levels}}).size(), Findings::kMost);
+}
+
+>>>>>>> wt-c
 TEST(BadInput, CyclesEndCleanly) {
   const std::vector<File> game = {
       {"COMMON/CLASSES/a.cnv",
@@ -501,6 +521,10 @@ TEST(BadInput, LinkedFoldersEndCleanly) {
 // -------------------------------------------------------------------------------------------------------------
 
 TEST(Nearest, GivesTheNearestNameThatIsNearEnough) {
+<<<<<<< HEAD
+=======
+  Nearest::beginRun();
+>>>>>>> wt-c
   const auto nearest = [](const char* word) {
     Nearest search(word);
     for (const char* name : {"COUNT", "COUNTER", "MOUNT", "N", "Score", "SECONDTIMER"}) search.consider(name);

@@ -19,8 +19,8 @@ The folder NAME holds a game ("Dane/application.def" and so on) and "expect.json
                      game's folder, null where it cannot work; judged by tests/check/check_games.py
                                                                              (default: nothing)
 
-The game runs twice, the second time with --literal: what the engine remembers of statements must not show. It runs
-in a copy of the folder, so it may write. Every difference is printed; the exit status is 1 when there
+The game runs twice, the second time with --literal, and with --diagnose warn where it does not say otherwise: neither
+what the engine remembers of statements nor what it reports may show. It runs in a copy of the folder, so it may write. Every difference is printed; the exit status is 1 when there
 is one. A wrong picture leaves itself and a picture of the differences in out/games/NAME. With --keep the copy stays
 and its place is printed; with --accept the shots become the new expectation.
 """
@@ -136,7 +136,7 @@ def run(host, game, options, literal):
     command += expect.get("args", [])
     way = game.name + (" (read literally)" if literal else "")
     if literal:
-        command.append("--literal")
+        command += ["--literal"] if "--diagnose" in command else ["--literal", "--diagnose", "warn"]
 
     try:
         done = subprocess.run(command, cwd=folder, stdin=subprocess.DEVNULL, capture_output=True, timeout=TIME_LIMIT)

@@ -469,8 +469,6 @@ TEST(BadInput, LongAndDeepTextEndsCleanly) {
   EXPECT_EQ(findingsInMain(repeat("nobody:is=1\n", 100000)).size(), Findings::kMost);
 }
 
-<<<<<<< HEAD
-=======
 TEST(BadInput, ManyOfOneKindEndSoon) {
   std::string names;
   std::string patterns;
@@ -488,7 +486,6 @@ TEST(BadInput, ManyOfOneKindEndSoon) {
   EXPECT_EQ(findingsIn({{"Dane/application.def", levels}}).size(), Findings::kMost);
 }
 
->>>>>>> wt-c
 TEST(BadInput, CyclesEndCleanly) {
   const std::vector<File> game = {
       {"COMMON/CLASSES/a.cnv",
@@ -521,10 +518,7 @@ TEST(BadInput, LinkedFoldersEndCleanly) {
 // -------------------------------------------------------------------------------------------------------------
 
 TEST(Nearest, GivesTheNearestNameThatIsNearEnough) {
-<<<<<<< HEAD
-=======
   Nearest::beginRun();
->>>>>>> wt-c
   const auto nearest = [](const char* word) {
     Nearest search(word);
     for (const char* name : {"COUNT", "COUNTER", "MOUNT", "N", "Score", "SECONDTIMER"}) search.consider(name);

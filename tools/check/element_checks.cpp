@@ -56,12 +56,8 @@ void checkNames(const Game& game, const SourceFile& file, const CMElement& eleme
     const Scope* level = game.level(name.view());
     if (level != nullptr && isReachable(game, element, *level, property)) continue;
     Nearest nearest(name.view());
-<<<<<<< HEAD
-    for (const CMElement* other : file.elements()) nearest.consider(other->getName().view());
-=======
     for (int i = 0; i < file.elements().getSize() && !Nearest::isSpent(); ++i)
       nearest.consider(file.elements().getAt(i)->getName().view());
->>>>>>> wt-c
     file.report(
         Kind::object, list->origin().line, name.str(),
         "no episode or scene " + excerpt(name.view()) + " for " + element.getName().str() + ":" + property,

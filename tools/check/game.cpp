@@ -98,10 +98,7 @@ bool Game::load() {
   makeLevels(Scope::Level::scene, "SCENE");
   makeLevels(Scope::Level::episode, "EPISODE");
   makeLevels(Scope::Level::application, "APPLICATION");
-<<<<<<< HEAD
-=======
   for (const auto& [element, scope] : levels_) levelsByName_.emplace(scope->name(), scope);
->>>>>>> wt-c
   joinLevels();
   for (const auto& [element, scope] : levels_) readLevelFile(*scope);
   discoverAll();
@@ -128,14 +125,8 @@ void Game::makeLevels(Scope::Level level, std::string_view word) {
 }
 
 Scope* Game::level(std::string_view name) const {
-<<<<<<< HEAD
-  const auto found = std::find_if(levels_.begin(), levels_.end(),
-                                  [name](const auto& level) { return level.second->name() == name; });
-  return found == levels_.end() ? nullptr : found->second;
-=======
   const auto found = levelsByName_.find(name);
   return found == levelsByName_.end() ? nullptr : found->second;
->>>>>>> wt-c
 }
 
 // The root path counts for scenes alone, and only where it has their file.

@@ -9,10 +9,7 @@
 #include <span>
 #include <string>
 #include <string_view>
-<<<<<<< HEAD
-=======
 #include <unordered_map>
->>>>>>> wt-c
 #include <vector>
 
 #include "findings.h"
@@ -94,14 +91,9 @@ class Game {
   std::map<std::string, std::unique_ptr<SourceFile>> sources_;  // by the engine's full name
   std::vector<SourceFile*> order_;                              // as they were read
   std::vector<std::unique_ptr<Scope>> scopes_;
-<<<<<<< HEAD
-  std::vector<std::pair<const CMElement*, Scope*>> levels_;  // in the order in which the engine builds them
-  std::map<std::string, Scope*> classes_;                    // by their files
-=======
   std::vector<std::pair<const CMElement*, Scope*>> levels_;    // in the order in which the engine builds them
   std::unordered_map<std::string_view, Scope*> levelsByName_;  // the first of a name
   std::map<std::string, Scope*> classes_;                      // by their files
->>>>>>> wt-c
   struct WaitingClass {
     Scope* scope;
     std::vector<CXString> files;

@@ -11,11 +11,7 @@ namespace footlight::check {
 namespace {
 
 constexpr std::size_t kLongestWord = 64;
-<<<<<<< HEAD
-constexpr std::int64_t kBudget = 200'000'000;  // cells of distance tables in one run
-=======
 constexpr std::int64_t kBudget = 50'000'000;  // cells of distance tables in one run
->>>>>>> wt-c
 
 std::int64_t& budget() {
   static std::int64_t left = kBudget;
@@ -50,11 +46,8 @@ std::size_t distance(std::string_view a, std::string_view b) {
 Nearest::Nearest(std::string_view word)
     : word_(code_page::foldCase(word)), written_(word), most_(mostMistakes(word.size())) {}
 
-<<<<<<< HEAD
-=======
 void Nearest::beginRun() { budget() = kBudget; }
 
->>>>>>> wt-c
 bool Nearest::isSpent() { return budget() < 0; }
 
 void Nearest::consider(std::string_view candidate) {

@@ -19,11 +19,8 @@ class Nearest {
   const std::string& name() const { return name_; }
   // True when the budget is spent: there is no point in going through more names.
   static bool isSpent();
-<<<<<<< HEAD
-=======
   // Fills the budget.
   static void beginRun();
->>>>>>> wt-c
 
  private:
   std::string word_;  // in one letter case

@@ -10,10 +10,7 @@
 #include "foundation/code_page.h"
 #include "game.h"
 #include "gfx/window.h"
-<<<<<<< HEAD
-=======
 #include "nearest.h"
->>>>>>> wt-c
 #include "platform/headless/headless_platform.h"
 #include "platform/posix/file_system.h"
 #include "script/mc_runner.h"
@@ -140,10 +137,7 @@ class Run {
 }  // namespace
 
 Outcome run(const Options& options) {
-<<<<<<< HEAD
-=======
   Nearest::beginRun();
->>>>>>> wt-c
   Outcome outcome;
   const std::string dataRoot = canonical(options.dataRoot);
   const std::string root = options.root.empty() ? dataRoot : canonical(options.root);

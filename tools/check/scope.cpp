@@ -6,36 +6,20 @@ namespace footlight::check {
 
 namespace {
 
-<<<<<<< HEAD
-constexpr std::size_t kLongestName = 4096;  // of displaced things
-=======
 // Past these a file is no work of an author's, and the checker need not tell everything about it.
 constexpr std::size_t kLongestName = 384;        // of displaced things
 constexpr std::size_t kMostThingsOfAName = 100;  // further ones are not told apart
 constexpr std::size_t kMostPatterns = 1000;      // with more of them a name may be anything
->>>>>>> wt-c
 
 bool isSame(const Thing& a, const Thing& b) {
   return a.type == b.type && a.element == b.element && a.scope == b.scope && a.isInstance == b.isInstance;
 }
 
-<<<<<<< HEAD
-bool addOnce(std::vector<Scope*>& list, Scope* scope) {
-  if (std::find(list.begin(), list.end(), scope) != list.end()) return false;
-  list.push_back(scope);
-  return true;
-}
-
-=======
->>>>>>> wt-c
 }  // namespace
 
 bool Scope::add(const std::string& name, const Thing& thing) {
   std::list<Thing>& things = own_[name];
-<<<<<<< HEAD
-=======
   if (things.size() >= kMostThingsOfAName) return false;
->>>>>>> wt-c
   if (std::any_of(things.begin(), things.end(), [&](const Thing& known) { return isSame(known, thing); }))
     return false;
   things.push_back(thing);
@@ -44,10 +28,6 @@ bool Scope::add(const std::string& name, const Thing& thing) {
 
 bool Scope::create(const std::string& pattern, const Thing& thing) {
   if (pattern.find('*') == std::string::npos) return add(pattern, thing);
-<<<<<<< HEAD
-  if (std::find(patterns_.begin(), patterns_.end(), pattern) != patterns_.end()) return false;
-  patterns_.push_back(pattern);
-=======
   if (isOpen) return false;
   if (std::find(patterns_.begin(), patterns_.end(), pattern) != patterns_.end()) return false;
   patterns_.push_back(pattern);
@@ -55,7 +35,6 @@ bool Scope::create(const std::string& pattern, const Thing& thing) {
     patterns_.clear();
     isOpen = true;
   }
->>>>>>> wt-c
   return true;
 }
 
@@ -69,11 +48,6 @@ void Scope::displace(const std::string& name, const Thing& thing) {
   add(name, thing);
 }
 
-<<<<<<< HEAD
-bool Scope::addParent(Scope* parent) { return parent != this && addOnce(parents_, parent); }
-
-void Scope::addChild(Scope* child) { addOnce(children_, child); }
-=======
 bool Scope::addParent(Scope* parent) {
   if (parent == this || !knownParents_.insert(parent).second) return false;
   parents_.push_back(parent);
@@ -83,7 +57,6 @@ bool Scope::addParent(Scope* parent) {
 void Scope::addChild(Scope* child) {
   if (knownChildren_.insert(child).second) children_.push_back(child);
 }
->>>>>>> wt-c
 
 void Scope::climb(const Visit& visit, bool isBelowSeen, std::unordered_set<const Scope*>& seen) const {
   if (!seen.insert(this).second || !visit(*this)) return;

@@ -70,11 +70,7 @@ class Scope {
   // Calls the function with every name that `find` would find something for.
   void eachName(const std::function<void(const std::string&, const Thing&)>& function) const;
 
-<<<<<<< HEAD
-  bool isOpen = false;              // modules may put anything into it
-=======
   bool isOpen = false;              // it may hold anything: modules fill it, or too many computed names
->>>>>>> wt-c
   bool loadsComputedFiles = false;  // some file is loaded by a name that only a run can tell
   std::vector<CXString> folders;    // where names of files start
   std::vector<std::string> scenes;  // what GOTO of the level knows
@@ -94,11 +90,8 @@ class Scope {
   std::vector<std::string> patterns_;
   std::vector<Scope*> parents_;
   std::vector<Scope*> children_;
-<<<<<<< HEAD
-=======
   std::unordered_set<const Scope*> knownParents_;
   std::unordered_set<const Scope*> knownChildren_;
->>>>>>> wt-c
 };
 
 // Whether a text is what a pattern with "*" means.

@@ -1,5 +1,6 @@
 #include "code_walker.h"
 
+#include <algorithm>
 #include <array>
 
 #include "foundation/limits.h"
@@ -194,7 +195,7 @@ void CodeWalker::value(Piece text) {
   isTextCut_ = isText && !isQuoted(text);
   if (isText && isQuoted(text)) {
     visitor_.onValue(text);
-  } else if (isText || text.find('"') != kNone) {
+  } else if (isText || std::count(text.begin(), text.end(), '"') % 2 != 0) {
     if (!isText && isTail) return;  // reported with its head
     visitor_.onFault(
         Kind::brackets, text,

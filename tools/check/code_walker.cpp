@@ -213,7 +213,16 @@ void CodeWalker::expression(Piece text) {
     visitor_.onFault(Kind::brackets, text, "the square bracket is not closed: " + excerpt(text));
     return;
   }
-  for (const Piece operand : cutOperands(withoutEnds(text))) argument(operand);
+  for (const Piece operand : cutOperands(withoutEnds(text))) {
+    const bool isText = operand.starts_with('"') || operand.starts_with('[');
+    if (!isText && operand.find('(') != kNone && !readStatement(operand).isCall()) {
+      visitor_.onFault(
+          Kind::statement, operand,
+          "is no call (in square brackets round ones group nothing, and @ divides): " + excerpt(operand));
+    } else {
+      argument(operand);
+    }
+  }
 }
 
 void CodeWalker::inlineCode(Piece text) {

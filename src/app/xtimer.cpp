@@ -17,7 +17,7 @@ std::uint32_t now() { return platform::current().clock().ticks(); }
 
 TimerId CXTimer::append(int interval, std::unique_ptr<CTimerObject> timer, CXObject* receiver) {
   if (isFull()) {
-    guardHit("timers");
+    limitHit("timers");
     return 0;
   }
   timer->id = nextId_++;

@@ -157,7 +157,7 @@ void CMC_Behaviour::runOnTimer(int interval, int count, TextList arguments, CMC_
 bool CMC_Behaviour::areTimersFull(const CMC_ObjectsContainer& scope) {
   const CXTimer* timer = timerOf(&scope);
   if (timer == nullptr || !timer->isFull()) return false;
-  guardHit("timers");
+  limitHit("timers");
   return true;
 }
 

@@ -216,7 +216,12 @@ const Mistake kCodeMistakes[] = {
       "\"a",
       "MAIN.cnv:7: brackets: the quotation marks are no pair (a comma outside of round brackets ends a "
       "text): "
-      "a\""}},
+      "a\"",
+      "MAIN.cnv:7: statement: is no call (in square brackets round ones group nothing, and @ divides): (1"}},
+    {"StatementInsideSquareBrackets",
+     CODE("COUNT^SET([COUNT+@VALUE(\"B\")]);COUNT^SET([\"a(b)\"+1]);"),
+     {"MAIN.cnv:5: statement: is no call (in square brackets round ones group nothing, and @ divides): "
+      "VALUE(\"B\")"}},
     {"OperatorInsideRoundBrackets",
      CODE("COUNT^SET([COUNT^ADD(1-2)]);"),
      {"MAIN.cnv:5: brackets: does not end with the round bracket of its arguments: COUNT^ADD(1"}},

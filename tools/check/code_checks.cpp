@@ -28,10 +28,12 @@ bool isLevelWithScenes(const Thing& thing) {
 }
 
 bool isIdentifier(Piece text) {
+  const auto isLetter = [](char c) { return std::isalpha(static_cast<unsigned char>(c)) != 0; };
   const auto isWordCharacter = [](char c) {
     return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
   };
-  return !text.empty() && std::isdigit(static_cast<unsigned char>(text.front())) == 0 &&
+  return std::any_of(text.begin(), text.end(), isLetter) &&
+         std::isdigit(static_cast<unsigned char>(text.front())) == 0 &&
          std::all_of(text.begin(), text.end(), isWordCharacter);
 }
 

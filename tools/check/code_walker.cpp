@@ -1,5 +1,6 @@
 #include "code_walker.h"
 
+#include <algorithm>
 #include <array>
 
 #include "foundation/limits.h"
@@ -194,7 +195,7 @@ void CodeWalker::value(Piece text) {
   isTextCut_ = isText && !isQuoted(text);
   if (isText && isQuoted(text)) {
     visitor_.onValue(text);
-  } else if (isText || text.find('"') != kNone) {
+  } else if (isText || std::count(text.begin(), text.end(), '"') % 2 != 0) {
     if (!isText && isTail) return;  // reported with its head
     visitor_.onFault(
         Kind::brackets, text,
@@ -212,7 +213,16 @@ void CodeWalker::expression(Piece text) {
     visitor_.onFault(Kind::brackets, text, "the square bracket is not closed: " + excerpt(text));
     return;
   }
-  for (const Piece operand : cutOperands(withoutEnds(text))) argument(operand);
+  for (const Piece operand : cutOperands(withoutEnds(text))) {
+    const bool isText = operand.starts_with('"') || operand.starts_with('[');
+    if (!isText && operand.find('(') != kNone && !readStatement(operand).isCall()) {
+      visitor_.onFault(
+          Kind::statement, operand,
+          "is no call (in square brackets round ones group nothing, and @ divides): " + excerpt(operand));
+    } else {
+      argument(operand);
+    }
+  }
 }
 
 void CodeWalker::inlineCode(Piece text) {

@@ -132,7 +132,7 @@ class Discovery : public CodeVisitor {
   static std::string marksAsStars(Piece text) {
     std::string pattern;
     for (std::size_t i = 0; i < text.size(); ++i) {
-      if (text[i] == '$' || (text[i] == '&' && hasMark(text.substr(i, 2)))) {
+      if (hasMark(text.substr(i, 2))) {
         pattern += '*';
         ++i;
       } else {

@@ -132,9 +132,8 @@ Piece withoutQuotes(Piece text) {
 Piece withoutEnds(Piece text) { return slice(text, 1, text.empty() ? 0 : text.size() - 1); }
 
 bool hasMark(Piece text) {
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == '$') return true;
-    if (text[i] == '&' && i + 1 < text.size() && text[i + 1] >= '1' && text[i + 1] <= '9') return true;
+  for (std::size_t i = 0; i + 1 < text.size(); ++i) {
+    if ((text[i] == '$' || text[i] == '&') && text[i + 1] >= '1' && text[i + 1] <= '9') return true;
   }
   return false;
 }

@@ -27,6 +27,10 @@ const std::map<int, std::span<const Method>>& tables() {
 
 // Statements of all kinds. A letter behind "%" stands for a piece, see kPieces.
 constexpr const char* kStatements[] = {
+    "%i^INC()",
+    "%W",
+    "%W",
+    "%W",
     "%o",
     "%n^%k",
     "%i^INC()",
@@ -203,7 +207,7 @@ const CodeMaker::Piece CodeMaker::kPieces[] = {
     {'f', &CodeMaker::definitionFile},  {'F', &CodeMaker::anyFile},      {'c', &CodeMaker::code},
     {'{', &CodeMaker::inlineCode},      {'a', &CodeMaker::argument},     {'o', &CodeMaker::wholeCall},
     {'k', &CodeMaker::anyCall},         {'b', &CodeMaker::builtInCall},  {'u', &CodeMaker::integerCall},
-    {'j', &CodeMaker::imageCall},       {'y', &CodeMaker::timerCall},
+    {'j', &CodeMaker::imageCall},       {'y', &CodeMaker::timerCall},    {'W', &CodeMaker::callTwice},
 };
 // clang-format on
 
@@ -321,6 +325,11 @@ std::string CodeMaker::callOf(int type) {
 std::string CodeMaker::wholeCall() {
   const Named& object = named();
   return object.name + "^" + callOf(object.type);
+}
+
+std::string CodeMaker::callTwice() {
+  const std::string call = behaviour() + "^RUN(" + value() + ");";
+  return call + action() + call;
 }
 
 // Whole

@@ -83,6 +83,8 @@ class CodeMaker {
   std::string timerCall() { return callOf(type::kTimer); }
   std::string anyCall() { return callOf(named().type); }
   std::string wholeCall();
+  // The same call before and after something has changed.
+  std::string callTwice();
 
   static std::string quoted(const std::string& text) { return "\"" + text + "\""; }
   // The first names come up most, so that what one statement does to an object meets what another does.

@@ -3,6 +3,7 @@
 #include "foundation/limits.h"
 #include "script/mc_behaviour_entry.h"
 #include "script/mc_condition.h"
+#include "script/melement.h"
 #include "script/script_fixture.h"
 
 namespace footlight {
@@ -147,6 +148,25 @@ TEST_F(Container, ANewObjectOfANameEndsTheOldOne) {
   EXPECT_FALSE(older);
   run("N^SET(A);");
   EXPECT_EQ(count->getValue(), 7);
+}
+
+// A scope with no room: what comes in ends.
+class FullScope : public CMC_ObjectsContainer {
+ public:
+  FullScope() : CMC_ObjectsContainer(nullptr, "FULL", type::kScene) {}
+  bool addObject(CMC_Object* object) override {
+    destroy(object);
+    return false;
+  }
+};
+
+TEST_F(Container, InlineCodeThatFindsNoRoomIsNotBound) {
+  const Owned<FullScope> full(new FullScope);
+  CMElement element("A", {});
+  element.addProperty("ONCHANGED", "{A^INC();}");
+  const Owned<CMC_Integer> variable(new CMC_Integer(full.get(), &element));
+  EXPECT_EQ(variable->getBehaviour("ONCHANGED"), nullptr);
+  EXPECT_FALSE(variable->isSignalBound(variable->getSignalIndex("ONCHANGED")));
 }
 
 TEST_F(Container, ClonesAreNamedAndCounted) {

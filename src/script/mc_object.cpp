@@ -242,16 +242,11 @@ std::vector<std::string_view> CMC_Object::boundSignals() const {
   return names;
 }
 
-std::shared_ptr<SignalBinding> CMC_Object::firstBinding(std::string_view signal) const {
-  const BindingList* list = getBehaviour(signal);
-  return list == nullptr || list->empty() ? nullptr : list->front();
-}
-
-const SignalBinding* CMC_Object::getSingleBehaviour(std::string_view signal, int index) const {
+std::shared_ptr<SignalBinding> CMC_Object::getSingleBehaviour(std::string_view signal, int index) const {
   const BindingList* list = getBehaviour(signal);
   return list == nullptr || index < 0 || index >= static_cast<int>(list->size())
              ? nullptr
-             : (*list)[static_cast<std::size_t>(index)].get();
+             : (*list)[static_cast<std::size_t>(index)];
 }
 
 bool CMC_Object::onSignal(const CXString& name, const TextList& arguments) {

@@ -8,6 +8,7 @@
 #include "gfx/window.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_groupped.h"
+#include "script/mc_variable.h"
 #include "script/melement.h"
 #include "script/name_watch.h"
 #include "script/object_factory.h"
@@ -91,8 +92,7 @@ void CMC_ObjectsContainer::noteName(const CMC_Object& object, int change) {
   const std::string_view name = object.getName();
   if (!object.isTemporary()) ++generation_;
   NameWatch::note(name, object.isTemporary());
-  const char first = name.empty() ? '\0' : name.front();
-  if (first != '-' && (first < '0' || first > '9')) return;
+  if (!CMC_Variable::beginsLikeNumber(name)) return;
   ownNumberNames_ += change;
   numberNames_ += change;
 }

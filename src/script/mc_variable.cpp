@@ -109,7 +109,7 @@ Ref<CMC_Variable> CMC_Variable::convert(int type) {
 }
 
 bool CMC_Variable::isNumber(std::string_view text) {
-  if (text.empty() || !(text[0] == '-' || (text[0] >= '0' && text[0] <= '9'))) return false;
+  if (!beginsLikeNumber(text)) return false;
   if (text.size() >= 2 && text[0] == '0' && text[1] != '.') return false;
   return std::all_of(text.begin() + 1, text.end(), [](char c) { return c == '.' || (c >= '0' && c <= '9'); });
 }

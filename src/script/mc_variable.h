@@ -72,6 +72,10 @@ class CMC_Variable : public CMC_Object {
   bool isToIni() const { return toIni_; }
   bool isNetNotify() const { return netNotify_; }
 
+  // A minus sign or digit first: a text that is read as a number before it is looked up as a name.
+  static bool beginsLikeNumber(std::string_view text) {
+    return !text.empty() && (text[0] == '-' || (text[0] >= '0' && text[0] <= '9'));
+  }
   // A minus sign or digit first, digits and points behind; "0" first must stand alone or before a point.
   static bool isNumber(std::string_view text);
   // A literal of the script as a pooled variable.
@@ -200,6 +204,12 @@ class CMC_String : public CMC_ValueVariable<CXString> {
  protected:
   CXString read(CMC_Variable* other) const override { return other->toString(); }
 };
+
+// The behaviour behind a value that is inline code; null for any other object.
+inline CMC_Behaviour* inlineBehaviourOf(CMC_Object* value) {
+  const auto* code = object_cast<CMC_String>(value);
+  return code != nullptr ? code->inlineBehaviour() : nullptr;
+}
 
 class CMC_Bool : public CMC_ValueVariable<bool> {
  public:

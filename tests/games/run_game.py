@@ -3,7 +3,7 @@
 
     run_game.py --host build/debug/footlight tests/games/NAME
 
-The folder NAME holds a game ("Dane/application.def" and so on) and "expect.json":
+The folder NAME holds a game ("Dane/MAIN/MAIN.cnv" and so on; see game_folder.py) and "expect.json":
 
     args             more words for the host, a list                         (default: none)
     ticks            how many ticks to run                                   (default: 60)
@@ -20,9 +20,10 @@ The folder NAME holds a game ("Dane/application.def" and so on) and "expect.json
                                                                              (default: nothing)
 
 The game runs twice, the second time with --literal, and with --diagnose warn where it does not say otherwise: neither
-what the engine remembers of statements nor what it reports may show. It runs in a copy of the folder, so it may write. Every difference is printed; the exit status is 1 when there
-is one. A wrong picture leaves itself and a picture of the differences in out/games/NAME. With --keep the copy stays
-and its place is printed; with --accept the shots become the new expectation.
+what the engine remembers of statements nor what it reports may show. It runs in a copy of the folder, so it may write.
+Every difference is printed; the exit status is 1 when there is one. A wrong picture leaves itself and a picture of the
+differences in out/games/NAME. With --keep the copy stays and its place is printed; with --accept the shots become the
+new expectation.
 """
 
 import argparse
@@ -33,6 +34,7 @@ import subprocess
 import sys
 import tempfile
 
+import game_folder
 import png
 
 TIME_LIMIT = 100  # seconds
@@ -125,7 +127,7 @@ def run(host, game, options, literal):
 
     work = pathlib.Path(tempfile.mkdtemp(prefix=f"footlight-{game.name}-"))
     folder = work / "game"
-    shutil.copytree(game, folder)
+    game_folder.copy(game, folder)
     shots = {}
     command = [str(host), "--headless", "--ticks", str(expect.get("ticks", 60)), "--ini", "footlight.ini"]
     if "input" in expect:

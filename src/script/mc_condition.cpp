@@ -35,7 +35,7 @@ void reportOperator(const CMElement* element) {
   const CMProperty* property = element->properties().get("OPERATOR");
   if (property == nullptr || !diagnose::isOn()) return;
   diagnose::report(diagnose::Group::definition, element->getName(), "OPERATOR",
-                   "no such operator: " + property->getValue().str(), property->origin());
+                   "no such operator: " + std::string(property->getValue()), property->origin());
 }
 
 // A word that is not in the table counts as EQUAL.

@@ -36,7 +36,7 @@ CMC_Expression::CMC_Expression(CMC_ObjectsContainer* container, const CMElement*
   const CMProperty* word = element->properties().get("OPERATOR");
   if (word != nullptr && operation_ == Operation::none && diagnose::isOn())
     diagnose::report(diagnose::Group::definition, getName(), "OPERATOR",
-                     "no such operator: " + word->getValue().str(), word->origin());
+                     "no such operator: " + std::string(word->getValue()), word->origin());
   initializeBehaviours(container, element);
 }
 

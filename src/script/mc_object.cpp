@@ -120,10 +120,11 @@ void CMC_Object::initializeBehaviours(CMC_ObjectsContainer* container, const CME
     return;
   }
   if (container == nullptr) return;
-  for (const auto& property : element->properties()) {
+  for (const CMProperty* property : element->properties()) {
+    const std::string_view name = property->getName();
+    if (property->getValue().empty()) continue;
     for (std::size_t i = 0; i < signals.size(); ++i) {
-      const CXString& name = property->getName();
-      if (!name.startsWith(signals[i]) || property->getValue().IsEmpty()) continue;
+      if (!name.starts_with(signals[i])) continue;
       if (bindProperty(container, name, property->getValue(), property->origin()))
         setSignalFlag(static_cast<int>(i));
     }

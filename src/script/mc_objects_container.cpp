@@ -247,10 +247,10 @@ std::vector<const CMElement*> CMC_ObjectsContainer::resolveObjects(const CMEleme
 void CMC_ObjectsContainer::reportUnknown(const CMElement& element) {
   if (!diagnose::isOn()) return;
   const CMProperty* type = element.properties().get("TYPE");
-  diagnose::report(
-      diagnose::Group::definition, element.getName(), "",
-      type == nullptr ? "has no TYPE: no object is made of it" : "unknown TYPE " + type->getValue().str(),
-      type == nullptr ? element.origin() : type->origin());
+  diagnose::report(diagnose::Group::definition, element.getName(), "",
+                   type == nullptr ? "has no TYPE: no object is made of it"
+                                   : "unknown TYPE " + std::string(type->getValue()),
+                   type == nullptr ? element.origin() : type->origin());
 }
 
 void CMC_ObjectsContainer::buildPass(std::vector<const CMElement*>& waiting, int pass) {

@@ -65,7 +65,7 @@ std::string readLine(CTextCoder& coder, CXString physical, int* physicalLines) {
 std::string_view nextLine(CTextCoder& coder, std::string* storage, int* physicalLines) {
   if (coder.isCoded()) return *storage = readLine(coder, coder.getLine(), physicalLines);
   const std::string_view line = coder.plainLine();
-  const bool isPlain = std::all_of(line.begin(), line.end(), [](char c) { return c != '\t' && c != '/'; });
+  const bool isPlain = line.find('\t') == std::string_view::npos && line.find('/') == std::string_view::npos;
   if (!isPlain || line.size() > static_cast<std::size_t>(limits::kLogicalLineBytes))
     return *storage = readLine(coder, CXString(line) += '\n', physicalLines);
   ++*physicalLines;
@@ -178,7 +178,7 @@ class Parser {
       return;
     }
     ++properties_;
-    element.addProperty(CXString(name), CXString(value), origin_);
+    element.addProperty(name, value, origin_);
   }
 
   bool drop(std::string_view name, const char* why) const {

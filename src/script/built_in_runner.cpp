@@ -75,8 +75,17 @@ struct Side {
   CXString other;
 };
 
-// Whole numbers come out of their texts as they went in, so they are compared as they are.
+// Whole numbers come out of their texts as they went in, so they are compared as they are. The usual case,
+// where nothing need run to read the three, comes first.
 bool isComparisonTrue(const Call& call) {
+  const auto* first = object_cast<CMC_Integer>(call.object(0));
+  const auto* second = object_cast<CMC_Integer>(call.object(2));
+  const auto* between = object_cast<CMC_String>(call.object(1));
+  if (first != nullptr && second != nullptr && between != nullptr && caches::isOn()) {
+    const Comparison comparison = CMC_Condition::comparisonOf(between->getValue());
+    if (comparison != Comparison::instanceOf)
+      return CMC_Condition::valid(first->getValue(), second->getValue(), comparison);
+  }
   const Side left(call, 0);
   CXString storage;
   const Comparison comparison = CMC_Condition::comparisonOf(call.textView(1, &storage));

@@ -319,6 +319,7 @@ CMC_Behaviour_Entry::Slot CMC_Behaviour_Entry::compileArgument(CMC_Behaviour* be
     return slot;
   }
   slot.entry = std::make_unique<CMC_Behaviour_Entry>(behaviour, std::move(piece));
+  if (slot.entry->isPlainValue()) slot.bound = &slot.entry->object_;
   return slot;
 }
 
@@ -348,7 +349,10 @@ Result CMC_Behaviour_Entry::runAny(const RunContext& context, bool isResultUsed)
 Result CMC_Behaviour_Entry::runCall(const RunContext& context, bool isResultUsed) const {
   ArgumentBuffer values(slots_.size());
   Throwaways throwaways;
-  for (const Slot& slot : slots_) values.add(argumentOf(slot, context, &throwaways));
+  for (const Slot& slot : slots_) {
+    CMC_Object* bound = slot.bound != nullptr ? slot.bound->get() : nullptr;
+    values.add(bound != nullptr ? Ref<CMC_Object>(bound) : argumentOf(slot, context, &throwaways));
+  }
 
   if (diagnose::isOn()) diagnose::place = origin_;
   Result result = dispatch(context, ArgumentList(values.all(), isResultUsed));

@@ -107,7 +107,8 @@ class CMC_Behaviour_Entry {
   struct Slot {
     Ref<CMC_Object> fixed;
     std::unique_ptr<CMC_Behaviour_Entry> entry;
-    WeakRef<CMC_Object> referred;  // a variable that is passed itself
+    const WeakRef<CMC_Object>* bound = nullptr;  // of the entry, where that is a mere name
+    WeakRef<CMC_Object> referred;                // a variable that is passed itself
     CXString referredName;
     bool hasMarks = false;                     // its text holds a `$`
     std::unique_ptr<MarkedExpression> marked;  // the text is arithmetic on the marks

@@ -162,7 +162,9 @@ bool CMC_Condition::valid(bool raiseSignals) {
 
 Comparison CMC_Condition::comparisonOf(std::string_view word) {
   for (const ComparisonWord& row : kWords) {
-    if (row.argument == word) return row.comparison;
+    if (row.argument.size() == word.size() && row.argument.front() == word.front() &&
+        row.argument.back() == word.back())
+      return row.comparison;
   }
   diagnose::reportCall(diagnose::Group::arguments, "there is no such comparison");
   return Comparison::none;

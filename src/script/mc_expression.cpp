@@ -128,7 +128,8 @@ Ref<CMC_Variable> CMC_Expression::calculatePlain() const {
     if (isFirst && value->getType() != type::kInteger && value->getType() != type::kDouble) return nullptr;
     if (isFirst) isWhole = value->getType() == type::kInteger;
     if (isWhole) {
-      const int operand = value->asInteger();
+      const bool isInteger = value->getType() == type::kInteger;
+      const int operand = isInteger ? static_cast<CMC_Integer*>(value)->getValue() : value->asInteger();
       whole = isFirst ? operand : CMC_Integer::apply(whole, item.operation, operand);
     } else {
       const double operand = value->asDouble();

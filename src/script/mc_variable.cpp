@@ -159,24 +159,6 @@ int CMC_Integer::compare(CMC_Variable* other) {
   return other == nullptr ? 1 : sign(value_, other->asInteger());
 }
 
-int CMC_Integer::apply(int a, Operation operation, int b) {
-  switch (operation) {
-    case Operation::add:
-      return wrap_add(a, b);
-    case Operation::subtract:
-      return wrap_sub(a, b);
-    case Operation::multiply:
-      return wrap_mul(a, b);
-    case Operation::divide:
-      return divide(a, b);
-    case Operation::modulo:
-      return remainder(a, b);
-    case Operation::none:
-      break;
-  }
-  return a;
-}
-
 Ref<CMC_Variable> CMC_Integer::calculate(CMC_Variable* other, Operation operation) {
   return CMC_VariableFactory::makeInteger(
       apply(value_, operation, other != nullptr ? other->asInteger() : 0));

@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <span>
 
+#include "foundation/arithmetic.h"
 #include "script/mc_object.h"
 
 namespace footlight {
@@ -169,6 +170,24 @@ class CMC_Integer : public CMC_ValueVariable<int> {
  protected:
   int read(CMC_Variable* other) const override { return other->asInteger(); }
 };
+
+inline int CMC_Integer::apply(int a, Operation operation, int b) {
+  switch (operation) {
+    case Operation::add:
+      return wrap_add(a, b);
+    case Operation::subtract:
+      return wrap_sub(a, b);
+    case Operation::multiply:
+      return wrap_mul(a, b);
+    case Operation::divide:
+      return divide(a, b);
+    case Operation::modulo:
+      return remainder(a, b);
+    case Operation::none:
+      break;
+  }
+  return a;
+}
 
 class CMC_String : public CMC_ValueVariable<CXString> {
  public:

@@ -138,7 +138,9 @@ bool CMC_Behaviour::isAsMade() const {
 
 void CMC_Behaviour::setParams(const TextList& arguments) {
   CXString text = CMC_Behaviour_Entry::fillParams(code_, &arguments);
-  if (caches::isOn() && lines_ && lines_->text() == text && lines_->isCurrent()) return;
+  // The lines end with ONDONE before they are made anew, so what was bound here is a matter too.
+  const bool isStill = isAsMade() && lines_ && lines_->text() == text && lines_->isCurrent();
+  if (caches::isOn() && isStill) return;
   done(false);
   if (!isDisposed() && text.IsString()) compile(text, caches::isOn());
 }

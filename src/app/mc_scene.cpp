@@ -227,6 +227,7 @@ void CMC_Scene::unload(CMC_Scene* next) {
   saveStats();
   unloadSubScene(next);
   CMC_ObjectsContainer::unload();
+  while (!monitored_.empty()) removeMonitorCollisions(monitored_.back().get(), nullptr);
   removeAllBehaviours();
   doneDLLs();
   if (unit_ != nullptr) {
@@ -235,6 +236,27 @@ void CMC_Scene::unload(CMC_Scene* next) {
     unit_->setUnitName(previousUnitName_);
   }
   if (next == nullptr || next->getMusicFilename() != getMusicFilename()) stopMusic();
+}
+
+CCollisionInspector* CMC_Scene::startMonitoring(CGraphicsObject* object, bool useAlpha) {
+  CCollisionInspector* inspector = getWindow() != nullptr ? getWindow()->getCollisionInspector() : nullptr;
+  std::erase_if(monitored_, [](const auto& item) { return !item; });
+  const bool isNew = std::none_of(monitored_.begin(), monitored_.end(),
+                                  [object](const auto& item) { return item.get() == object; });
+  if (object == nullptr || inspector == nullptr || !isNew) return nullptr;
+  inspector->addMonitoredObject(object, useAlpha);
+  object->setMonitorCollisions(true);
+  monitored_.emplace_back(object);
+  return inspector;
+}
+
+void CMC_Scene::removeMonitorCollisions(CGraphicsObject* object, const CCollisionObserver* observer) {
+  std::erase_if(monitored_, [object](const auto& item) { return item.get() == object; });
+  CCollisionInspector* inspector = getWindow() != nullptr ? getWindow()->getCollisionInspector() : nullptr;
+  if (inspector == nullptr) return;
+  if (object != nullptr) inspector->removeMonitoredObject(object);
+  if (object != nullptr) object->setMonitorCollisions(false);
+  inspector->removeNotifier(observer);
 }
 
 void CMC_Scene::saveStats() {

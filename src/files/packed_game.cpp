@@ -1,7 +1,7 @@
 #include "files/packed_game.h"
 
 #include <algorithm>
-#include <array>
+#include <optional>
 #include <utility>
 
 #include "files/file_places.h"
@@ -24,15 +24,15 @@ CXString withoutSlash(const CXString& folder) {
 }
 
 // The path below the root with a backslash in front; nothing for a path that lies elsewhere.
-std::optional<std::string_view> insideOf(const CXString& root, const CXString& path) {
+std::optional<std::string> insideOf(const CXString& root, const CXString& path) {
   const CXString folder = withoutSlash(root);
   const std::string_view whole = path.view();
   const auto length = static_cast<std::size_t>(folder.Length());
-  if (whole.size() < length ||
-      code_page::foldCase(whole.substr(0, length)) != code_page::foldCase(folder.view()))
-    return std::nullopt;
-  const std::string_view rest = whole.substr(length);
-  return rest.empty() ? std::string_view("\\") : rest.front() == '\\' ? std::optional(rest) : std::nullopt;
+  const bool isBelow = whole.size() >= length &&
+                       code_page::foldCase(whole.substr(0, length)) == code_page::foldCase(folder.view()) &&
+                       (whole.size() == length || whole[length] == '\\');
+  if (!isBelow || whole.empty()) return std::nullopt;
+  return whole.size() == length ? "\\" : std::string(whole.substr(length));
 }
 
 }  // namespace
@@ -61,27 +61,34 @@ CXString PackedGame::fullPath(const CXString& path) const {
   return full.size() <= limits::kNameBytes ? CXString(full) : CXString();
 }
 
-// Visits the names inside the big file that a path may have, until one gives something.
-template <class Visit>
-auto PackedGame::visitInside(const CXString& path, Visit visit) const {
+// The names inside the big file that a path may have. Below a data root that the big file holds in its own
+// place nothing else is meant.
+std::vector<std::string> PackedGame::insideNames(const CXString& path) const {
+  std::vector<std::string> names;
   const CXString full = fullPath(path);
   const CFilePlaces* places = CFilePlaces::current();
-  const std::array roots{places != nullptr ? places->dataRoot() : start_,
-                         places != nullptr ? places->rootPath() : start_};
-  decltype(visit(std::string_view())) found = nullptr;
-  for (const CXString& root : roots) {
-    const auto inside = full.IsString() ? insideOf(root, full) : std::nullopt;
-    if (found == nullptr && inside) found = visit(*inside);
-  }
-  return found;
+  const CXString root = places != nullptr ? places->rootPath() : start_;
+  const CXString dataRoot = places != nullptr ? places->dataRoot() : start_;
+  if (const auto below = insideOf(root, full)) names.emplace_back(*below);
+  const auto dataBelow = insideOf(root, withoutSlash(dataRoot));
+  const bool hasDataRoot = dataBelow && *dataBelow != "\\" && file_->findFolder(*dataBelow) != nullptr;
+  const auto below = insideOf(dataRoot, full);
+  if (below && !hasDataRoot && (names.empty() || names.front() != *below)) names.emplace_back(*below);
+  return names;
 }
 
 const BigFileRecord* PackedGame::find(const CXString& path) const {
-  return visitInside(path, [this](std::string_view name) { return file_->find(name); });
+  for (const std::string& name : insideNames(path)) {
+    if (const BigFileRecord* record = file_->find(name)) return record;
+  }
+  return nullptr;
 }
 
 const BigFileEntry* PackedGame::findFolder(const CXString& path) const {
-  return visitInside(path, [this](std::string_view name) { return file_->findFolder(name); });
+  for (const std::string& name : insideNames(path)) {
+    if (const BigFileEntry* folder = file_->findFolder(name)) return folder;
+  }
+  return nullptr;
 }
 
 void PackedGame::changeDirectory(const CXString& path) {

@@ -1,16 +1,15 @@
 #pragma once
 
 // The big file that a game runs from, seen as the engine sees a disk: by full paths. The root of the big file
-// stands for the data root and for the root path; so a folder that was packed whole serves every name that it
-// served before, and files on the disk come first.
+// stands for the root path, and for the data root where that is another one that the big file does not hold
+// in its own place; so a folder that was packed whole serves every name that it served before.
 //
 // The engine's current directory may be a folder that only the big file has. It is kept here then, and the
 // disk follows as far as it can.
 
 #include <memory>
-#include <optional>
 #include <string>
-#include <string_view>
+#include <vector>
 
 #include "files/big_file.h"
 
@@ -40,8 +39,7 @@ class PackedGame {
   bool makeFoldersFor(const CXString& path) const;
 
  private:
-  template <class Visit>
-  auto visitInside(const CXString& path, Visit visit) const;
+  std::vector<std::string> insideNames(const CXString& path) const;
   const BigFileRecord* find(const CXString& path) const;
   const BigFileEntry* findFolder(const CXString& path) const;
 

@@ -41,6 +41,8 @@ class CBigFile : public CXObject {
   CFile* GetFile() { return &file_; }
   const CXString& getName() const { return name_; }
   const BigFileTable& getTable() const { return *table_; }
+  // Bytes of the whole file.
+  std::int64_t getLength() const { return stamp_ ? stamp_->size : 0; }
   // What was wrong, in English, with the file that was to be read or made; empty when all was well.
   const std::string& getFailure() const { return failure_; }
   // What Create had to tell and could do without: files that changed while they were packed.

@@ -162,6 +162,10 @@ int Host::makeBigFile() const {
   files.allowRoot(files.toEnginePath(options_.packFolder));
   files.allowRoot(output.Left(output.FindLast('\\') + 1));
   if (!files.directoryExists(folder)) folder = files.toEnginePath(options_.packFolder);
+  if (!files.directoryExists(folder)) {
+    complain("--folder: " + options_.packFolder + ": there is no such folder");
+    return kBadCommandLine;
+  }
   const CXString name =
       options_.packName ? fromMachine(*options_.packName) : output.Right(output.FindLast('\\') + 1);
   CBigFile bigFile(true, CXString());

@@ -78,7 +78,8 @@ int Host::run() {
 void Host::makePlatform() {
   const std::string start = startDirectory();
   auto files = std::make_unique<platform::PosixFileSystem>(start);
-  if (options_.headless) {
+  // Packing shows nothing.
+  if (options_.headless || !options_.packFolder.empty()) {
     platform::HeadlessOptions machine;
     machine.clockStart = options_.clockStart;
     machine.pacedReal = options_.pacedReal;

@@ -21,8 +21,7 @@ The folder NAME holds a game ("Dane/application.def" and so on) and "expect.json
 
 The game runs twice, the second time with --literal, and with --diagnose warn where it does not say otherwise: neither
 what the engine remembers of statements nor what it reports may show. It runs in a copy of the folder, so it may write. Every difference is printed; the exit status is 1 when there
-is one. With --packed it runs from a big file alone, made of the folder, and must leave the same. A wrong picture leaves
-itself and a picture of the differences in out/games/NAME. With --keep the copy stays
+is one. A wrong picture leaves itself and a picture of the differences in out/games/NAME. With --keep the copy stays
 and its place is printed; with --accept the shots become the new expectation.
 """
 
@@ -182,7 +181,7 @@ def main():
     parser = argparse.ArgumentParser(description="Runs one game by the host, headless, and judges what it leaves.")
     parser.add_argument("--host", required=True, type=pathlib.Path)
     parser.add_argument("--keep", action="store_true", help="keep the copy that the game ran in")
-    parser.add_argument("--packed", action="store_true", help="run it from a big file")
+    parser.add_argument("--packed", action="store_true", help="run it from a big file alone, where it must leave the same")
     parser.add_argument("--accept", action="store_true", help="make the shots the new expectation")
     parser.add_argument("game", type=pathlib.Path)
     options = parser.parse_args()

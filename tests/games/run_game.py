@@ -120,6 +120,17 @@ def judge_shots(game, shots, accept, out):
         yield f"{name}: {count} pixels differ, first at {first} (see {out / ('difference-' + name)})"
 
 
+def pack(host, folder, work):
+    """Moves the game into a big file; only what the host reads by itself stays."""
+    big = work / "game.big"
+    command = [str(host), "--headless", "-bigfile", "--folder", str(folder), "--out", str(big)]
+    subprocess.run(command, cwd=work, check=True, stdout=subprocess.DEVNULL, timeout=TIME_LIMIT)
+    for child in list(folder.iterdir()):
+        if child.is_dir():
+            shutil.rmtree(child)
+    return ["--big", str(big)]
+
+
 def run(host, game, options, literal):
     expect = json.loads((game / "expect.json").read_text(encoding="utf-8"))
     unknown = set(expect) - {"args", "ticks", "input", "ini", "files", "shots", "exit", "stderr_contains", "check"}
@@ -135,6 +146,8 @@ def run(host, game, options, literal):
     for tick, name in expect.get("shots", {}).items():
         shots[name] = work / name
         command += ["--shot", f"{tick}:{shots[name]}"]
+    if options.packed:
+        command += pack(host, folder, work)
     command += expect.get("args", [])
     way = game.name + (" (read literally)" if literal else "")
     if literal:
@@ -170,6 +183,7 @@ def main():
     parser = argparse.ArgumentParser(description="Runs one game by the host, headless, and judges what it leaves.")
     parser.add_argument("--host", required=True, type=pathlib.Path)
     parser.add_argument("--keep", action="store_true", help="keep the copy that the game ran in")
+    parser.add_argument("--packed", action="store_true", help="run it from a big file alone, where it must leave the same")
     parser.add_argument("--accept", action="store_true", help="make the shots the new expectation")
     parser.add_argument("game", type=pathlib.Path)
     options = parser.parse_args()

@@ -249,6 +249,7 @@ class CWindow : public CXObject, public CFilePlaces {
   template <class T, class Event>
   static void walk(const Listeners<T>& snapshot, const Listeners<T>& live, Event event);
   bool openScreen(platform::Surface* backBuffer);
+  void redrawFrame();
   void showFrame();
   void tickPollers();
   void flushPollers();
@@ -272,6 +273,7 @@ class CWindow : public CXObject, public CFilePlaces {
   bool activeCursorLocked_ = false;
 
   std::unique_ptr<CSurface> surface_;
+  bool isRedrawing_ = false;
   Owned<CDirectDrawSurface> backSurface_;
   Owned<CRefreshScreen> refreshScreen_;
   std::unique_ptr<CXTimer> timer_;

@@ -48,13 +48,20 @@ bool CWindow::openScreen(platform::Surface* backBuffer) {
   return true;
 }
 
+// Scripts run in the middle of a frame; a frame that they ask for there comes with the next tick.
 int CWindow::Redraw() {
-  if (!active_ || refreshScreen_ == nullptr) return 0;
+  if (!active_ || isRedrawing_ || refreshScreen_ == nullptr) return 0;
+  isRedrawing_ = true;
+  redrawFrame();
+  isRedrawing_ = false;
+  return 0;
+}
+
+void CWindow::redrawFrame() {
   bool fullRepaint = false;
   if (refreshScreen_->Redraw(backSurface_.get(), surface_.get(), &fullRepaint)) showFrame();
   surface_->present();
   if (fullRepaint) Invalidate();
-  return 0;
 }
 
 // With a pair of buffers the dirty part grows until someone validates it: each of the two must get all of it.

@@ -4,6 +4,7 @@
 #include "foundation/diagnose.h"
 #include "gfx/refresh_screen.h"
 #include "gfx/window.h"
+#include "objects/graphics_arguments.h"
 #include "objects/mc_image.h"
 #include "script/mc_variable_factory.h"
 #include "script/method_tables.h"
@@ -26,20 +27,7 @@ CRefreshScreen* screenOf(const CImage& image) {
   return image.getWindow() != nullptr ? image.getWindow()->getRefreshScreen() : nullptr;
 }
 
-// The graphic object that the text of an argument names, or null.
-CGraphicsObject* graphics(const Call& call, int index) {
-  const CXString name = call.text(index);
-  CGraphicsObject* found = call.scope() != nullptr ? call.scope()->getGraphicsObject(name) : nullptr;
-  if (found == nullptr && diagnose::isOn())
-    diagnose::reportCall(diagnose::Group::object, "no picture of the name " + name.str());
-  return found;
-}
-
 CXPoint point(const Call& call, int first) { return {call.integer(first), call.integer(first + 1)}; }
-
-CXRect rectangle(const Call& call, int first) {
-  return {call.integer(first), call.integer(first + 1), call.integer(first + 2), call.integer(first + 3)};
-}
 
 // Showing and placing
 
@@ -129,10 +117,10 @@ Result clearClipping(CImage& image, Call& /*call*/) {
 
 Result setClipping(CImage& image, Call& call) {
   if (call.count() == 1) {
-    const CGraphicsObject* other = graphics(call, 0);
+    const CGraphicsObject* other = graphicsArgument(call, 0);
     image.SetClippingRect(other != nullptr ? other->GetBoundingBox() : CXRect());
   } else {
-    image.SetClippingRect(rectangle(call, 0));
+    image.SetClippingRect(rectangleArgument(call, 0));
   }
   return {};
 }
@@ -165,18 +153,18 @@ Result link(CImage& image, Call& call) {
 }
 
 Result drawOnto(CImage& image, Call& call) {
-  CGraphicsObject* target = graphics(call, 0);
+  CGraphicsObject* target = graphicsArgument(call, 0);
   if (target != nullptr) target->addObject(&image, call.count() == 2 ? call.integer(1) : 0);
   return {};
 }
 
 Result mergeAlpha(CImage& image, Call& call) {
-  image.mergeAlpha(point(call, 0), graphics(call, 2));
+  image.mergeAlpha(point(call, 0), graphicsArgument(call, 2));
   return {};
 }
 
 Result mergeAlpha2(CImage& image, Call& call) {
-  image.mergeAlpha2(point(call, 0), graphics(call, 2), call.boolean(3));
+  image.mergeAlpha2(point(call, 0), graphicsArgument(call, 2), call.boolean(3));
   return {};
 }
 
@@ -216,8 +204,8 @@ Result getCenterY(CImage& image, Call& /*call*/) {
 Result isVisible(CImage& image, Call& /*call*/) { return Factory::makeBool(image.isVisible()); }
 
 Result isNear(CImage& image, Call& call) {
-  if (call.count() == 2) return Factory::makeBool(image.isNear(graphics(call, 0), call.integer(1)));
-  return Factory::makeBool(image.isNear(rectangle(call, 0), call.integer(4)));
+  if (call.count() == 2) return Factory::makeBool(image.isNear(graphicsArgument(call, 0), call.integer(1)));
+  return Factory::makeBool(image.isNear(rectangleArgument(call, 0), call.integer(4)));
 }
 
 Result isInside(CImage& image, Call& call) {

@@ -19,17 +19,19 @@ LAMP = (255, 214, 130)
 
 
 def hills(picture, base, waves, top, bottom, seed):
-    """A range of hills over the whole width: `waves` are (height, length), coloured from top to bottom."""
+    """A range of hills over the whole width: `waves` are (height, length), coloured from top to bottom. The ends of
+    the picture meet when every length divides its width."""
+    width = picture.width
     chance = random.Random(seed)
     phases = [chance.uniform(0, 2 * math.pi) for _ in waves]
 
     def height(x):
         return base - sum(h * math.sin(2 * math.pi * x / length + p) for (h, length), p in zip(waves, phases))
 
-    points = [(x, height(x)) for x in range(-4, WIDTH + 8, 4)]
+    points = [(x, height(x)) for x in range(-4, width + 8, 4)]
     high = min(y for _, y in points)
     picture.polygon(
-        points + [(WIDTH + 4, HEIGHT), (-4, HEIGHT)],
+        points + [(width + 4, HEIGHT), (-4, HEIGHT)],
         top,
         shade=lambda y: mix(top, bottom, min(1.0, max(0.0, (y - high) / 130))),
     )
@@ -258,6 +260,52 @@ def night_cloud(folder, number, width, height):
     picture.save(folder / f"cloud{number}.img")
 
 
+# --- a voyage along the coast
+
+
+def coast(folder):
+    """Wider than the screen, and its ends meet: the scene moves along it without end."""
+    picture = Picture(1200, HEIGHT)
+    horizon = 352
+    picture.sky(0, horizon, [(0, (70, 62, 126)), (0.5, (212, 122, 128)), (0.85, (252, 190, 130)), (1, (255, 220, 160))])
+    hills(picture, 318, ((26, 400), (14, 150)), (150, 100, 140), (196, 140, 150), 31)
+    hills(picture, 346, ((20, 300), (8, 120)), (104, 72, 120), (140, 96, 126), 32)
+    for y in range(horizon, HEIGHT):
+        deep = (y - horizon) / (HEIGHT - horizon)
+        picture.run(y, 0, 1200, ramp([(0, (226, 158, 140)), (0.15, (150, 104, 140)), (0.6, (64, 56, 112)), (1, (26, 28, 74))], deep))
+    chance = random.Random(34)
+    for _ in range(300):
+        y = chance.uniform(horizon + 2, 540)
+        x, length = chance.uniform(20, 1180), chance.uniform(4, 14) * (0.6 + (y - horizon) / 90)
+        picture.box(max(0, x - length), y, min(1200, x + length), y + 1 + (y - horizon) / 140, (255, 214, 170), 0.3)
+    for x, size in ((150, 1.0), (520, 0.7), (610, 1.2), (980, 0.9)):
+        picture.polygon([(x - 60 * size, 372), (x - 22 * size, 330 - 30 * size), (x + 8 * size, 340), (x + 58 * size, 372)], (52, 42, 84))
+        picture.box(x - 74 * size, 370, x + 76 * size, 374, (40, 34, 74), 0.6)
+    picture.save(folder / "coast.img", opaque=True)
+
+
+def gull(folder):
+    """Flies to the right; the scene turns it round."""
+    picture = Picture(84, 40)
+    for start, end, bend in (((40, 22), (6, 8), 10), ((40, 22), (78, 12), 12)):
+        for i in range(24):
+            t = i / 24
+            x = start[0] + (end[0] - start[0]) * t
+            y = start[1] + (end[1] - start[1]) * t - bend * math.sin(math.pi * t)
+            picture.ellipse(x, y, 3.4 * (1 - t) + 1, 2.6 * (1 - t) + 0.8, (246, 244, 240))
+    picture.ellipse(42, 23, 13, 4.6, (250, 248, 244))
+    picture.ellipse(55, 20, 5, 4, (255, 255, 252))
+    picture.polygon([(59, 19), (68, 22), (59, 23)], (236, 160, 60))
+    picture.ellipse(56, 19, 0.9, 0.9, (30, 30, 40))
+    picture.save(folder / "gull.img")
+
+
+def mist(folder, number, width, height):
+    picture = Picture(width, height)
+    puff(picture, (255, 236, 220), (196, 160, 190), 0.6, 60 + number)
+    picture.save(folder / f"mist{number}.img")
+
+
 # --- a day in the hills
 
 
@@ -345,12 +393,14 @@ def day_cloud(folder, number, width, height):
 
 def tasks(root):
     stage, lake, land = root / "COMMON" / "STAGE", root / "Dane" / "NIGHT", root / "Dane" / "DAY"
+    sea = root / "Dane" / "VOYAGE"
     yield from ((curtain, stage, side) for side in (False, True))
     yield from ((pillar, stage, side) for side in (False, True))
     yield from ((sign, stage, phase) for phase in range(3))
     yield from ((valance, stage), (front, stage))
     yield from ((night, lake), (boat, lake), (beam, lake), (star, lake))
     yield from ((night_cloud, lake, 0, 230, 84), (night_cloud, lake, 1, 170, 64))
+    yield from ((coast, sea), (gull, sea), (boat, sea), (mist, sea, 0, 380, 120), (mist, sea, 1, 300, 100))
     yield from ((day, land), (balloon, land))
     yield from ((sails, land, number) for number in range(6))
     yield from ((day_cloud, land, 0, 220, 96), (day_cloud, land, 1, 160, 70))

@@ -16,7 +16,7 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(ROOT / "tests" / "games"))
 import png  # noqa: E402
 
-SHOTS = {250: "overture", 700: "night", 1400: "day", 2000: "overture again"}
+SHOTS = {250: "overture", 700: "night", 1400: "voyage", 2100: "day", 2950: "overture again"}
 
 
 def main():
@@ -36,13 +36,13 @@ def main():
         if status != 0:
             print(f"demo: ended with status {status}")
             return 1
-        # Low on the stage the scenes are curtain, sea and grass.
+        # Low on the stage the scenes are curtain, dark sea, rosy sea and grass.
         seen = {name: png.read(work / f"{tick}.png").at(400, 470) for tick, name in SHOTS.items()}
     finally:
         shutil.rmtree(work)
     print(f"demo: {seen}")
-    scenes = {seen["overture"], seen["night"], seen["day"]}
-    return 0 if len(scenes) == 3 and seen["overture"] == seen["overture again"] else 1
+    scenes = {seen[name] for name in ("overture", "night", "voyage", "day")}
+    return 0 if len(scenes) == 4 and seen["overture"] == seen["overture again"] else 1
 
 
 if __name__ == "__main__":

@@ -8,6 +8,7 @@
 
 #include "app/mc_application.h"
 #include "app/xtimer.h"
+#include "gfx/collision_inspector.h"
 #include "gfx/refresh_screen.h"
 #include "script/mc_variable_factory.h"
 #include "support/game_world.h"
@@ -83,6 +84,11 @@ constexpr Signal kSignals[] = {
     {"an instance's method", "TYPE=CLASS|DEF=WORK.cnv", nullptr,
      "HERO^NEW(\"ONE\");ONE^WORK();HERO^DELETE(\"ONE\");"},
     {"a picture's signal", "TYPE=IMAGE|FILENAME=A.IMG", "ONSIGNAL^A", "HERO^SEND(\"A\");"},
+    {"ONCOLLISION", "TYPE=IMAGE|FILENAME=A.IMG|MONITORCOLLISION=TRUE", "ONCOLLISION", "HERO^MOVE(1,0);"},
+    {"ONCOLLISIONFINISHED", "TYPE=IMAGE|FILENAME=A.IMG|MONITORCOLLISION=TRUE", "ONCOLLISIONFINISHED",
+     "HERO^MOVE(1,0);@RUNONTIMER(20,1,{HERO^SETPOSITION(400,400);});"},
+    {"ONUPDATE", "TYPE=CANVAS_OBSERVER", "ONUPDATE", "HERO^ENABLENOTIFY(TRUE);"},
+    {"ONUPDATED", "TYPE=CANVAS_OBSERVER", "ONUPDATED", "HERO^ENABLENOTIFY(TRUE);"},
     {"ONINIT of the scene", "SCENE", "ONINIT", ""},
     {"ONRESTART", "EPISODE", "ONRESTART", "EP^RESTART();"},
     {"the end of the game", "GAME", nullptr, "GAME^EXIT();"},
@@ -140,6 +146,7 @@ constexpr const char* kGame = "DEF:BEGUN(TYPE=INTEGER|TOINI=TRUE)\nDEF:ENDED(TYP
 constexpr const char* kMain =
     "DEF:OTHER(TYPE=INTEGER|ONCHANGED=LISTENER)\nDEF:LISTENER(TYPE=BEHAVIOUR|CODE={OTHERS^INC();})\n"
     "DEF:OTHERS(TYPE=INTEGER)\nDEF:CREW(TYPE=GROUP)\n"
+    "DEF:WALL(TYPE=IMAGE|FILENAME=B.IMG|TOCANVAS=TRUE|MONITORCOLLISION=TRUE)\n"
     "DEF:HOLDS(TYPE=CONDITION|OPERAND1=1|OPERATOR=EQUAL|OPERAND2=1)\n"
     "DEF:BOTH(TYPE=COMPLEXCONDITION|CONDITION1=HERO|OPERATOR=AND|CONDITION2=HERO)\n"
     "DEF:GUARDED(TYPE=BEHAVIOUR|CODE={OTHER^INC();}|CONDITION=HERO)\n";
@@ -148,6 +155,17 @@ constexpr const char* kExtra =
     "DEF:RELEASER(TYPE=BEHAVIOUR|CODE={CNVLOADER^RELEASE(\"EXTRA.cnv\");OTHER^INC();})\n";
 constexpr const char* kTwin = "DEF:HERO(TYPE=STRING|VALUE=twin)\n";
 constexpr const char* kTwinHandler = "DEF:HANDLER(TYPE=BEHAVIOUR|CODE={OTHER^INC();})\n";
+
+// A picture file of 2 x 2 pixels.
+const std::string& picture() {
+  static const std::string file = [] {
+    constexpr int kHeader[] = {2, 2, 16, 8, 0, 0, 0, 0, 0};
+    std::string bytes("PIK", 4);
+    for (const int number : kHeader) bytes += std::string{static_cast<char>(number), 0, 0, 0};
+    return bytes + std::string(8, 'x');
+  }();
+  return file;
+}
 
 std::string replaced(std::string text, std::string_view what, std::string_view with) {
   for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + with.size()))
@@ -221,6 +239,7 @@ Disk Cell::disk() const {
   disk[dane + "GAME.cnv"] = contentOf(kGame + (endsTheGame() ? atExit : ""));
   disk[dane + "EP.cnv"] = contentOf(isEpisode ? handlerText + hero() : std::string());
   disk[dane + "MAIN.cnv"] = contentOf(handlerText + (isOnMain ? hero() : "") + kMain);
+  disk[dane + "A.IMG"] = disk[dane + "B.IMG"] = contentOf(picture());
   disk[dane + "AFTER.cnv"] = contentOf("DEF:QUIET(TYPE=INTEGER)\n");
   disk[dane + "LAST.cnv"] = contentOf("DEF:QUIET(TYPE=INTEGER)\n");
   disk[dane + "HERO.cnv"] = contentOf(isLoaded ? hero() : std::string());
@@ -245,6 +264,7 @@ std::string Cell::whatIsLeft(World& world) {
          count(" of the episode ", episode != nullptr ? episode->getElementsNo() : -1) +
          count(" of the game ", world.game()->getElementsNo()) +
          count(" timers ", world.window().GetTimerInterface()->getSize()) +
+         count(" watched ", world.window().getCollisionInspector()->getMonitoredCount()) +
          count(" shown ", static_cast<int>(world.window().getRefreshScreen()->queue().elements().size())) +
          count(" temporaries ", CMC_VariableFactory::used());
 }

@@ -226,6 +226,7 @@ std::int64_t pixelIndex(const CImage& image, CXPoint place) {
 
 // Both read signed numbers, so an alpha above 127 comes out negative.
 Result getAlpha(CImage& image, Call& call) {
+  image.unpack();
   const std::int64_t index = pixelIndex(image, point(call, 0));
   const auto plane = image.AlphaChannel().bytes();
   const bool inside = index >= 0 && index < static_cast<std::int64_t>(plane.size());
@@ -233,6 +234,7 @@ Result getAlpha(CImage& image, Call& call) {
 }
 
 Result getPixel(CImage& image, Call& call) {
+  image.unpack();
   const std::int64_t index = pixelIndex(image, point(call, 0));
   const auto data = image.pixels().bytes();
   if (index < 0 || index * 2 + 2 > static_cast<std::int64_t>(data.size())) return Factory::makeInteger(0);

@@ -21,6 +21,7 @@
 #include "foundation/xstring.h"
 #include "gfx/color.h"
 #include "gfx/invalidate_observer.h"
+#include "gfx/packed_planes.h"
 #include "gfx/pixel_block.h"
 
 namespace footlight {
@@ -29,15 +30,6 @@ class CFile;
 class CRefreshScreen;
 class CValidationQuene;
 class CWindow;
-
-// What an object's bytes hold now.
-enum class _compression {
-  none = 0,
-  lzw = 2,
-  lzwOverRle = 3,
-  rle = 4,
-  jpeg = 5,  // colour only; the alpha plane is lzw then
-};
 
 enum class _channel { alpha = -1, red = 0, green = 1, blue = 2 };
 
@@ -65,6 +57,8 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   virtual void setMonitorCollisions(bool monitor) { monitorCollisions_ = monitor; }
   virtual bool getMonitorCollisionsFlag() const { return monitorCollisions_; }
   virtual void SetOpacity(std::uint8_t opacity);  // redraws the object
+  // From block packing and JPEG to plain or, out of a block around it, run-length bytes. JPEG data that cannot
+  // be read leave the object empty with the error code 2000.
   virtual void DeCompress();
   virtual void DeCompressRLE2();
   virtual void bringBackCompressed();
@@ -258,6 +252,7 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   void tellObservers(Call call);
   bool clipTo(CXSize destination);
   bool canEdit() const;
+  bool decodeJpeg();
   void dropPacked();
   void drawChildren();
   void reportMove();

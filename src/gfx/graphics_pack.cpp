@@ -39,6 +39,7 @@ bool CGraphicsObject::decodeJpeg() {
   if (pixels.empty()) {
     diagnose::report(diagnose::Group::file, "", "", why);
     Flush();
+    setSize({});
     setErrorCode(CFile::kNotFound);
     return false;
   }

@@ -37,7 +37,7 @@ bool CGraphicsObject::decodeJpeg() {
   const int bpp = getBpp() == 15 ? 15 : 16;
   std::vector<std::byte> pixels = unpackJpeg(data_.bytes(), {width_, height_}, bpp, &why);
   if (pixels.empty()) {
-    diagnose::report(diagnose::Group::file, "", "", why);
+    diagnose::report(diagnose::Group::file, fileName_, "", why);
     Flush();
     setSize({});
     setErrorCode(CFile::kNotFound);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "files/file.h"
 #include "foundation/diagnose.h"
@@ -38,24 +39,30 @@ int CImage::Load(const CXString& name, bool convert) {
   Invalidate();
   flush();
   setErrorCode(0);
-  if (name.Lower().endsWith(".img")) {
-    CFile file(window_, name, CFile::kReadBinary);
-    setErrorCode(file.LastError());
-    if (LastError() == 0) Load(&file);
-  } else {
-    load(name);
+  const CXString before = std::exchange(CGraphicsObject::fileName_, name);  // reports name the file
+  readByName(name);
+  if (LastError() != 0) {
+    CGraphicsObject::fileName_ = before;
+    return LastError();
   }
-  if (LastError() != 0) return LastError();
-  DeCompress();
-  unpack();
-  if (LastError() != 0) return LastError();
   Visible(true);
   setFilename(name);
   setLoaded(true);
   Invalidate();
-  CGraphicsObject::fileName_ = name;
   if (convert) CGraphicsObject::Load(name);
   return LastError();
+}
+
+void CImage::readByName(const CXString& name) {
+  if (!name.Lower().endsWith(".img")) {
+    load(name);
+    return;
+  }
+  CFile file(window_, name, CFile::kReadBinary);
+  setErrorCode(file.LastError());
+  if (LastError() != 0 || Load(&file) != 0) return;
+  DeCompress();
+  unpack();
 }
 
 int CImage::load(const CXString& name) {

@@ -47,6 +47,7 @@ class CImage : public CGraphicsObject, public CFileResolver {
   void destroy() override { dispose(); }
 
  private:
+  void readByName(const CXString& name);
   int read(CFile* file);
 };
 

@@ -109,8 +109,9 @@ def code_table_block(data, codes_between_clears=40):
     return struct.pack("<iii", len(data), len(stream), len(codes)) + stream
 
 
-def jpeg(width, height, blocks):
-    """Blocks of 8 x 8 pixels, row by row, each of one (y, cb, cr): only their differences are coded."""
+def jpeg(width, height, blocks, scans=0, restarts=0):
+    """Blocks of 8 x 8 pixels, row by row, each of one (y, cb, cr): only their differences are coded. With `scans` in the
+    progressive form, its one scan so many times; with `restarts` it claims marks that are not there."""
     table = bytes([0, 0, 0, 0, 0, 0, 0, 0, 12] + [0] * 8)[1:]  # twelve codes of eight bits: the sizes 0 to 11
     bits = ""
     before = [0, 0, 0]
@@ -122,7 +123,7 @@ def jpeg(width, height, blocks):
             bits += f"{size:08b}"
             if size:
                 bits += f"{difference if difference > 0 else difference + (1 << size) - 1:0{size}b}"
-            bits += "0"  # the end of the block
+            bits += "" if scans else "0"  # the end of the block
     bits += "1" * (-len(bits) % 8)
     scan = bytes(int(bits[i : i + 8], 2) for i in range(0, len(bits), 8)).replace(b"\xff", b"\xff\0")
 
@@ -133,11 +134,11 @@ def jpeg(width, height, blocks):
     return (
         b"\xff\xd8"
         + segment(0xDB, b"\0" + b"\1" * 64)
-        + segment(0xC0, struct.pack(">BHH", 8, height, width) + components)
+        + (segment(0xDD, struct.pack(">H", restarts)) if restarts else b"")
+        + segment(0xC2 if scans else 0xC0, struct.pack(">BHH", 8, height, width) + components)
         + segment(0xC4, b"\0" + table + bytes(range(12)))
         + segment(0xC4, b"\x10" + bytes([1] + [0] * 15) + b"\0")
-        + segment(0xDA, bytes([3, 1, 0, 2, 0, 3, 0, 0, 63, 0]))
-        + scan
+        + (segment(0xDA, bytes([3, 1, 0, 2, 0, 3, 0, 0, 0 if scans else 63, 0])) + scan) * max(1, scans)
         + b"\xff\xd9"
     )
 
@@ -387,6 +388,11 @@ def damaged():
     large, small = Drawing(15, 13, 16, [0] * 195), Drawing(9, 5, 16, [0] * 45)
     yield "JPEGSMALL", pik(large, JPEG, 0, 0, (made, b"")), fitted(shown, 15, 13)
     yield "JPEGLARGE", pik(small, JPEG, 0, 0, (made, b"")), fitted(shown, 9, 5)
+    flat = BLOCKS[:1] * 4  # of one colour: decoders smooth what came without fine scans
+    many = jpeg(14, 12, flat, scans=256)
+    yield "JPEGSCANS", pik(large, JPEG, 0, 0, (many, b"")), fitted(jpeg_drawing(14, 12, flat), 15, 13)
+    yield "JPEGBUSY", pik(large, JPEG, 0, 0, (jpeg(14, 12, BLOCKS, scans=257), b"")), None
+    yield "JPEGFAULTS", pik(large, JPEG, 0, 0, (jpeg(9600, 8, BLOCKS * 300, restarts=1), b"")), None
     yield "JPEGNONE", pik(large, JPEG, 0, 0, (b"no such data", b"")), None
     yield "JPEGLIES", lying(pik(large, JPEG, 0, 0, (made, b"")), 16, -5), None
     whole = pik(d, NONE, 0, 0)

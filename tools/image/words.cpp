@@ -1,40 +1,53 @@
 #include "words.h"
 
 #include <CLI/CLI.hpp>
-#include <map>
 
 namespace footlight::image {
 
 namespace {
 
-std::map<std::string, _compression> packings() {
-  std::map<std::string, _compression> words;
-  for (const PackingWord& row : kPackings) words[row.word] = row.packing;
+struct AlphaWord {
+  const char* word;
+  AlphaPlane alpha;
+};
+constexpr AlphaWord kAlphas[] = {
+    {"auto", AlphaPlane::asNeeded}, {"always", AlphaPlane::always}, {"never", AlphaPlane::never}};
+
+template <class Rows>
+std::vector<std::string> wordsOf(const Rows& rows) {
+  std::vector<std::string> words;
+  for (const auto& row : rows) words.emplace_back(row.word);
   return words;
 }
 
-void addOptions(CLI::App& app, Options& options, std::vector<int>& position) {
-  const std::map<std::string, AlphaPlane> alphas = {
-      {"auto", AlphaPlane::asNeeded}, {"always", AlphaPlane::always}, {"never", AlphaPlane::never}};
+// What was typed, as far as it is more than a value of its own.
+struct Typed {
+  Options options;
+  std::string packing = "none";
+  std::string alpha = "auto";
+  std::vector<int> position;
+};
+
+void addOptions(CLI::App& app, Typed& typed) {
+  Options& options = typed.options;
   app.set_help_flag("--help", "print this and leave");
   app.add_option("INPUT", options.input, "a PNG or IMG file")->required()->type_name("");
   app.add_option("OUTPUT", options.output, "the file to write: NAME.img or NAME.png")->type_name("");
   app.add_flag("--info", options.isInfo, "print what INPUT holds; nothing is written");
-  app.add_option("--format", options.form.bpp, "bits per pixel of an IMG file, 15 or 16 (default: 16)")
+  app.add_option("--format", options.form.bpp, "bits per pixel of an IMG file (default: 16)")
       ->check(CLI::IsMember({15, 16}))
       ->type_name("BITS");
-  app.add_option("--compression", options.form.packing,
-                 "of an IMG file: none, lzo, lzo-rle, rle or jpeg (default: none)")
-      ->transform(CLI::Transformer(packings()))
+  app.add_option("--compression", typed.packing, "of an IMG file (default: none)")
+      ->check(CLI::IsMember(wordsOf(kPackings)))
       ->type_name("FORM");
-  app.add_option("--quality", options.form.quality, "of JPEG colours, 1 to 100 (default: 90)")
+  app.add_option("--quality", options.form.quality, "of JPEG colours (default: 90)")
       ->check(CLI::Range(1, 100))
       ->type_name("NUMBER");
-  app.add_option("--alpha", options.form.alpha,
-                 "an alpha plane in an IMG file: auto (where a pixel is not opaque), always or never")
-      ->transform(CLI::Transformer(alphas))
+  app.add_option("--alpha", typed.alpha,
+                 "when an IMG file gets an alpha plane; auto: when a pixel is not opaque (default: auto)")
+      ->check(CLI::IsMember(wordsOf(kAlphas)))
       ->type_name("WHEN");
-  app.add_option("--position", position, "where an IMG file stands (default: as INPUT says, else 0 0)")
+  app.add_option("--position", typed.position, "where an IMG file stands (default: as INPUT says, else 0 0)")
       ->expected(2)
       ->type_name("X Y");
 }
@@ -44,13 +57,12 @@ Parsed refused(const std::string& what) { return {std::nullopt, kNoWork, "footli
 }  // namespace
 
 Parsed parseWords(int count, const char* const* words) {
-  Options options;
-  std::vector<int> position;
+  Typed typed;
   CLI::App app(
       "Converts pictures between PNG and the engine's IMG files. The exit status is 0 when that was done, 2 "
       "when not.",
       "footlight-image");
-  addOptions(app, options, position);
+  addOptions(app, typed);
   try {
     app.parse(count, words);
   } catch (const CLI::CallForHelp&) {
@@ -58,10 +70,17 @@ Parsed parseWords(int count, const char* const* words) {
   } catch (const CLI::ParseError& error) {
     return refused(error.what());
   }
+  Options& options = typed.options;
   if (options.isInfo != options.output.empty()) {
     return refused(options.isInfo ? "--info writes no file: " + options.output : "OUTPUT is required");
   }
-  if (position.size() == 2) options.position = CXPoint(position[0], position[1]);
+  for (const PackingWord& row : kPackings) {
+    if (typed.packing == row.word) options.form.packing = row.packing;
+  }
+  for (const AlphaWord& row : kAlphas) {
+    if (typed.alpha == row.word) options.form.alpha = row.alpha;
+  }
+  if (typed.position.size() == 2) options.position = CXPoint(typed.position[0], typed.position[1]);
   return {std::move(options), kDone, {}};
 }
 

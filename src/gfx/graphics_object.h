@@ -57,8 +57,8 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   virtual void setMonitorCollisions(bool monitor) { monitorCollisions_ = monitor; }
   virtual bool getMonitorCollisionsFlag() const { return monitorCollisions_; }
   virtual void SetOpacity(std::uint8_t opacity);  // redraws the object
-  // From block packing and JPEG to plain or, out of a block around it, run-length bytes. JPEG data that cannot
-  // be read leave the object empty with the error code 2000.
+  // From block packing and JPEG to plain or, out of a block around it, run-length bytes. JPEG data that
+  // cannot be read leave the object empty with the error code 2000.
   virtual void DeCompress();
   virtual void DeCompressRLE2();
   virtual void bringBackCompressed();

@@ -3,7 +3,7 @@
 // Pictures between IMG files and PNG files, as bytes.
 //
 // On the way to IMG a colour keeps its upper bits, as the engine's own colours do. On the way back its upper
-// bits fill the lower ones, so that white stays white; the way there and back again changes nothing.
+// bits fill the lower ones, so that white stays white; the way to PNG and back again changes nothing.
 
 #include <optional>
 #include <span>

@@ -1,13 +1,13 @@
 // Every decoder of packed bytes: the input is a form, a size, and packed bytes. What comes out has the asked
 // size and is the same twice; and the same bytes, packed, come back.
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "files/lzw_compression.h"
 #include "files/lzw_compression2.h"
 #include "files/rle_compression.h"
 #include "files/rle_compression2.h"
-#include "input_bytes.h"
 
 namespace footlight::fuzz {
 

@@ -1,6 +1,7 @@
 // An IMG file of any layout, from the disk to the pixels. A picture that loads is whole, the same each time,
 // and comes back from its own saved form; one that does not load leaves nothing.
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "files/file.h"

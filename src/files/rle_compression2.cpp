@@ -8,7 +8,8 @@ namespace {
 
 void unpackRow(std::span<const std::byte> packed, std::span<std::byte> row) {
   while (packed.size() > 1 && !row.empty()) {
-    const int control = std::to_integer<std::int8_t>(packed.front());
+    const int byte = std::to_integer<int>(packed.front());
+    const int control = byte < 128 ? byte : byte - 256;
     packed = packed.subspan(1);
     const std::size_t stored = control < 0 ? 1 : std::min<std::size_t>(control + 1, packed.size());
     const std::size_t wanted = std::min<std::size_t>(control < 0 ? 1 - control : stored, row.size());

@@ -62,12 +62,11 @@ void CGraphicsObject::DeCompressRLE2() {
   compression_ = _compression::none;
 }
 
-// Remembers whether there is a packed form to go back to, so that an object that never had one may be packed
-// and unpacked later.
+// Pixels that something else has unpacked, and will pack again, stay its own.
 void CGraphicsObject::unpack() {
-  if (unpacked_) return;
+  if (unpacked_ || compression_ != _compression::rle) return;
   DeCompressRLE2();
-  unpacked_ = static_cast<bool>(packedData_);
+  unpacked_ = true;
 }
 
 void CGraphicsObject::pack(bool /*freePlain*/) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "files/file.h"
 #include "platform/platform.h"
 
 namespace footlight {
@@ -48,7 +49,7 @@ CXString CLanguageOSVer::getLocalFileName(const CXString& path) const {
   const int slash = path.FindLast('\\');
   if (slash < 0) return folder_ + "\\" + path;
   CXString local = path.Left(slash + 1) + folder_ + "\\" + path.Right(slash + 1);
-  return platform::current().files().fileExists(local) ? local : path;
+  return CFile::canRead(local) ? local : path;
 }
 
 }  // namespace footlight

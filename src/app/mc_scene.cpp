@@ -160,7 +160,7 @@ bool CMC_Scene::initialize(CMC_Scene* previous) {
   CFile::chDir(CWindow::getRootPath());
   const diagnose::PlaceGuard place(origin());
   if (dlls_.IsString()) resolveDLLs(dlls_);
-  if (!enterFolder(CWindow::getRootPath()) || !CFile::fileExists(getName() + ".cnv"))
+  if (!enterFolder(CWindow::getRootPath()) || !CFile::canRead(getName() + ".cnv"))
     enterFolder(window->getDataRoot());
   reportMissingFile();
   if (unit_ != nullptr) enterScene(previous);
@@ -172,7 +172,7 @@ bool CMC_Scene::initialize(CMC_Scene* previous) {
 // A scene without a definition file simply has no objects.
 void CMC_Scene::reportMissingFile() const {
   const CXString fileName = getName() + ".cnv";
-  if (!diagnose::isOn() || CFile::fileExists(fileName)) return;
+  if (!diagnose::isOn() || CFile::canRead(fileName)) return;
   std::string text = "the scene has no objects; looked for";
   const CXString folder = path_.IsString() ? CXString(kDataFolder) + "\\" + path_ : CXString(kDataFolder);
   const CXString own = CPath::getFullPath(CPath::getFullPath(CWindow::getRootPath(), folder), fileName);
@@ -201,7 +201,7 @@ void CMC_Scene::enterScene(CMC_Scene* previous) {
 
 void CMC_Scene::loadCnv() {
   const CXString fileName = getName() + ".cnv";
-  if (!CFile::fileExists(fileName)) return;
+  if (!CFile::canRead(fileName)) return;
   const std::unique_ptr<CMElements> elements = CMElementsLoader::load(getWindow(), fileName);
   if (!elements) return;
   resolveObjects(*elements);
@@ -227,6 +227,7 @@ void CMC_Scene::unload(CMC_Scene* next) {
   saveStats();
   unloadSubScene(next);
   CMC_ObjectsContainer::unload();
+  while (!monitored_.empty()) removeMonitorCollisions(monitored_.back().get(), nullptr);
   removeAllBehaviours();
   doneDLLs();
   if (unit_ != nullptr) {
@@ -235,6 +236,27 @@ void CMC_Scene::unload(CMC_Scene* next) {
     unit_->setUnitName(previousUnitName_);
   }
   if (next == nullptr || next->getMusicFilename() != getMusicFilename()) stopMusic();
+}
+
+CCollisionInspector* CMC_Scene::startMonitoring(CGraphicsObject* object, bool useAlpha) {
+  CCollisionInspector* inspector = getWindow() != nullptr ? getWindow()->getCollisionInspector() : nullptr;
+  std::erase_if(monitored_, [](const auto& item) { return !item; });
+  const bool isNew = std::none_of(monitored_.begin(), monitored_.end(),
+                                  [object](const auto& item) { return item.get() == object; });
+  if (object == nullptr || inspector == nullptr || !isNew) return nullptr;
+  inspector->addMonitoredObject(object, useAlpha);
+  object->setMonitorCollisions(true);
+  monitored_.emplace_back(object);
+  return inspector;
+}
+
+void CMC_Scene::removeMonitorCollisions(CGraphicsObject* object, const CCollisionObserver* observer) {
+  std::erase_if(monitored_, [object](const auto& item) { return item.get() == object; });
+  CCollisionInspector* inspector = getWindow() != nullptr ? getWindow()->getCollisionInspector() : nullptr;
+  if (inspector == nullptr) return;
+  if (object != nullptr) inspector->removeMonitoredObject(object);
+  if (object != nullptr) object->setMonitorCollisions(false);
+  inspector->removeNotifier(observer);
 }
 
 void CMC_Scene::saveStats() {

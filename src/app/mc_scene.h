@@ -10,6 +10,7 @@
 #include <memory>
 #include <vector>
 
+#include "gfx/collision_inspector.h"
 #include "script/mc_objects_container.h"
 
 namespace footlight {
@@ -72,6 +73,14 @@ class CMC_Scene : public CMC_ObjectsContainer {
   void setDraggedName(CXString name) { draggedName_ = std::move(name); }
   const CXString& getDraggedName() const { return draggedName_; }
 
+  // Watches the collisions of an object of this scene, and ends that; watched anew it keeps its first
+  // `useAlpha`.
+  template <class T>
+  void monitorCollisions(CGraphicsObject* object, bool useAlpha, T* observer) {
+    if (CCollisionInspector* inspector = startMonitoring(object, useAlpha)) inspector->addNotifier(observer);
+  }
+  void removeMonitorCollisions(CGraphicsObject* object, const CCollisionObserver* observer);
+
   bool shouldMusicBeStarted() const { return shouldStartMusic_; }
   // The own music, else the parent's.
   CXString getMusicFilename() const;
@@ -108,6 +117,8 @@ class CMC_Scene : public CMC_ObjectsContainer {
   void resolveDLLs(const CXString& list);
   void doneDLLs();
   void saveStats();
+  // The inspector for an object that this scene did not watch yet; else null.
+  CCollisionInspector* startMonitoring(CGraphicsObject* object, bool useAlpha);
 
   CXString dlls_;
   CXString description_;
@@ -121,6 +132,7 @@ class CMC_Scene : public CMC_ObjectsContainer {
   CMC_Scene* pendingSubScene_ = nullptr;
   std::vector<CMC_Scene*> history_;
   std::vector<std::unique_ptr<CMC_DLLExModuleInterface>> modules_;
+  std::vector<WeakRef<CGraphicsObject>> monitored_;
   CXString previousUnitName_;
   CXString draggedName_;
   bool shouldStartMusic_ = true;

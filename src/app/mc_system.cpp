@@ -4,6 +4,7 @@
 #include <chrono>
 
 #include "app/random.h"
+#include "files/file.h"
 #include "files/path.h"
 #include "gfx/window.h"
 #include "platform/platform.h"
@@ -105,7 +106,7 @@ Result copyFile(CMC_System& /*system*/, Call& call) {
   CWindow* window = call.scope() != nullptr ? call.scope()->getWindow() : nullptr;
   const CXString from = CPath::resolveFileName(window, call.text(0));
   const CXString to = CPath::resolveFileName(window, call.text(1));
-  const bool isCopied = platform::current().files().copy(from, to);
+  const bool isCopied = CFile::copy(from, to);
   if (!isCopied && diagnose::isOn())
     diagnose::reportCall(diagnose::Group::file, from.str() + " was not copied to " + to.str());
   return Factory::makeBool(isCopied);

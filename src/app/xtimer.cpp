@@ -65,19 +65,17 @@ void CXTimer::reset(TimerId id) {
 
 int CXTimer::domodal() {
   if (!enabled_) return 0;
+  std::erase_if(timers_, [](const auto& timer) { return timer->isOver(); });
   std::vector<Ref<CTimerObject>> firing;
   firing.reserve(timers_.size());
   for (const auto& timer : timers_) firing.emplace_back(timer.get());
   for (const Ref<CTimerObject>& timer : firing) {
-    if (timer->isToDelete() || !timer->receiver) {
-      timer->isOver = true;
-    } else if (timer->interval >= 0 && now() - timer->last >= static_cast<std::uint32_t>(timer->interval)) {
-      ++timer->count;
-      fire(timer.get());
-      timer->last = now();
-    }
+    if (timer->isOver() || timer->interval < 0) continue;
+    if (now() - timer->last < static_cast<std::uint32_t>(timer->interval)) continue;
+    ++timer->count;
+    fire(timer.get());
+    timer->last = now();
   }
-  std::erase_if(timers_, [](const auto& timer) { return timer->isOver; });
   return 0;
 }
 

@@ -29,7 +29,9 @@ class CTimerObject : public CXObject {
   CTimerNotificator* notificator = nullptr;
   WeakRef<CXObject> receiver;  // the object behind the one receiver that is set
   bool unitMustBeLive = true;
-  bool isOver = false;  // leaves the list at the end of the frame
+
+  // Nobody is called any more.
+  bool isOver() const { return isToDelete() || !receiver; }
 };
 
 class CXTimer : public CXObject {

@@ -4,7 +4,9 @@
 #include <cstring>
 #include <limits>
 
+#include "files/big_file.h"
 #include "files/file_places.h"
+#include "files/packed_game.h"
 #include "files/path.h"
 #include "foundation/arithmetic.h"
 #include "foundation/code_page.h"
@@ -16,6 +18,8 @@ namespace footlight {
 namespace {
 
 constexpr std::size_t kChunk = 16384;
+
+std::unique_ptr<PackedGame> packed;  // while a big file is open
 
 platform::FileSystem& files() { return platform::current().files(); }
 
@@ -53,6 +57,8 @@ class Attempts {
     tried_.push_back(path);
     return true;
   }
+
+  const std::vector<CXString>& tried() const { return tried_; }
 
   void report(const CXString& name, const char* what) const {
     if (!diagnose::isOn()) return;
@@ -107,9 +113,12 @@ int CFile::Open(CWindow* window, const CXString& name, int mode) {
   const auto tryPlace = [&](const CXString& path) {
     return (hasLanguage(window) && tryAt(CFilePlaces::current()->localFileName(path))) || tryAt(path);
   };
-  const bool opened = window == nullptr ? tryPlace(getLocalPath(full)) || tryPlace(full)
-                                        : tryPlace(fixed ? full : getLocalPath(full)) ||
-                                              tryPlace(fixed ? getDataRootPath(full) : full);
+  bool opened = window == nullptr ? tryPlace(getLocalPath(full)) || tryPlace(full)
+                                  : tryPlace(fixed ? full : getLocalPath(full)) ||
+                                        tryPlace(fixed ? getDataRootPath(full) : full);
+  const std::vector<CXString>& tried = attempts.tried();
+  opened = opened || std::any_of(tried.begin(), tried.end(),
+                                 [this](const CXString& path) { return openInBigFile(path); });
   if (!opened) {
     attempts.report(name, (mode & kRead) != 0 ? "cannot be opened; looked for" : "cannot be written; tried");
   }
@@ -122,7 +131,17 @@ bool CFile::openAt(const CXString& path) {
   const bool reads = (mode_ & kRead) != 0;
   const bool updates = (mode_ & kUpdate) != 0;
   if (reads && updates && !files().fileExists(path)) return false;
-  handle_ = files().open(path, !reads ? OpenMode::write : updates ? OpenMode::update : OpenMode::read);
+  const OpenMode mode = !reads ? OpenMode::write : updates ? OpenMode::update : OpenMode::read;
+  handle_ = files().open(path, mode);
+  if (handle_ == nullptr && !reads && packed && packed->makeFoldersFor(path))
+    handle_ = files().open(path, mode);
+  if (handle_ != nullptr) name_ = path;
+  return handle_ != nullptr;
+}
+
+bool CFile::openInBigFile(const CXString& path) {
+  if (!packed || (mode_ & kRead) == 0 || (mode_ & kUpdate) != 0) return false;
+  handle_ = packed->open(path);
   if (handle_ != nullptr) name_ = path;
   return handle_ != nullptr;
 }
@@ -233,15 +252,50 @@ void CFile::putLine(const CXString& text) { Write(text.c_str(), text.Length()); 
 
 bool CFile::eof() { return !fill(); }
 
-int CFile::chDir(const CXString& path) { return files().changeDirectory(path) ? 0 : -1; }
+int CFile::chDir(const CXString& path) {
+  if (!packed) return files().changeDirectory(path) ? 0 : -1;
+  packed->changeDirectory(path);
+  return packed->file().ChDir(path);
+}
 
-CXString CFile::getCurrentDirectory() { return files().currentDirectory(); }
+CXString CFile::getCurrentDirectory() {
+  return packed ? packed->currentDirectory() : CXString(files().currentDirectory());
+}
 
-bool CFile::fileExists(const CXString& name) { return files().fileExists(name); }
+bool CFile::fileExists(const CXString& name) {
+  return packed ? packed->contains(name) : files().fileExists(name);
+}
 
-bool CFile::dirExists(const CXString& name) { return files().directoryExists(name); }
+bool CFile::dirExists(const CXString& name) {
+  return packed ? packed->file().DirExists(name) : files().directoryExists(name);
+}
+
+bool CFile::canRead(const CXString& name) {
+  if (!packed) return files().fileExists(name);
+  return files().fileExists(packed->fullPath(name)) || packed->contains(name);
+}
+
+bool CFile::copy(const CXString& from, const CXString& to) {
+  if (!packed) return files().copy(from, to);
+  const CXString source = packed->fullPath(from);
+  const CXString target = packed->fullPath(to);
+  if (files().copy(source, target)) return true;
+  packed->makeFoldersFor(target);
+  if (files().fileExists(source)) return files().copy(source, target);
+  const auto content = packed->open(source);
+  if (content == nullptr) return false;
+  std::vector<std::byte> bytes(static_cast<std::size_t>(content->length()));
+  return content->read(bytes) == bytes.size() && files().writeWhole(target, bytes, true);
+}
+
+int CFile::fSeek(CFile& file, int offset, int origin) {
+  return &file == getBigFileHandle() ? getBigFileIfc()->Seek(offset, origin) : file.Seek(offset, origin);
+}
+
+int CFile::fTell(CFile& file) { return &file == getBigFileHandle() ? getBigFileIfc()->Tell() : file.Tell(); }
 
 std::unique_ptr<FileSearch> CFile::findFirst(const CXString& pattern, FileFindData* data) {
+  if (packed) return packed->findFirst(pattern, data);
   const int slash = pattern.FindLast('\\');
   const CXString folder = slash < 0 ? CXString(".") : pattern.Left(slash + 1);
   const CXString mask = pattern.Right(slash + 1);
@@ -268,7 +322,7 @@ CXString CFile::getPath(CWindow* window, const CXString& name) {
   const CXString full = fullName(window, name);
   const CXString local = getLocalPath(full);
   Attempts attempts;
-  const auto isAt = [&](const CXString& path) { return attempts.isNew(path) && fileExists(path); };
+  const auto isAt = [&](const CXString& path) { return attempts.isNew(path) && canRead(path); };
   if (hasLanguage(window)) {
     for (const CXString& place : {local, full}) {
       // Without a language version the name comes back as it is: its turn is later.
@@ -298,8 +352,19 @@ bool CFile::isHdd(const CXString& path) {
 }
 
 void CFile::openBigFile(const CXString& name) {
-  if (name.IsEmpty() || !diagnose::isOn()) return;
-  diagnose::report(diagnose::Group::file, name, "", "no big file is read: the game runs from the disk");
+  closeBigFile();
+  auto file = std::make_unique<CBigFile>(name, false, CXString());
+  if (file->LastError() == 0) {
+    packed = std::make_unique<PackedGame>(std::move(file));
+  } else if (diagnose::isOn()) {
+    diagnose::report(diagnose::Group::file, name, "", file->getFailure() + "; the game runs from the disk");
+  }
 }
+
+void CFile::closeBigFile() { packed.reset(); }
+
+CBigFile* CFile::getBigFileIfc() { return packed ? &packed->file() : nullptr; }
+
+CFile* CFile::getBigFileHandle() { return packed ? packed->file().GetFile() : nullptr; }
 
 }  // namespace footlight

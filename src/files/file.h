@@ -11,6 +11,12 @@
 // Text. On reading, the "text" bit drops a carriage return before a line feed; positions and the length still
 // count the bytes on the disk. With neither "text" nor "binary" only the line operations do so. On writing a
 // line feed stays a plain line feed.
+//
+// With a big file (see CBigFile) a file that no place on the disk has is read from there. The questions about
+// files and folders are answered by the big file alone then: fileExists knows only what it holds, dirExists
+// says yes, a search finds one name, and chDir always succeeds; it leads into folders of the disk and of the
+// big file alike. What is written goes to the disk, into folders made for it where only the big file has
+// them.
 
 #include <memory>
 #include <string>
@@ -108,15 +114,25 @@ class CFile : public CXObject {
   // Is the path on a fixed disk? Without a drive letter it counts as such; the one drive there is is C.
   static bool isHdd(const CXString& path);
 
-  // The big file, which packs a game. None is read yet: the game runs from the disk, as it does when the big
-  // file that was asked for is missing.
+  // Whether a file can be opened for reading under exactly this name, on the disk or in the big file.
+  static bool canRead(const CXString& name);
+  // Copies a file, also one of the big file, to the disk as a whole. False for a file onto itself.
+  static bool copy(const CXString& from, const CXString& to);
+  // 0, or -1 when nothing moved; the position. Of the big file, for its own handle.
+  static int fSeek(CFile& file, int offset, int origin);
+  static int fTell(CFile& file);
+
+  // The big file that packs the game; one that is missing or damaged means running from the disk. A name that
+  // is no full path lies in the current directory.
   static void openBigFile(const CXString& name);
-  static void closeBigFile() {}
-  static CBigFile* getBigFileIfc() { return nullptr; }
-  static CFile* getBigFileHandle() { return nullptr; }
+  static void closeBigFile();
+  // Null without a big file.
+  static CBigFile* getBigFileIfc();
+  static CFile* getBigFileHandle();
 
  private:
   bool openAt(const CXString& path);
+  bool openInBigFile(const CXString& path);
   bool isTranslated(bool wholeLines) const;
   bool fill();
   void dropAhead();

@@ -26,6 +26,7 @@ inline constexpr int kRefusedRuns = usualOrSmall(1000, 60);    // in one nest; f
 inline constexpr int kNestedClicks = 32;                       // simulated clicks
 inline constexpr int kBracketDepth = 200;                      // brackets in one statement
 inline constexpr int kTreeDepth = 64;                          // trees and folders
+inline constexpr int kBigFileEntries = 1000000;                // folders and files in one big file
 inline constexpr int kPictureSide = usualOrSmall(16384, 256);  // pixels
 inline constexpr std::int64_t kPicturePixels = usualOrSmall(std::int64_t{1} << 24, std::int64_t{4096});
 inline constexpr std::int64_t kPictureFileBytes = kPicturePixels * 6;

@@ -101,6 +101,14 @@ void CGraphicsObject::Fill(CXRect rect, CColor* colour) {
   }
 }
 
+void CGraphicsObject::InvertColors() {
+  constexpr std::uint16_t kAllChannels = 0x7FFF;
+  const std::span<std::byte> bytes = GetDataPtr();
+  if (getBpp() != 15 || compression_ != _compression::none) return;
+  auto* pixels = reinterpret_cast<std::uint16_t*>(bytes.data());
+  for (std::size_t i = 1; i < bytes.size() / 2; ++i) pixels[i] = ~pixels[i] & kAllChannels;
+}
+
 // The first pixel keeps its colour, and the green of 5-6-5 loses its lowest bit.
 void CGraphicsObject::ToGrayScale() {
   const std::span<std::byte> bytes = GetDataPtr();

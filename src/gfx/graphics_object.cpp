@@ -5,6 +5,8 @@
 #include "foundation/arithmetic.h"
 #include "foundation/depth.h"
 #include "gfx/blit.h"
+#include "gfx/collision_inspector.h"
+#include "gfx/collision_inspector.h"
 #include "gfx/pixel_format.h"
 #include "gfx/refresh_screen.h"
 #include "gfx/validation_quene.h"
@@ -148,8 +150,11 @@ void CGraphicsObject::Move(int dx, int dy) {
   reportMove();
 }
 
-// Where the collision inspector will hear of objects that are watched.
-void CGraphicsObject::reportMove() {}
+void CGraphicsObject::reportMove() {
+  CCollisionInspector* inspector =
+      monitorCollisions_ && window_ != nullptr ? window_->getCollisionInspector() : nullptr;
+  if (inspector != nullptr) inspector->onPositionChanged(this);
+}
 
 CXRect CGraphicsObject::GetAbsoluteBoundingBox() const {
   const CXRect box = getRect();

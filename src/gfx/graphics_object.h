@@ -12,6 +12,7 @@
 //
 // Positions are pixels of the destination. Clipping rectangles are in the object's own coordinates.
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -32,6 +33,13 @@ class CValidationQuene;
 class CWindow;
 
 enum class _channel { alpha = -1, red = 0, green = 1, blue = 2 };
+
+// A piece of a row that a flood fill painted, in pixels of the picture.
+struct _floodfill {
+  std::int16_t x;
+  std::int16_t y;
+  std::int16_t length;
+};
 
 class CGraphicsObject : public CXObject, public CInvalidateObserver {
  public:
@@ -97,7 +105,42 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   virtual void resetFlips();
   virtual void Fill(CColor* colour);               // 15, 16 and 32 bits per pixel
   virtual void Fill(CXRect rect, CColor* colour);  // 15 and 16; a rectangle that is not inside is ignored
+  // To the mean of the three channels; 15 and 16 bits per pixel. The first pixel keeps its colour.
   void ToGrayScale();
+  // Each channel to its opposite; 15 bits per pixel. The first pixel keeps its colour.
+  void InvertColors();
+
+  // Effects on plain 2-byte pixels and the alpha plane; see graphics_effects.cpp. Each gives the object new
+  // planes, so that others who share the old ones keep theirs.
+  void crop(CXRect rect);  // to the part that lies inside; nothing when there is none
+  // To trunc(size * factor), each pixel from the nearest one; nothing for a size over the limits.
+  void Scale(double sx, double sy);
+  void Scale2x();  // to half the size, despite its name
+  // `map` holds a distance for each pixel, row by row: where its new colour comes from. What comes from
+  // outside is black. With `alphaToo` the alpha plane moves likewise, and keeps its value where that is
+  // outside.
+  void displacementFilter(std::span<const CXPoint> map, bool alphaToo);
+  // Paints a frame of that many pixels inward, opaque; only with an alpha plane.
+  void outline(std::uint16_t colour, int thickness);
+
+  // Fills from a point all that is connected, has a mask value other than 0 and another colour; gives the
+  // bounding box. The mask has the layout of the pixels. The spans stay with the object.
+  CXRect PrepareFloodFill(CXPoint point, const CColor& colour, std::span<const std::uint16_t> mask);
+  // Paints the spans of the last fill anew.
+  void FloodFill(const CColor& colour);
+  int getFFEnterances() const { return static_cast<int>(floodSpans_.size()); }
+  std::span<const _floodfill> getFFArray() const { return floodSpans_; }
+
+  // Cuts 3-byte pixels into three planes, the first byte of each being blue, and back; a missing plane gives
+  // 0.
+  void Split();
+  void JoinChannels();
+  // 4 bytes a pixel, the last one of the alpha plane; and the cut back of so many pixels.
+  std::vector<std::byte> Join2Channels() const;
+  void SplitOn2(std::span<const std::byte> joined, int pixels);
+  const PixelBlock& channelPlane(_channel channel) const;
+  void setChannelPlane(_channel channel, PixelBlock plane);
+
   // The picture as 0x00RRGGBB, row by row without padding; low bits that the format lacks are zero.
   std::vector<std::uint32_t> toRgb() const;
 
@@ -253,6 +296,12 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   bool clipTo(CXSize destination);
   bool canEdit() const;
   bool decodeJpeg();
+  bool unpackToEdit();
+  void replacePlanes(CXSize size, PixelBlock pixels, PixelBlock alpha);
+  template <class From>
+  void remap(CXSize size, From from);
+  bool isOpen(int px, int py, std::uint16_t pixel, std::span<const std::uint16_t> mask) const;
+  _floodfill paintSpan(int px, int py, std::uint16_t pixel, std::span<const std::uint16_t> mask);
   void dropPacked();
   void drawChildren();
   void reportMove();
@@ -271,6 +320,9 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   bool unpacked_ = false;
   PixelBlock packedData_;
   PixelBlock packedAlpha_;
+
+  std::array<PixelBlock, 3> channels_;  // red, green, blue; not in use during play
+  std::vector<_floodfill> floodSpans_;  // of the last fill
 
   std::unique_ptr<CValidationQuene> children_;
   PixelBlock backup_;  // the picture without sub-objects

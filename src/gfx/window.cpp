@@ -4,6 +4,7 @@
 #include "app/command_line6.h"
 #include "app/language_os_ver.h"
 #include "app/xtimer.h"
+#include "gfx/collision_inspector.h"
 #include "gfx/direct_draw_surface.h"
 #include "gfx/refresh_screen.h"
 #include "gfx/surface.h"
@@ -54,6 +55,7 @@ CWindow::CWindow(CCommandLine6* commandLine, CLanguageOSVer* language, CXSize si
   SetCursor(platform::Cursor::main);
   devicePoller_ = std::make_unique<CDevicePoller>(this);
   addIPoller(devicePoller_.get());
+  collisionInspector_.reset(new CCollisionInspector);
   publicTrash_ = std::make_unique<CPublicTrash>(timer_.get());
   if (platform::current().input().wantsPollingThread()) {
     pollerThread_ = std::make_unique<CPollerThread>(&criticalSection_, [this] { tickPollers(); });
@@ -110,7 +112,8 @@ void CWindow::Tick() {
   Redraw();
   if (pollerThread_ == nullptr) tickPollers();
   timer_->domodal();
-  // Here animations, then sounds, then collisions take their steps.
+  // Here animations, then sounds take their steps.
+  collisionInspector_->tick();
   flushPollers();
 }
 

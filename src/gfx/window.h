@@ -43,6 +43,7 @@ class CKeyListener;
 class CLanguageOSVer;
 class CMouseListener;
 class CPollerThread;
+class CCollisionInspector;
 class CPublicTrash;
 class CRefreshScreen;
 class CScreenUnit;
@@ -144,6 +145,7 @@ class CWindow : public CXObject, public CFilePlaces {
   CApplication* getApplication() const { return application_; }
   CXTimer* GetTimerInterface() const { return timer_.get(); }
   CPublicTrash* getPublicTrashInterface() const { return publicTrash_.get(); }
+  CCollisionInspector* getCollisionInspector() const { return collisionInspector_.get(); }
 
   // Two flags; music starts only while both are set.
   void SoundOn(bool on) { soundOn_ = on; }
@@ -273,6 +275,7 @@ class CWindow : public CXObject, public CFilePlaces {
   Owned<CDirectDrawSurface> backSurface_;
   Owned<CRefreshScreen> refreshScreen_;
   std::unique_ptr<CXTimer> timer_;
+  Owned<CCollisionInspector> collisionInspector_;
   std::unique_ptr<CPublicTrash> publicTrash_;
   std::unique_ptr<Music> music_;
 

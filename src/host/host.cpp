@@ -9,6 +9,7 @@
 #include "app/command_line6.h"
 #include "app/language_os_ver.h"
 #include "app/random.h"
+#include "files/big_file.h"
 #include "foundation/code_page.h"
 #include "foundation/diagnose.h"
 #include "gfx/direct_draw_surface.h"
@@ -77,7 +78,8 @@ int Host::run() {
 void Host::makePlatform() {
   const std::string start = startDirectory();
   auto files = std::make_unique<platform::PosixFileSystem>(start);
-  if (options_.headless) {
+  // Packing shows nothing.
+  if (options_.headless || !options_.packFolder.empty()) {
     platform::HeadlessOptions machine;
     machine.clockStart = options_.clockStart;
     machine.pacedReal = options_.pacedReal;
@@ -139,10 +141,13 @@ void Host::print(const std::string& line) {
 }
 
 bool Host::isRefused(const CCommandLine6& commandLine) const {
-  if (commandLine.isCreateBigFile()) {
-    complain("-bigfile: not in this build: big files cannot be made");
+  const bool isPacking = commandLine.isCreateBigFile();
+  if (isPacking != !options_.packFolder.empty() || isPacking != !options_.packFile.empty() ||
+      (options_.packName && !isPacking)) {
+    complain("-bigfile, --folder and --out belong together, --name goes with them");
     return true;
   }
+  if (isPacking) return false;
   if (options_.bpp == 32 && !commandLine.isWindowMode()) {
     complain("--bpp: 32 needs -window: the engine takes a full screen of 32 bits for one of 24");
     return true;
@@ -150,9 +155,41 @@ bool Host::isRefused(const CCommandLine6& commandLine) const {
   return false;
 }
 
+// The root's name in the big file is the folder's as it was typed.
+int Host::makeBigFile() const {
+  platform::FileSystem& files = platform_->files();
+  const CXString output(files.toEnginePath(options_.packFile));
+  CXString folder = fromMachine(options_.packFolder);
+  files.allowRoot(files.toEnginePath(options_.packFolder));
+  files.allowRoot(output.Left(output.FindLast('\\') + 1));
+  if (!files.directoryExists(folder)) folder = files.toEnginePath(options_.packFolder);
+  if (!files.directoryExists(folder)) {
+    complain("--folder: " + options_.packFolder + ": there is no such folder");
+    return kBadCommandLine;
+  }
+  const CXString name =
+      options_.packName ? fromMachine(*options_.packName) : output.Right(output.FindLast('\\') + 1);
+  CBigFile bigFile(true, CXString());
+  const bool made = bigFile.Create(folder, name, output);
+  std::fflush(stdout);
+  for (const std::string& remark : bigFile.getRemarks()) complain(code_page::toUtf8(remark));
+  if (!made) complain("-bigfile: " + options_.packFile + ": " + code_page::toUtf8(bigFile.getFailure()));
+  return made ? kEnded : kNoStart;
+}
+
+// The big file may lie anywhere, also where the game may not read.
+CXString Host::bigFileName() const {
+  if (options_.bigFile.empty()) return {};
+  platform::FileSystem& files = platform_->files();
+  const CXString name(files.toEnginePath(options_.bigFile));
+  files.allowReading(name);
+  return files.fileExists(name) ? name : fromMachine(options_.bigFile);
+}
+
 int Host::runEngine() {
   CCommandLine6 commandLine(fromMachine(options_.engineLine));
   if (isRefused(commandLine)) return kBadCommandLine;
+  if (commandLine.isCreateBigFile()) return makeBigFile();
   platform::FileSystem& files = platform_->files();
   if (commandLine.getPath().IsString()) files.allowRoot(commandLine.getPath());
   CXRandom::seed(options_.seed.value_or(
@@ -162,7 +199,7 @@ int Host::runEngine() {
   CWindow window(&commandLine, &language, commandLine.getResolution(),
                  CXString(files.toEnginePath(platform::PosixModules::programFolder().string())));
   language.setWindowIfc(&window);
-  CApplication application(&window, fromMachine(options_.ini), fromMachine(options_.bigFile), &commandLine);
+  CApplication application(&window, fromMachine(options_.ini), bigFileName(), &commandLine);
   return runGame(window, application, commandLine);
 }
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <unordered_set>
 
+#include "foundation/xstring.h"
 #include "host/options.h"
 #include "platform/input_recorder.h"
 #include "platform/input_script.h"
@@ -49,7 +50,9 @@ class Host {
   void startDiagnose();
   void print(const std::string& line);
   int runEngine();
+  int makeBigFile() const;
   bool isRefused(const CCommandLine6& commandLine) const;
+  CXString bigFileName() const;
   int runGame(CWindow& window, CApplication& application, const CCommandLine6& commandLine);
   std::uint32_t loop(CWindow& window);
   void takeEvents();

@@ -21,9 +21,6 @@ struct Missing {
 // clang-format off
 constexpr Missing kMissing[] = {
     {"--bind",   "there is no network"},
-    {"--folder", "big files cannot be made"},
-    {"--out",    "big files cannot be made"},
-    {"--name",   "big files cannot be made"},
     {"--record", "there is no sound"},
 };
 // clang-format on
@@ -89,7 +86,8 @@ void addMachineOptions(CLI::App& app, Options& options) {
 void addRunOptions(CLI::App& app, Options& options) {
   addNumber(app, "--ticks", options.ticks, "leave after N ticks");
   app.add_option("--ini", options.ini, "name of the INI file (default footlight.ini)")->type_name("NAME");
-  app.add_option("--big", options.bigFile, "name of the big file")->type_name("NAME");
+  app.add_option("--big", options.bigFile, "run from this big file; what the disk has comes first")
+      ->type_name("FILE");
   app.add_option("--input", options.input, "scripted events, one a line: TICK EVENT ...")->type_name("FILE");
   app.add_option("--record-input", options.recordInput, "write the player's events for --input")
       ->type_name("FILE");
@@ -115,6 +113,13 @@ void addRunOptions(CLI::App& app, Options& options) {
       ->type_name("quiet|warn|stop");
   app.add_flag("--literal", options.literal, "read every statement anew at each run, for comparing");
   app.add_flag("--vocabulary", options.vocabulary, "print every type, property, signal and method as JSON");
+}
+
+void addPackOptions(CLI::App& app, Options& options) {
+  app.add_option("--folder", options.packFolder, "with -bigfile: pack this folder")->type_name("DIR");
+  app.add_option("--out", options.packFile, "with -bigfile: make this big file")->type_name("FILE");
+  app.add_option("--name", options.packName, "with -bigfile: the name in its head (default: the file's own)")
+      ->type_name("NAME");
 }
 
 void addMissingOptions(CLI::App& app) {
@@ -182,6 +187,7 @@ Parsed parseOptions(std::span<const char* const> words) {
   app.footer("Options of the engine have one dash: -window, -path DIR, -nosound and so on.");
   addMachineOptions(app, options);
   addRunOptions(app, options);
+  addPackOptions(app, options);
   addMissingOptions(app);
 
   Split parts = split(words, app);

@@ -27,7 +27,10 @@ struct Options {
   bool pacedReal = false;              // headless
   std::optional<std::uint32_t> ticks;  // leave after so many
   std::string ini = "footlight.ini";
-  std::string bigFile;
+  std::string bigFile;                  // to run from; the machine's name, empty: none
+  std::string packFolder;               // with -bigfile: the machine's name of what to pack
+  std::string packFile;                 // and of the big file to make
+  std::optional<std::string> packName;  // and the name in its head; else the file's own
   int bpp = 16;
   std::string locale;                // four hexadecimal digits, upper case; empty: by the platform
   std::optional<std::int64_t> time;  // Unix seconds at the start

@@ -13,6 +13,8 @@ namespace footlight {
 namespace {
 
 // Signals of the type, by their index.
+constexpr int kOnCollision = 3;
+constexpr int kOnCollisionFinished = 4;
 constexpr int kOnFocusOn = 5;
 constexpr int kOnFocusOff = 6;
 constexpr int kOnClick = 7;
@@ -45,7 +47,7 @@ CMC_Image::CMC_Image(CMC_ObjectsContainer* container, const CMElement* element)
     image->toRelease(element->getPropertyBoolValue("FLUSHAFTERPLAYED"));
     image->Visible(element->getPropertyBoolValue("VISIBLE"));
     startingPosition_ = image->GetPosition();
-    image->setMonitorCollisions(monitorCollision_ || monitorCollisionAlpha_);
+    if (isMonitored()) monitorCollisions(monitorCollisionAlpha_);
     if (element->getPropertyBoolValue("TOCANVAS") && screen() != nullptr) screen()->put(image, priority_);
   }
   asButton_ = element->getPropertyBoolValue("ASBUTTON");
@@ -80,7 +82,8 @@ void CMC_Image::load(const CXString& name, bool preload) {
   CImage* image = getImage();
   if (priority == kOffScreen || image == nullptr) return;
   screen()->put(image, priority);
-  image->setMonitorCollisions(monitorCollision_ || monitorCollisionAlpha_);
+  if (isMonitored()) monitorCollisions(monitorCollisionAlpha_);
+  image->setMonitorCollisions(isMonitored());
 }
 
 void CMC_Image::takeShared(CResourcesManager* resources, const CXString& name, bool preload) {
@@ -113,6 +116,7 @@ Owned<CImage> CMC_Image::makeImage(const CXString& name, bool preload) const {
 // Lets the picture go: to the manager, which ends it after its last user, or to its end.
 void CMC_Image::giveBack() {
   CImage* image = getImage();
+  removeCollisionsMonitoring();
   if (image != nullptr && own_ == nullptr) {
     if (CResourcesManager* resources = manager(); resources != nullptr) resources->remove(image);
   }
@@ -140,6 +144,45 @@ bool CMC_Image::done(bool keep) {
 void CMC_Image::unlink() {
   giveBack();
   if (window_ != nullptr) window_->unregisterMouseListener(this);
+}
+
+// --- collisions
+// ----------------------------------------------------------------------------------------------------
+
+// The scene around the object; a class instance stands in its own scope within one.
+CMC_Scene* CMC_Image::level() const {
+  CMC_ObjectsContainer* container = getScene();
+  while (container != nullptr && object_cast<CMC_Scene>(container) == nullptr)
+    container = container->getParent();
+  return object_cast<CMC_Scene>(container);
+}
+
+void CMC_Image::monitorCollisions(bool useAlpha) {
+  CImage* image = getImage();
+  CMC_Scene* scene = level();
+  if (image != nullptr && scene != nullptr) scene->monitorCollisions(image, useAlpha, this);
+}
+
+void CMC_Image::removeCollisionsMonitoring() {
+  CImage* image = getImage();
+  CMC_Scene* scene = image != nullptr && image->getMonitorCollisionsFlag() ? level() : nullptr;
+  if (scene != nullptr) scene->removeMonitorCollisions(image, this);
+}
+
+void CMC_Image::signalCollision(int index, const char* signal, CGraphicsObject* a, CGraphicsObject* b) {
+  if (!isSignalBound(index) || a != getImage() || getScene() == nullptr) return;
+  const Ref<CMC_Image> self(this);
+  const CXString own = getScene()->getGraphicsObjectName(a, true);
+  const CXString other = getScene()->getGraphicsObjectName(b, true);
+  if (!onSignal(CXString(signal) + "^" + other)) onSignal(signal, {own, other});
+}
+
+void CMC_Image::onCollision(CGraphicsObject* a, CGraphicsObject* b) {
+  signalCollision(kOnCollision, "ONCOLLISION", a, b);
+}
+
+void CMC_Image::onCollisionFinished(CGraphicsObject* a, CGraphicsObject* b) {
+  signalCollision(kOnCollisionFinished, "ONCOLLISIONFINISHED", a, b);
 }
 
 // --- the mouse

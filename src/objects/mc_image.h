@@ -8,16 +8,18 @@
 // weakly: a picture that has gone is no picture, and every operation on it is left out.
 
 #include "foundation/geometry.h"
+#include "gfx/collision_inspector.h"
 #include "gfx/image.h"
 #include "input/mouse_listener.h"
 #include "script/mc_object.h"
 
 namespace footlight {
 
+class CMC_Scene;
 class CRefreshScreen;
 class CResourcesManager;
 
-class CMC_Image : public CMC_Object, public CMouseListener {
+class CMC_Image : public CMC_Object, public CCollisionObserver, public CMouseListener {
  public:
   // Without a picture yet, of no name.
   explicit CMC_Image(CMC_ObjectsContainer* container);
@@ -43,6 +45,12 @@ class CMC_Image : public CMC_Object, public CMouseListener {
   bool verifyBehaviour(const CXString& signal) override;
   std::unique_ptr<CMC_Object> copy() const override;
 
+  // Signals when the picture begins and ends to touch another one that the scene watches.
+  void monitorCollisions(bool useAlpha);
+  virtual void removeCollisionsMonitoring();
+  void onCollision(CGraphicsObject* a, CGraphicsObject* b) override;
+  void onCollisionFinished(CGraphicsObject* a, CGraphicsObject* b) override;
+
   bool onMouseMove(CXPoint point) override;
   bool onClick(int button, CXPoint point) override;
   bool onRelease(int button, CXPoint point) override;
@@ -55,6 +63,9 @@ class CMC_Image : public CMC_Object, public CMouseListener {
  private:
   CRefreshScreen* screen() const;
   CResourcesManager* manager() const;
+  CMC_Scene* level() const;
+  bool isMonitored() const { return monitorCollision_ || monitorCollisionAlpha_; }
+  void signalCollision(int index, const char* signal, CGraphicsObject* a, CGraphicsObject* b);
   bool isHit(CXPoint point) const;
   bool hearsMouse() const;
   void signalButton(const char* signal, int button);

@@ -267,13 +267,15 @@ Result setAsButton(CMC_Image& object, Call& call) {
   return {};
 }
 
-Result monitorCollision(CImage& image, Call& /*call*/) {
-  image.setMonitorCollisions(true);
+Result monitorCollision(CMC_Image& object, Call& call) {
+  object.monitorCollisions(call.boolean(0));
+  if (CImage* image = object.getImage()) image->setMonitorCollisions(true);
   return {};
 }
 
-Result removeMonitorCollision(CImage& image, Call& /*call*/) {
-  image.setMonitorCollisions(false);
+Result removeMonitorCollision(CMC_Image& object, Call& /*call*/) {
+  object.removeCollisionsMonitoring();
+  if (CImage* image = object.getImage()) image->setMonitorCollisions(false);
   return {};
 }
 
@@ -297,8 +299,8 @@ constexpr Method kMethods[] = {
     {18, "GETHEIGHT", 0, 0, method<onImage<getHeight>>},
     {23, "ISNEAR", 2, 5, method<onImage<isNear>>},
     {24, "ISINSIDE", 3, 3, method<onImage<isInside>>},
-    {26, "MONITORCOLLISION", 1, 1, method<onImage<monitorCollision>>},
-    {27, "REMOVEMONITORCOLLISION", 0, 0, method<onImage<removeMonitorCollision>>},
+    {26, "MONITORCOLLISION", 1, 1, method<monitorCollision>},
+    {27, "REMOVEMONITORCOLLISION", 0, 0, method<removeMonitorCollision>},
     {28, "SETSCALEFACTOR", 0, Method::kAny, method<setScaleFactor>},
     {32, "SETPRIORITY", 1, 1, method<onImage<setPriority>>},
     {33, "GETALPHA", 2, 2, method<onImage<getAlpha>>},

@@ -44,6 +44,7 @@ struct DirectoryEntry {
   std::string name;  // code page 1250, as on the disk
   bool isDirectory = false;
   std::int64_t size = 0;
+  bool isLink = false;  // the rest tells of what it leads to
 };
 
 // What tells one state of a file from another without reading it.
@@ -87,6 +88,8 @@ class FileSystem {
 
   // Adds a directory below which reading and writing is allowed.
   virtual void allowRoot(std::string_view path) = 0;
+  // Lets one file be read that lies elsewhere.
+  virtual void allowReading(std::string_view /*path*/) {}
   // An engine name for a name of the machine, as for command-line paths.
   virtual std::string toEnginePath(std::string_view machinePath) const = 0;
   // The machine's name for a name of the engine, for messages; empty when it does not resolve.

@@ -30,10 +30,8 @@ struct Code {
 };
 
 Code codeOf(const Call& call, int index) {
-  if (const auto* passed = object_cast<CMC_String>(call.object(index))) {
-    if (CMC_Behaviour* inlineCode = passed->inlineBehaviour())
-      return {Ref<CMC_Behaviour>(inlineCode), nullptr};
-  }
+  if (CMC_Behaviour* inlineCode = inlineBehaviourOf(call.object(index)))
+    return {Ref<CMC_Behaviour>(inlineCode), nullptr};
   const CXString text = call.text(index);
   if (text.IsEmpty() || call.scope() == nullptr) return {};
   if (auto* named = call.find<CMC_Behaviour>(text)) return {Ref<CMC_Behaviour>(named), nullptr};
@@ -77,13 +75,20 @@ struct Side {
   CXString other;
 };
 
-// Whole numbers come out of their texts as they went in, so they are compared as they are.
+// Whole numbers come out of their texts as they went in, so they are compared as they are. The usual case,
+// where nothing need run to read the three, comes first.
 bool isComparisonTrue(const Call& call) {
+  const auto* first = object_cast<CMC_Integer>(call.object(0));
+  const auto* second = object_cast<CMC_Integer>(call.object(2));
+  const auto* between = object_cast<CMC_String>(call.object(1));
+  if (first != nullptr && second != nullptr && between != nullptr && caches::isOn()) {
+    const Comparison comparison = CMC_Condition::comparisonOf(between->getValue());
+    if (comparison != Comparison::instanceOf)
+      return CMC_Condition::valid(first->getValue(), second->getValue(), comparison);
+  }
   const Side left(call, 0);
   CXString storage;
   const Comparison comparison = CMC_Condition::comparisonOf(call.textView(1, &storage));
-  if (comparison == Comparison::none)
-    diagnose::reportCall(diagnose::Group::arguments, "there is no such comparison");
   const Side right(call, 2);
   if (left.whole && right.whole && comparison != Comparison::instanceOf && caches::isOn()) {
     return CMC_Condition::valid(*left.whole, *right.whole, comparison);
@@ -243,9 +248,7 @@ CMC_Behaviour* addTimerBehaviour(CMC_ObjectsContainer* scope, CXString code) {
 }
 
 CXString bodyText(const Call& call, int index) {
-  if (const auto* inlineCode = dynamic_cast<const CMC_InlineCode*>(call.object(index))) {
-    if (const CMC_Behaviour* behaviour = inlineCode->inlineBehaviour()) return behaviour->getCode();
-  }
+  if (const CMC_Behaviour* behaviour = inlineBehaviourOf(call.object(index))) return behaviour->getCode();
   const CXString text = call.text(index);
   const auto* named = call.find<CMC_Behaviour>(text);
   return named != nullptr ? named->getCode() : text;
@@ -262,7 +265,7 @@ Result runOnTimer(CMC_Behaviour& /*behaviour*/, Call& call) {
 
   const CXString endCode = call.text(3);
   CMC_Behaviour* next = endCode.IsString() ? call.find<CMC_Behaviour>(endCode) : nullptr;
-  const bool isInline = dynamic_cast<const CMC_InlineCode*>(call.object(3)) != nullptr;
+  const bool isInline = inlineBehaviourOf(call.object(3)) != nullptr;
   if (endCode.IsString() && (next == nullptr || isInline)) {
     next = addTimerBehaviour(scope, bodyText(call, 3));
     made->ownTimerNext();

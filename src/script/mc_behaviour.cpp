@@ -130,11 +130,17 @@ void CMC_Behaviour::removeTemporaries(CMC_ObjectsContainer* scope) {
   }
 }
 
+bool CMC_Behaviour::isAsMade() const {
+  const CMC_ObjectsContainer* scope = getScene();
+  return enabled_ && breakpoint_ < 0 && timerId_ == 0 && !isAnySignalBound() && getClonesNo() == 0 &&
+         scope != nullptr && scope->getOwnObject(getName()) == this;
+}
+
 void CMC_Behaviour::setParams(const TextList& arguments) {
   CXString text = CMC_Behaviour_Entry::fillParams(code_, &arguments);
-  // Inline code within that speaks of itself may have bound or disabled itself; made anew it has not.
-  const bool isStill = lines_ && lines_->text() == text && text.FindSubString("THIS") < 0;
-  if (caches::isOn() && isStill && lines_->isCurrent()) return;
+  // The lines end with ONDONE before they are made anew, so what was bound here is a matter too.
+  const bool isStill = isAsMade() && lines_ && lines_->text() == text && lines_->isCurrent();
+  if (caches::isOn() && isStill) return;
   done(false);
   if (!isDisposed() && text.IsString()) compile(text, caches::isOn());
 }
@@ -223,8 +229,7 @@ Result CMC_Behaviour::resolveParameter(CMC_ObjectsContainer* scope, CMC_Object* 
   }
   if (piece.startsWith("CONV")) return runLine(scope, caller, CXString("@") + piece, behaviour);
   if (piece.Find('(') >= 0 && !piece.startsWith("\"")) return runLine(scope, caller, piece, behaviour);
-  const char first = piece.GetAt(0);
-  if (first == '-' || (first >= '0' && first <= '9')) return Result(CMC_Variable::resolve(piece));
+  if (CMC_Variable::beginsLikeNumber(piece)) return Result(CMC_Variable::resolve(piece));
   if (const int bar = piece.Find('|'); bar >= 0) {
     auto* structure = scope->find<CMC_Structure>(piece.slice(0, bar));
     if (structure != nullptr) {

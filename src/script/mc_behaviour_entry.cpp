@@ -58,6 +58,21 @@ std::vector<CXString> CMC_Behaviour_Entry::cutStatements(const CXString& code, C
   return statements;
 }
 
+std::vector<std::string_view> CMC_Behaviour_Entry::cutArguments(std::string_view text) {
+  std::vector<std::string_view> pieces;
+  int depth = 0;
+  std::size_t start = 0;
+  for (std::size_t i = 0; i <= text.size(); ++i) {
+    const bool isEnd = i == text.size();
+    if (!isEnd && text[i] == '(') ++depth;
+    if (!isEnd && text[i] == ')') --depth;
+    if (!isEnd && (text[i] != ',' || depth != 0)) continue;
+    if (i > start) pieces.push_back(text.substr(start, i - start));
+    start = i + 1;
+  }
+  return pieces;
+}
+
 CXString CMC_Behaviour_Entry::fillParams(const CXString& text, const TextList* arguments) {
   CXString filled;
   int start = 0;
@@ -111,8 +126,8 @@ CXString CMC_Behaviour_Entry::uniqueName(const CMC_ObjectsContainer* scene, cons
 
 // Compiling
 
-CMC_InlineCode::CMC_InlineCode(CMC_Behaviour* behaviour, bool hasMarks)
-    : CMC_String(behaviour->getName()), behaviour_(behaviour), hasMarks_(hasMarks) {
+CMC_InlineCode::CMC_InlineCode(CMC_Behaviour* behaviour)
+    : CMC_String(behaviour->getName()), behaviour_(behaviour) {
   setName("temp");
 }
 
@@ -131,8 +146,7 @@ CMC_Behaviour_Entry::CMC_Behaviour_Entry(CMC_Behaviour* behaviour, CXString line
 CMC_Behaviour_Entry::~CMC_Behaviour_Entry() {
   if (!ownsTempBehaviours_) return;
   for (const Slot& slot : slots_) {
-    auto* code = object_cast<CMC_String>(slot.fixed.get());
-    CMC_Behaviour* behaviour = code != nullptr ? code->inlineBehaviour() : nullptr;
+    CMC_Behaviour* behaviour = inlineBehaviourOf(slot.fixed.get());
     if (behaviour == nullptr) continue;
     const Ref<CMC_Behaviour> keep(behaviour);
     if (behaviour->getScene() != nullptr) behaviour->getScene()->removeObject(behaviour);
@@ -239,10 +253,10 @@ void CMC_Behaviour_Entry::tellNames(NameUses& uses) const {
     if (slot.entry) slot.entry->tellNames(uses);
     if (slot.referredName.IsString()) uses.add(slot.referredName);
     if (const auto* expression = object_cast<CMC_Expression>(slot.fixed.get())) expression->tellNames(uses);
-    const auto* code = object_cast<CMC_String>(slot.fixed.get());
-    const CMC_Behaviour* behaviour = code != nullptr ? code->inlineBehaviour() : nullptr;
-    const CodeLines* lines = behaviour != nullptr ? behaviour->getLines() : nullptr;
-    if (lines != nullptr) lines->tellNames(uses);
+    CMC_Behaviour* behaviour = inlineBehaviourOf(slot.fixed.get());
+    if (behaviour == nullptr) continue;
+    uses.add(behaviour);
+    if (const CodeLines* lines = behaviour->getLines()) lines->tellNames(uses);
   }
 }
 
@@ -264,15 +278,8 @@ void CMC_Behaviour_Entry::compileArguments(CMC_Behaviour* behaviour, int open) {
     diagnose::report(diagnose::Group::statement, line_, "", "a call needs its round brackets", origin_);
   if (open < 0) return;
   params_ = line_.Mid(open + 1, line_.Length() - 1);
-  int depth = 0;
-  int start = 0;
-  for (int i = 0; i <= params_.Length(); ++i) {
-    const char c = params_.GetAt(i == params_.Length() ? -2 : i);
-    if (c == '(') ++depth;
-    if (c == ')') --depth;
-    if (i < params_.Length() && (c != ',' || depth != 0)) continue;
-    if (i > start) slots_.push_back(compileArgument(behaviour, params_.Mid(start, i)));
-    start = i + 1;
+  for (const std::string_view piece : cutArguments(params_)) {
+    slots_.push_back(compileArgument(behaviour, piece));
   }
   bool callsSomething = false;
   for (const Slot& slot : slots_) {
@@ -312,6 +319,7 @@ CMC_Behaviour_Entry::Slot CMC_Behaviour_Entry::compileArgument(CMC_Behaviour* be
     return slot;
   }
   slot.entry = std::make_unique<CMC_Behaviour_Entry>(behaviour, std::move(piece));
+  if (slot.entry->isPlainValue()) slot.bound = &slot.entry->object_;
   return slot;
 }
 
@@ -322,7 +330,7 @@ Ref<CMC_Object> CMC_Behaviour_Entry::makeInlineArgument(CMC_Behaviour* behaviour
   const Ref<CMC_Behaviour> keep(made);
   made->init();
   scene->addObject(made);
-  auto* argument = new CMC_InlineCode(made, hasMark(code));
+  auto* argument = new CMC_InlineCode(made);
   Ref<CMC_Object> value(argument);
   argument->dispose();
   return value;
@@ -341,7 +349,10 @@ Result CMC_Behaviour_Entry::runAny(const RunContext& context, bool isResultUsed)
 Result CMC_Behaviour_Entry::runCall(const RunContext& context, bool isResultUsed) const {
   ArgumentBuffer values(slots_.size());
   Throwaways throwaways;
-  for (const Slot& slot : slots_) values.add(argumentOf(slot, context, &throwaways));
+  for (const Slot& slot : slots_) {
+    CMC_Object* bound = slot.bound != nullptr ? slot.bound->get() : nullptr;
+    values.add(bound != nullptr ? Ref<CMC_Object>(bound) : argumentOf(slot, context, &throwaways));
+  }
 
   if (diagnose::isOn()) diagnose::place = origin_;
   Result result = dispatch(context, ArgumentList(values.all(), isResultUsed));
@@ -406,8 +417,7 @@ Ref<CMC_Object> CMC_Behaviour_Entry::argumentOf(const Slot& slot, const RunConte
   }
   if (!constParams_ && context.arguments != nullptr) {
     // Inline code sees the arguments of the code around it, and binds its names anew.
-    auto* code = object_cast<CMC_String>(slot.fixed.get());
-    CMC_Behaviour* behaviour = code != nullptr ? code->inlineBehaviour() : nullptr;
+    CMC_Behaviour* behaviour = inlineBehaviourOf(slot.fixed.get());
     if (behaviour != nullptr) behaviour->setParams(*context.arguments);
   }
   return slot.fixed;
@@ -468,7 +478,7 @@ Ref<CMC_Object> CMC_Behaviour_Entry::makeFilledCode(const CXString& text, const 
   throwaways->emplace_back(made);
   made->init();
   context.scene->addObject(made);
-  auto* argument = new CMC_InlineCode(made, false);
+  auto* argument = new CMC_InlineCode(made);
   argument->setName("xtemp");
   Ref<CMC_Object> value(argument);
   argument->dispose();
@@ -580,8 +590,9 @@ Ref<const CodeLines> CodeLines::make(CMC_Behaviour* behaviour, CXString text, bo
 }
 
 bool CodeLines::isCurrent() const {
+  if (!uses_ || !uses_->areBehavioursUntouched()) return false;
   const std::uint64_t generation = CMC_ObjectsContainer::generation();
-  if (generation_ != generation && (!uses_ || uses_->haveChanged())) return false;
+  if (generation_ != generation && uses_->haveChanged()) return false;
   generation_ = generation;
   return true;
 }

@@ -32,14 +32,11 @@ struct RunContext {
 // An argument that is code: a text with the name of the behaviour that was made from it.
 class CMC_InlineCode : public CMC_String {
  public:
-  CMC_InlineCode(CMC_Behaviour* behaviour, bool hasMarks);
+  explicit CMC_InlineCode(CMC_Behaviour* behaviour);
   CMC_Behaviour* inlineBehaviour() const override { return behaviour_.get(); }
-  // The code holds a `$` that stands for an argument of the code around it.
-  bool hasMarks() const { return hasMarks_; }
 
  private:
   WeakRef<CMC_Behaviour> behaviour_;
-  bool hasMarks_;
 };
 
 class CMC_Behaviour_Entry {
@@ -78,6 +75,8 @@ class CMC_Behaviour_Entry {
   // Cuts code into statements. The last one needs its semicolon, or it is only
   // `rest`; blanks vanish everywhere.
   static std::vector<CXString> cutStatements(const CXString& code, CXString* rest = nullptr);
+  // Cuts arguments at commas outside of round brackets; empty pieces take no place.
+  static std::vector<std::string_view> cutArguments(std::string_view text);
   // The text with each `$n` that has an argument replaced by it.
   static CXString fillParams(const CXString& text, const TextList* arguments);
   // A variable as text.
@@ -108,7 +107,8 @@ class CMC_Behaviour_Entry {
   struct Slot {
     Ref<CMC_Object> fixed;
     std::unique_ptr<CMC_Behaviour_Entry> entry;
-    WeakRef<CMC_Object> referred;  // a variable that is passed itself
+    const WeakRef<CMC_Object>* bound = nullptr;  // of the entry, where that is a mere name
+    WeakRef<CMC_Object> referred;                // a variable that is passed itself
     CXString referredName;
     bool hasMarks = false;                     // its text holds a `$`
     std::unique_ptr<MarkedExpression> marked;  // the text is arithmetic on the marks
@@ -181,7 +181,7 @@ class CodeLines : public CXObject {
   const CXString& text() const { return text_; }
   const std::vector<std::unique_ptr<CMC_Behaviour_Entry>>& entries() const { return entries_; }
   void releaseTempBeh(bool owns) const;
-  // False where a name that was bound, or was not found, may mean something else now.
+  // True where compiling the text anew would come to the same; lines that are not watched cannot tell.
   bool isCurrent() const;
   void tellNames(NameUses& uses) const;
 

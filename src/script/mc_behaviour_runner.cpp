@@ -15,11 +15,6 @@ constexpr const char* kReturn = "__RETURN__";
 
 CMC_Object* returned(const Call& call) { return call.findAny(kReturn); }
 
-bool isNumberText(const CXString& text) {
-  const char first = text.GetAt(0);
-  return first == '-' || (first >= '0' && first <= '9');
-}
-
 // A text that names an object other than a plain value goes in quotes, so that it arrives in the code as a
 // literal.
 CXString argumentText(const Call& call, int index) {
@@ -28,7 +23,7 @@ CXString argumentText(const Call& call, int index) {
     return CXString::toString(integer->getValue());
   }
   CXString text = call.text(index);
-  if (isNumberText(text) && !areNumbersNames) return text;
+  if (CMC_Variable::beginsLikeNumber(text) && !areNumbersNames) return text;
   const CMC_Object* named = call.findAny(text);
   if (named == nullptr || CMC_Variable::isValueType(named->getType())) return text;
   return CXString("\"") + text + "\"";

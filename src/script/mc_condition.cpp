@@ -8,6 +8,7 @@
 #include "script/mc_expression.h"
 #include "script/mc_objects_container.h"
 #include "script/melement.h"
+#include "script/watchdog.h"
 
 namespace footlight {
 
@@ -34,7 +35,7 @@ void reportOperator(const CMElement* element) {
   const CMProperty* property = element->properties().get("OPERATOR");
   if (property == nullptr || !diagnose::isOn()) return;
   diagnose::report(diagnose::Group::definition, element->getName(), "OPERATOR",
-                   "no such operator: " + property->getValue().str(), property->origin());
+                   "no such operator: " + std::string(property->getValue()), property->origin());
 }
 
 // A word that is not in the table counts as EQUAL.
@@ -47,23 +48,31 @@ Comparison comparisonOfProperty(const CMElement* element) {
   return Comparison::equal;
 }
 
-bool test(CMC_Variable* left, CMC_Variable* right, Comparison comparison) {
+// Whether a comparison holds: `equal` tells whether the sides are equal, `order` is below, at or above 0 as
+// the left one is. Only the one that is needed is asked.
+template <class Equal, class Order>
+bool holds(Comparison comparison, Equal equal, Order order) {
   switch (comparison) {
     case Comparison::equal:
-      return left->equals(right);
+      return equal();
     case Comparison::notEqual:
-      return !left->equals(right);
+      return !equal();
     case Comparison::less:
-      return left->compare(right) < 0;
+      return order() < 0;
     case Comparison::lessEqual:
-      return left->compare(right) <= 0;
+      return order() <= 0;
     case Comparison::greater:
-      return left->compare(right) > 0;
+      return order() > 0;
     case Comparison::greaterEqual:
-      return left->compare(right) >= 0;
+      return order() >= 0;
     default:
       return false;
   }
+}
+
+bool test(CMC_Variable* left, CMC_Variable* right, Comparison comparison) {
+  return holds(
+      comparison, [&] { return left->equals(right); }, [&] { return left->compare(right); });
 }
 
 }  // namespace
@@ -73,8 +82,8 @@ bool test(CMC_Variable* left, CMC_Variable* right, Comparison comparison) {
 CMC_BasicCondition::CMC_BasicCondition(CMC_ObjectsContainer* container, const CMElement* element, int type)
     : CMC_Object(container, element, type) {
   initializeBehaviours(container, element);
-  onSuccess_ = firstBinding("ONRUNTIMESUCCESS");
-  onFailure_ = firstBinding("ONRUNTIMEFAILED");
+  onSuccess_ = getSingleBehaviour("ONRUNTIMESUCCESS", 0);
+  onFailure_ = getSingleBehaviour("ONRUNTIMEFAILED", 0);
 }
 
 bool CMC_BasicCondition::tell(bool outcome, bool raiseSignals) {
@@ -153,35 +162,22 @@ bool CMC_Condition::valid(bool raiseSignals) {
 
 Comparison CMC_Condition::comparisonOf(std::string_view word) {
   for (const ComparisonWord& row : kWords) {
-    if (row.argument == word) return row.comparison;
+    if (row.argument.size() == word.size() && row.argument.front() == word.front() &&
+        row.argument.back() == word.back())
+      return row.comparison;
   }
+  diagnose::reportCall(diagnose::Group::arguments, "there is no such comparison");
   return Comparison::none;
 }
 
 bool CMC_Condition::valid(int left, int right, Comparison comparison) {
-  switch (comparison) {
-    case Comparison::equal:
-      return left == right;
-    case Comparison::notEqual:
-      return left != right;
-    case Comparison::less:
-      return left < right;
-    case Comparison::lessEqual:
-      return left <= right;
-    case Comparison::greater:
-      return left > right;
-    case Comparison::greaterEqual:
-      return left >= right;
-    default:
-      return false;
-  }
+  return holds(
+      comparison, [=] { return left == right; }, [=] { return left < right ? -1 : int{left > right}; });
 }
 
 bool CMC_Condition::valid(CMC_ObjectsContainer* scope, const CXString& left, std::string_view word,
                           const CXString& right) {
   const Comparison comparison = comparisonOf(word);
-  if (comparison == Comparison::none)
-    diagnose::reportCall(diagnose::Group::arguments, "there is no such comparison");
   return comparison != Comparison::none && valid(scope, left, right, comparison);
 }
 
@@ -260,7 +256,7 @@ void CMC_ComplexCondition::reportMissing() const {
 
 bool CMC_ComplexCondition::valid(bool raiseSignals) {
   const DepthGuard depth;
-  if (!depth || getScene() == nullptr) return false;
+  if (!depth || getScene() == nullptr || !watchdog::mayContinue()) return false;
   const Ref<CMC_ComplexCondition> self(this);
   if (getScene()->find<CMC_BasicCondition>(condition1_) == nullptr ||
       getScene()->find<CMC_BasicCondition>(condition2_) == nullptr) {

@@ -56,7 +56,7 @@ class CMC_Condition : public CMC_BasicCondition {
                     const CXString& right);
   static bool valid(CMC_ObjectsContainer* scope, const CXString& left, const CXString& right,
                     Comparison comparison);
-  // The number of an argument word; `none` for any other.
+  // The number of an argument word; `none`, and a report, for any other.
   static Comparison comparisonOf(std::string_view word);
   // A comparison of whole numbers, 1 to 6 of them.
   static bool valid(int left, int right, Comparison comparison);

@@ -8,6 +8,7 @@
 #include "script/mc_behaviour_entry.h"
 #include "script/mc_variable_factory.h"
 #include "script/melement.h"
+#include "script/watchdog.h"
 
 namespace footlight {
 
@@ -35,7 +36,7 @@ CMC_Expression::CMC_Expression(CMC_ObjectsContainer* container, const CMElement*
   const CMProperty* word = element->properties().get("OPERATOR");
   if (word != nullptr && operation_ == Operation::none && diagnose::isOn())
     diagnose::report(diagnose::Group::definition, getName(), "OPERATOR",
-                     "no such operator: " + word->getValue().str(), word->origin());
+                     "no such operator: " + std::string(word->getValue()), word->origin());
   initializeBehaviours(container, element);
 }
 
@@ -44,7 +45,9 @@ CMC_Expression::CMC_Expression(CMC_ObjectsContainer* container, const CXString& 
       still_(false),
       holder_(new CMC_Behaviour(container, "temp", "")) {
   setScene(container);
-  cut(text);
+  for (const Operand& operand : cutOperands(text)) {
+    items_.push_back({operand.operation, operand.text, nullptr});
+  }
   compile();
 }
 
@@ -85,20 +88,20 @@ void CMC_Expression::init() {
   compile();
 }
 
-// Cuts at operators outside of square brackets.
-void CMC_Expression::cut(const CXString& text) {
+std::vector<CMC_Expression::Operand> CMC_Expression::cutOperands(std::string_view text) {
+  std::vector<Operand> operands;
   Operation operation = Operation::none;
-  int start = 0;
+  std::size_t start = 0;
   int depth = 0;
-  for (int i = 0; i < text.Length(); ++i) {
-    const char c = text.GetAt(i);
-    depth += c == '[' ? 1 : (c == ']' ? -1 : 0);
-    if (depth != 0 || kOperators.find(c) == std::string_view::npos) continue;
-    items_.push_back({operation, text.Mid(start, i), nullptr});
-    operation = resolveOp({&c, 1});
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    depth += text[i] == '[' ? 1 : (text[i] == ']' ? -1 : 0);
+    if (depth != 0 || kOperators.find(text[i]) == std::string_view::npos) continue;
+    operands.push_back({operation, text.substr(start, i - start)});
+    operation = resolveOp(text.substr(i, 1));
     start = i + 1;
   }
-  items_.push_back({operation, text.Right(start), nullptr});
+  operands.push_back({operation, text.substr(start)});
+  return operands;
 }
 
 void CMC_Expression::compile() {
@@ -121,14 +124,16 @@ Ref<CMC_Variable> CMC_Expression::calculatePlain() const {
     CMC_Object* object = item.entry->peek(context);
     if (object == nullptr || !CMC_Variable::isValueType(object->getType())) return nullptr;
     auto* value = static_cast<CMC_Variable*>(object);
-    if (&item == &items_.front()) {
-      isWhole = value->getType() == type::kInteger;
-      if (!isWhole && value->getType() != type::kDouble) return nullptr;
-      (isWhole ? static_cast<void>(whole = value->asInteger()) : static_cast<void>(real = value->asDouble()));
-    } else if (isWhole) {
-      whole = CMC_Integer::apply(whole, item.operation, value->asInteger());
+    const bool isFirst = &item == &items_.front();
+    if (isFirst && value->getType() != type::kInteger && value->getType() != type::kDouble) return nullptr;
+    if (isFirst) isWhole = value->getType() == type::kInteger;
+    if (isWhole) {
+      const bool isInteger = value->getType() == type::kInteger;
+      const int operand = isInteger ? static_cast<CMC_Integer*>(value)->getValue() : value->asInteger();
+      whole = isFirst ? operand : CMC_Integer::apply(whole, item.operation, operand);
     } else {
-      real = CMC_Double::apply(real, item.operation, value->asDouble());
+      const double operand = value->asDouble();
+      real = isFirst ? operand : CMC_Double::apply(real, item.operation, operand);
     }
   }
   return isWhole ? CMC_VariableFactory::makeInteger(whole) : CMC_VariableFactory::makeDouble(real);
@@ -149,7 +154,7 @@ Ref<CMC_Variable> CMC_Expression::operand(const Item& item) {
 
 Ref<CMC_Variable> CMC_Expression::calculate() {
   const DepthGuard depth;
-  if (!depth) return CMC_VariableFactory::makeInteger(0);
+  if (!depth || !watchdog::mayContinue()) return CMC_VariableFactory::makeInteger(0);
   if (isPlain_ && caches::isOn()) {
     if (Ref<CMC_Variable> result = calculatePlain()) return result;
   }

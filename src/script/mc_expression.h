@@ -33,6 +33,12 @@ class CMC_Expression : public CMC_Variable {
   void tellNames(NameUses& uses) const;
   // The number of "+", "-", "*", "@", "%" or of the words ADD, SUB, MUL, DIV, MOD; none for another text.
   static Operation resolveOp(std::string_view text);
+  struct Operand {
+    Operation operation;  // joins this operand to what stands left of it
+    std::string_view text;
+  };
+  // Cuts inline text at operators outside of square brackets. There is always one operand; any may be empty.
+  static std::vector<Operand> cutOperands(std::string_view text);
 
   void set(CMC_Variable* /*other*/) override {}
   void clear() override {}
@@ -64,7 +70,6 @@ class CMC_Expression : public CMC_Variable {
   };
 
   CMC_Expression(const CMC_Expression& other);
-  void cut(const CXString& text);
   void compile();
   Ref<CMC_Variable> calculatePlain() const;
   Ref<CMC_Variable> operand(const Item& item);

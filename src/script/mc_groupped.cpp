@@ -12,12 +12,15 @@ CMC_Groupped::CMC_Groupped(CMC_ObjectsContainer* container, const CMElement* ele
   initializeBehaviours(container, element);
 }
 
-bool CMC_Groupped::holds(const CMC_Object* object, int depth) const {
+// Groups may stand in several others, so each is searched once.
+bool CMC_Groupped::holds(const CMC_Object* object, int depth,
+                         std::unordered_set<const CMC_Groupped*>* searched) const {
   if (this == object || depth >= limits::kTreeDepth) return true;
+  if (!searched->insert(this).second) return false;
   const auto members = getList();
   return std::any_of(members.begin(), members.end(), [&](CMC_Object* member) {
     const auto* group = object_cast<CMC_Groupped>(member);
-    return group != nullptr && group->holds(object, depth + 1);
+    return group != nullptr && group->holds(object, depth + 1, searched);
   });
 }
 
@@ -28,7 +31,8 @@ void CMC_Groupped::add(CMC_Object* object) {
     return;
   }
   const auto* group = object_cast<CMC_Groupped>(object);
-  if (group != nullptr && group->holds(this, 0)) {
+  std::unordered_set<const CMC_Groupped*> searched;
+  if (group != nullptr && group->holds(this, 0, &searched)) {
     limitHit("group within itself");
     return;
   }

@@ -3,6 +3,7 @@
 // GROUP: a list of objects to which a script can send one call. The group does not own its members and holds
 // them weakly: one that has gone is no member any more. Size and marker count live members.
 
+#include <unordered_set>
 #include <vector>
 
 #include "script/mc_object.h"
@@ -39,7 +40,8 @@ class CMC_Groupped : public CMC_Object {
 
  private:
   CMC_Groupped(const CMC_Groupped& other) = default;
-  bool holds(const CMC_Object* object, int depth) const;
+  // `searched` are the groups that need no further look.
+  bool holds(const CMC_Object* object, int depth, std::unordered_set<const CMC_Groupped*>* searched) const;
 
   mutable std::vector<WeakRef<CMC_Object>> list_;
   int marker_ = -1;

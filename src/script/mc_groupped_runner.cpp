@@ -4,6 +4,7 @@
 #include "script/mc_groupped.h"
 #include "script/mc_variable_factory.h"
 #include "script/method_tables.h"
+#include "script/watchdog.h"
 
 namespace footlight {
 
@@ -99,6 +100,7 @@ Result CMC_Groupped_Runner::run(std::string_view method, CMC_Object* object, CMC
   std::vector<WeakRef<CMC_Object>> members;
   for (CMC_Object* member : group->getList()) members.emplace_back(member);
   for (const WeakRef<CMC_Object>& member : members) {
+    if (!watchdog::mayContinue()) break;
     CMC_Runner* runner = member ? member->getRunner() : nullptr;
     if (runner != nullptr) runner->run(method, member.get(), scope, arguments);
   }

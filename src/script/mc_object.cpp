@@ -120,10 +120,11 @@ void CMC_Object::initializeBehaviours(CMC_ObjectsContainer* container, const CME
     return;
   }
   if (container == nullptr) return;
-  for (const auto& property : element->properties()) {
+  for (const CMProperty* property : element->properties()) {
+    const std::string_view name = property->getName();
+    if (property->getValue().empty()) continue;
     for (std::size_t i = 0; i < signals.size(); ++i) {
-      const CXString& name = property->getName();
-      if (!name.startsWith(signals[i]) || property->getValue().IsEmpty()) continue;
+      if (!name.starts_with(signals[i])) continue;
       if (bindProperty(container, name, property->getValue(), property->origin()))
         setSignalFlag(static_cast<int>(i));
     }
@@ -242,16 +243,11 @@ std::vector<std::string_view> CMC_Object::boundSignals() const {
   return names;
 }
 
-std::shared_ptr<SignalBinding> CMC_Object::firstBinding(std::string_view signal) const {
-  const BindingList* list = getBehaviour(signal);
-  return list == nullptr || list->empty() ? nullptr : list->front();
-}
-
-const SignalBinding* CMC_Object::getSingleBehaviour(std::string_view signal, int index) const {
+std::shared_ptr<SignalBinding> CMC_Object::getSingleBehaviour(std::string_view signal, int index) const {
   const BindingList* list = getBehaviour(signal);
   return list == nullptr || index < 0 || index >= static_cast<int>(list->size())
              ? nullptr
-             : (*list)[static_cast<std::size_t>(index)].get();
+             : (*list)[static_cast<std::size_t>(index)];
 }
 
 bool CMC_Object::onSignal(const CXString& name, const TextList& arguments) {

@@ -100,11 +100,10 @@ class CMC_Object : public CXObject {
   virtual void removeAllBehaviours();
   // The bindings under exactly that key, or null.
   virtual const BindingList* getBehaviour(std::string_view signal) const;
+  // One of them, shared; null for none at that index.
+  virtual std::shared_ptr<SignalBinding> getSingleBehaviour(std::string_view signal, int index) const;
   // The names of all signals with bindings, in their order as text.
   std::vector<std::string_view> boundSignals() const;
-  // The first of them, shared; null for none.
-  std::shared_ptr<SignalBinding> firstBinding(std::string_view signal) const;
-  virtual const SignalBinding* getSingleBehaviour(std::string_view signal, int index) const;
   // Behaviours made by this object for inline code.
   virtual const std::vector<WeakRef<CMC_Behaviour>>& getTmpBehList() const { return tmpBehList_; }
   virtual CMC_Class* getClass() const;

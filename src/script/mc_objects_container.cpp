@@ -8,6 +8,7 @@
 #include "gfx/window.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_groupped.h"
+#include "script/mc_variable.h"
 #include "script/melement.h"
 #include "script/name_watch.h"
 #include "script/object_factory.h"
@@ -91,8 +92,7 @@ void CMC_ObjectsContainer::noteName(const CMC_Object& object, int change) {
   const std::string_view name = object.getName();
   if (!object.isTemporary()) ++generation_;
   NameWatch::note(name, object.isTemporary());
-  const char first = name.empty() ? '\0' : name.front();
-  if (first != '-' && (first < '0' || first > '9')) return;
+  if (!CMC_Variable::beginsLikeNumber(name)) return;
   ownNumberNames_ += change;
   numberNames_ += change;
 }
@@ -247,10 +247,10 @@ std::vector<const CMElement*> CMC_ObjectsContainer::resolveObjects(const CMEleme
 void CMC_ObjectsContainer::reportUnknown(const CMElement& element) {
   if (!diagnose::isOn()) return;
   const CMProperty* type = element.properties().get("TYPE");
-  diagnose::report(
-      diagnose::Group::definition, element.getName(), "",
-      type == nullptr ? "has no TYPE: no object is made of it" : "unknown TYPE " + type->getValue().str(),
-      type == nullptr ? element.origin() : type->origin());
+  diagnose::report(diagnose::Group::definition, element.getName(), "",
+                   type == nullptr ? "has no TYPE: no object is made of it"
+                                   : "unknown TYPE " + std::string(type->getValue()),
+                   type == nullptr ? element.origin() : type->origin());
 }
 
 void CMC_ObjectsContainer::buildPass(std::vector<const CMElement*>& waiting, int pass) {

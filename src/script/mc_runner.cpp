@@ -11,10 +11,6 @@ namespace footlight {
 
 // Reading arguments
 
-CMC_Object* Call::object(int index) const {
-  return index >= 0 && has(index) ? arguments_[static_cast<std::size_t>(index)].get() : nullptr;
-}
-
 Ref<CMC_Variable> Call::variable(int index) const {
   CMC_Object* passed = object(index);
   if (auto* expression = object_cast<CMC_Expression>(passed)) return expression->calculate();

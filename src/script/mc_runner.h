@@ -84,7 +84,9 @@ class Call {
   // The argument as a value: a variable itself, the result of an expression, else null.
   Ref<CMC_Variable> variable(int index) const;
   // The argument as it was passed.
-  CMC_Object* object(int index) const;
+  CMC_Object* object(int index) const {
+    return index >= 0 && has(index) ? arguments_[static_cast<std::size_t>(index)].get() : nullptr;
+  }
   // All arguments from `first` on as text.
   TextList textsFrom(int first) const;
 

@@ -109,7 +109,7 @@ Ref<CMC_Variable> CMC_Variable::convert(int type) {
 }
 
 bool CMC_Variable::isNumber(std::string_view text) {
-  if (text.empty() || !(text[0] == '-' || (text[0] >= '0' && text[0] <= '9'))) return false;
+  if (!beginsLikeNumber(text)) return false;
   if (text.size() >= 2 && text[0] == '0' && text[1] != '.') return false;
   return std::all_of(text.begin() + 1, text.end(), [](char c) { return c == '.' || (c >= '0' && c <= '9'); });
 }
@@ -157,24 +157,6 @@ bool CMC_Integer::equals(CMC_Variable* other) { return other != nullptr && value
 
 int CMC_Integer::compare(CMC_Variable* other) {
   return other == nullptr ? 1 : sign(value_, other->asInteger());
-}
-
-int CMC_Integer::apply(int a, Operation operation, int b) {
-  switch (operation) {
-    case Operation::add:
-      return wrap_add(a, b);
-    case Operation::subtract:
-      return wrap_sub(a, b);
-    case Operation::multiply:
-      return wrap_mul(a, b);
-    case Operation::divide:
-      return divide(a, b);
-    case Operation::modulo:
-      return remainder(a, b);
-    case Operation::none:
-      break;
-  }
-  return a;
 }
 
 Ref<CMC_Variable> CMC_Integer::calculate(CMC_Variable* other, Operation operation) {

@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <span>
 
+#include "foundation/arithmetic.h"
 #include "script/mc_object.h"
 
 namespace footlight {
@@ -72,6 +73,10 @@ class CMC_Variable : public CMC_Object {
   bool isToIni() const { return toIni_; }
   bool isNetNotify() const { return netNotify_; }
 
+  // A minus sign or digit first: a text that is read as a number before it is looked up as a name.
+  static bool beginsLikeNumber(std::string_view text) {
+    return !text.empty() && (text[0] == '-' || (text[0] >= '0' && text[0] <= '9'));
+  }
   // A minus sign or digit first, digits and points behind; "0" first must stand alone or before a point.
   static bool isNumber(std::string_view text);
   // A literal of the script as a pooled variable.
@@ -166,6 +171,24 @@ class CMC_Integer : public CMC_ValueVariable<int> {
   int read(CMC_Variable* other) const override { return other->asInteger(); }
 };
 
+inline int CMC_Integer::apply(int a, Operation operation, int b) {
+  switch (operation) {
+    case Operation::add:
+      return wrap_add(a, b);
+    case Operation::subtract:
+      return wrap_sub(a, b);
+    case Operation::multiply:
+      return wrap_mul(a, b);
+    case Operation::divide:
+      return divide(a, b);
+    case Operation::modulo:
+      return remainder(a, b);
+    case Operation::none:
+      break;
+  }
+  return a;
+}
+
 class CMC_String : public CMC_ValueVariable<CXString> {
  public:
   CMC_String(CMC_ObjectsContainer* container, const CMElement* element);
@@ -200,6 +223,12 @@ class CMC_String : public CMC_ValueVariable<CXString> {
  protected:
   CXString read(CMC_Variable* other) const override { return other->toString(); }
 };
+
+// The behaviour behind a value that is inline code; null for any other object.
+inline CMC_Behaviour* inlineBehaviourOf(CMC_Object* value) {
+  const auto* code = object_cast<CMC_String>(value);
+  return code != nullptr ? code->inlineBehaviour() : nullptr;
+}
 
 class CMC_Bool : public CMC_ValueVariable<bool> {
  public:

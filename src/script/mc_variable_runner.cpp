@@ -5,6 +5,7 @@
 #include <ctime>
 
 #include "app/random.h"
+#include "files/file.h"
 #include "files/path.h"
 #include "foundation/arithmetic.h"
 #include "foundation/limits.h"
@@ -348,7 +349,7 @@ Result copyFile(CMC_Variable& object, Call& call) {
   static_cast<void>(object);
   const CXString from = CPath::resolveFileName(window, call.text(0));
   const CXString to = CPath::resolveFileName(window, call.text(1));
-  const bool isCopied = platform::current().files().copy(from, to);
+  const bool isCopied = CFile::copy(from, to);
   if (!isCopied && diagnose::isOn())
     diagnose::reportCall(diagnose::Group::file, from.str() + " was not copied to " + to.str());
   return Result(Factory::makeBool(isCopied));

@@ -6,19 +6,22 @@ namespace footlight {
 
 namespace {
 
-constexpr std::size_t kIndexedFrom = 16;  // shorter lists are walked faster
+constexpr int kIndexedFrom = 16;  // shorter lists are walked faster
 
 // The number in the n-th piece of a list; 0 when there are fewer pieces.
 int numberAt(const std::vector<CXString>& list, std::size_t n) {
   return n < list.size() ? list[n].toNumber() : 0;
 }
 
-}  // namespace
-
-bool CMProperty::equals(const CXObject* other) const {
-  const auto* property = dynamic_cast<const CMProperty*>(other);
-  return property != nullptr && property->name_ == name_;
+// The text in that memory.
+std::string_view copied(std::string_view text, CMProperties::Memory& memory) {
+  if (text.empty()) return {};
+  auto* bytes = static_cast<char*>(memory.allocate(text.size(), 1));
+  std::copy(text.begin(), text.end(), bytes);
+  return {bytes, text.size()};
 }
+
+}  // namespace
 
 CXPoint CMProperty::toPoint() const {
   const std::vector<CXString> list = toList();
@@ -36,41 +39,47 @@ CXRect CMProperty::toRect() const {
 }
 
 CMProperty* CMProperties::get(std::string_view name) const {
-  if (list_.size() <= kIndexedFrom) {
-    const auto found = std::find_if(list_.begin(), list_.end(),
-                                    [&](const auto& property) { return property->getName() == name; });
-    return found != list_.end() ? *found : nullptr;
+  if (count_ <= kIndexedFrom) {
+    CMProperty* property = first_;
+    while (property != nullptr && property->name_ != name) property = property->next_;
+    return property;
   }
   if (index_ == nullptr) {
     index_ = std::make_unique<Index>();
-    for (CMProperty* property : list_) index_->try_emplace(property->getName(), property);
+    for (CMProperty* property : *this) index_->try_emplace(property->name_, property);
   }
   const auto found = index_->find(name);
   return found != index_->end() ? found->second : nullptr;
 }
 
-void CMProperties::add(CXString name, CXString value, Origin origin) {
-  constexpr std::size_t kUsualCount = 4;
-  if (list_.empty()) list_.reserve(kUsualCount);
-  auto* property = List::allocator_type(list_.get_allocator())
-                       .new_object<CMProperty>(std::move(name), std::move(value), origin);
-  if (index_ != nullptr) index_->try_emplace(property->getName(), property);
-  list_.push_back(property);
+void CMProperties::add(std::string_view name, std::string_view value, Origin origin, Memory& memory) {
+  auto* property = std::pmr::polymorphic_allocator<>(&memory).new_object<CMProperty>(
+      copied(name, memory), copied(value, memory), origin);
+  (last_ != nullptr ? last_->next_ : first_) = property;
+  last_ = property;
+  ++count_;
+  if (index_ != nullptr) index_->try_emplace(property->name_, property);
+}
+
+void CMProperties::set(CMProperty& property, std::string_view value, Memory& memory) {
+  property.value_ = copied(value, memory);
 }
 
 void CMProperties::remove(std::string_view name) {
-  const auto found = std::find_if(list_.begin(), list_.end(),
-                                  [&](const auto& property) { return property->getName() == name; });
-  if (found == list_.end()) return;
+  CMProperty* before = nullptr;
+  CMProperty* property = first_;
+  for (; property != nullptr && property->name_ != name; property = property->next_) before = property;
+  if (property == nullptr) return;
+  (before != nullptr ? before->next_ : first_) = property->next_;
+  if (last_ == property) last_ = before;
+  --count_;
   index_.reset();
-  end(*found);
-  list_.erase(found);
 }
 
 void CMProperties::removeAll() {
+  first_ = last_ = nullptr;
+  count_ = 0;
   index_.reset();
-  for (CMProperty* property : list_) end(property);
-  list_.clear();
 }
 
 CMElements::CMElements(bool ownsItems)
@@ -115,6 +124,17 @@ CMElement* CMElements::get(std::string_view name) const {
   return position >= 0 ? getAt(position) : nullptr;
 }
 
+CMElement::CMElement(std::string_view name, Origin origin, Memory* memory)
+    : memory_(memory), name_(copied(name, *memory)), origin_(origin) {}
+
+CMElement::CMElement(std::string_view name, Origin origin)
+    : ownMemory_(std::make_unique<std::pmr::monotonic_buffer_resource>()),
+      memory_(ownMemory_.get()),
+      name_(copied(name, *memory_)),
+      origin_(origin) {}
+
+void CMElement::setName(std::string_view name) { name_ = copied(name, *memory_); }
+
 void CMElement::addChild(CMElement* child) {
   if (!children_) children_ = std::make_unique<CMElements>(false);
   children_->add(child);
@@ -125,21 +145,21 @@ const CMElements& CMElement::getChildren() const {
   return children_ ? *children_ : none;
 }
 
-void CMElement::addProperty(const CXString& name, Origin origin) {
-  if (!properties_.contains(name)) addProperty(name, CXString(), origin);
+void CMElement::addProperty(std::string_view name, Origin origin) {
+  if (!properties_.contains(name)) addProperty(name, std::string_view(), origin);
 }
 
-void CMElement::addProperty(CXString name, CXString value, Origin origin) {
-  properties_.add(std::move(name), std::move(value), origin);
+void CMElement::addProperty(std::string_view name, std::string_view value, Origin origin) {
+  properties_.add(name, value, origin, *memory_);
 }
 
-void CMElement::setProperty(std::string_view name, CXString value) {
-  if (CMProperty* property = properties_.get(name)) property->setValue(std::move(value));
+void CMElement::setProperty(std::string_view name, std::string_view value) {
+  if (CMProperty* property = properties_.get(name)) properties_.set(*property, value, *memory_);
 }
 
 CXString CMElement::getPropertyValue(std::string_view name) const {
   const CMProperty* property = properties_.get(name);
-  return property != nullptr ? property->getValue() : CXString();
+  return property != nullptr ? CXString(property->getValue()) : CXString();
 }
 
 int CMElement::getPropertyIntValue(std::string_view name) const {

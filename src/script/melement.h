@@ -24,63 +24,78 @@ namespace footlight {
 
 class CMElement;
 
-class CMProperty : public CXObject {
+// Plain, since a document may hold hundreds of thousands: the texts live in the memory of the element.
+class CMProperty {
  public:
-  CMProperty(CXString name, CXString value, Origin origin)
-      : name_(std::move(name)), value_(std::move(value)), origin_(origin) {}
+  CMProperty(std::string_view name, std::string_view value, Origin origin)
+      : name_(name), value_(value), origin_(origin) {}
 
-  const CXString& getName() const { return name_; }
-  const CXString& getValue() const { return value_; }
-  void setValue(CXString value) { value_ = std::move(value); }
+  std::string_view getName() const { return name_; }
+  std::string_view getValue() const { return value_; }
   Origin origin() const { return origin_; }
   // Compares the names.
-  bool equals(const CXObject* other) const override;
+  bool equals(const CMProperty& other) const { return name_ == other.name_; }
 
-  int toInt() const { return value_.toNumber(); }
-  bool toBool() const { return value_.toBool(); }
-  double toDouble() const { return value_.toDouble(); }
+  int toInt() const { return CXString(value_).toNumber(); }
+  bool toBool() const { return CXString(value_).toBool(); }
+  double toDouble() const { return CXString(value_).toDouble(); }
   // Pieces between commas, blanks and line ends; no empty ones.
-  std::vector<CXString> toList() const { return value_.toVector(); }
+  std::vector<CXString> toList() const { return CXString(value_).toVector(); }
   CXPoint toPoint() const;  // from the first list items; missing ones are 0
   CXSize toSize() const;
   CXRect toRect() const;
 
  private:
-  CXString name_;
-  CXString value_;
+  friend class CMProperties;
+
+  std::string_view name_;
+  std::string_view value_;
+  CMProperty* next_ = nullptr;
   Origin origin_;
 };
 
-// Owns its properties, in file order. Long lists keep an index, so that looking a name up does not walk them.
-class CMProperties : public CXObject {
+// Properties in file order, in memory that is not theirs and that they never give back: it goes with the
+// document. Long lists keep an index, so that looking a name up does not walk them.
+class CMProperties {
  public:
   using Memory = std::pmr::memory_resource;
 
-  // The properties live in that memory.
-  explicit CMProperties(Memory* memory) : list_(memory) {}
-  ~CMProperties() override { CMProperties::removeAll(); }
+  class Iterator {
+   public:
+    explicit Iterator(CMProperty* at) : at_(at) {}
+    CMProperty* operator*() const { return at_; }
+    Iterator& operator++() {
+      at_ = at_->next_;
+      return *this;
+    }
+    bool operator==(const Iterator&) const = default;
+
+   private:
+    CMProperty* at_;
+  };
+
+  CMProperties() = default;
   CMProperties(const CMProperties&) = delete;
   CMProperties& operator=(const CMProperties&) = delete;
 
   CMProperty* get(std::string_view name) const;
   bool contains(std::string_view name) const { return get(name) != nullptr; }
-  void add(CXString name, CXString value, Origin origin);
+  // Copies the texts.
+  void add(std::string_view name, std::string_view value, Origin origin, Memory& memory);
+  void set(CMProperty& property, std::string_view value, Memory& memory);
   void remove(std::string_view name);
   void removeAll();
-  int getSize() const { return static_cast<int>(list_.size()); }
-  CMProperty* getAt(int index) const { return list_[static_cast<std::size_t>(index)]; }
-  auto begin() const { return list_.begin(); }
-  auto end() const { return list_.end(); }
+  int getSize() const { return count_; }
+  Iterator begin() const { return Iterator(first_); }
+  Iterator end() const { return Iterator(nullptr); }
 
  private:
   using Index = std::unordered_map<std::string_view, CMProperty*>;
 
-  using List = std::pmr::vector<CMProperty*>;
-
-  void end(CMProperty* property) { List::allocator_type(list_.get_allocator()).delete_object(property); }
-
-  List list_;
-  mutable std::unique_ptr<Index> index_;  // keys point into the properties' own names
+  CMProperty* first_ = nullptr;
+  CMProperty* last_ = nullptr;
+  int count_ = 0;
+  mutable std::unique_ptr<Index> index_;
 };
 
 // A list of elements that owns them or only refers to them. Looking a name up costs one probe, however long
@@ -117,24 +132,26 @@ class CMElements : public CXObject {
 
 class CMElement : public CXObject {
  public:
-  // The properties live in `memory`.
-  CMElement(CXString name, Origin origin,
-            std::pmr::memory_resource* memory = std::pmr::get_default_resource())
-      : name_(std::move(name)), origin_(origin), properties_(memory) {}
+  using Memory = std::pmr::memory_resource;
 
-  const CXString& getName() const { return name_; }
+  // Texts and properties live in `memory`, which the element must not outlive.
+  CMElement(std::string_view name, Origin origin, Memory* memory);
+  // In memory of its own.
+  CMElement(std::string_view name, Origin origin);
+
+  std::string_view getName() const { return name_; }
   // Only for an element that is in no list: lists are keyed by the name.
-  void setName(CXString name) { name_ = std::move(name); }
+  void setName(std::string_view name);
   Origin origin() const { return origin_; }
   void addChild(CMElement* child);
   const CMElements& getChildren() const;
 
   // Adds an empty property unless that name is already there.
-  void addProperty(const CXString& name, Origin origin = {});
+  void addProperty(std::string_view name, Origin origin = {});
   // Always appends.
-  void addProperty(CXString name, CXString value, Origin origin = {});
+  void addProperty(std::string_view name, std::string_view value, Origin origin = {});
   // Overwrites the first of that name; nothing if there is none.
-  void setProperty(std::string_view name, CXString value);
+  void setProperty(std::string_view name, std::string_view value);
   void removeProperty(std::string_view name) { properties_.remove(name); }
   void removeAll() { properties_.removeAll(); }
   const CMProperties& properties() const { return properties_; }
@@ -154,7 +171,9 @@ class CMElement : public CXObject {
   CXRect getPropertyRectValue(std::string_view name) const;
 
  private:
-  CXString name_;
+  std::unique_ptr<Memory> ownMemory_;  // null where another memory was given
+  Memory* memory_;
+  std::string_view name_;
   Origin origin_;
   CMProperties properties_;
   std::unique_ptr<CMElements> children_;  // null until there is one

@@ -1,7 +1,6 @@
 #include "script/melements_loader.h"
 
 #include <algorithm>
-#include <optional>
 #include <string>
 
 #include "files/file_places.h"
@@ -39,21 +38,6 @@ std::string_view trimmed(std::string_view text) {
   return text.substr(start, text.find_last_not_of(' ') + 1 - start);
 }
 
-// The next logical line where it is one physical line that can stay where it is: text that is not coded,
-// without tabs and slashes. Short lines keep their line feed elsewhere; as a separator it makes no difference
-// here.
-std::optional<std::string_view> readLineInPlace(CTextCoder& coder, CXString* physical) {
-  if (coder.isCoded()) {
-    *physical = coder.getLine();
-    return std::nullopt;
-  }
-  const std::string_view line = coder.plainLine();
-  const bool isPlain = std::all_of(line.begin(), line.end(), [](char c) { return c != '\t' && c != '/'; });
-  if (isPlain && line.size() <= static_cast<std::size_t>(limits::kLogicalLineBytes)) return trimmed(line);
-  *physical = CXString(line) += '\n';
-  return std::nullopt;
-}
-
 // The next logical line, at most limits::kLogicalLineBytes of it. `physical` is its first physical line.
 std::string readLine(CTextCoder& coder, CXString physical, int* physicalLines) {
   std::string result;
@@ -73,6 +57,19 @@ std::string readLine(CTextCoder& coder, CXString physical, int* physicalLines) {
   }
   std::erase(result, '/');
   return result;
+}
+
+// The next logical line; the view holds until the next call. A line that is one physical line without tabs
+// and slashes, in text that is not coded, stays where it is; others are put together in `storage`. Short
+// lines keep their line feed there; as a separator it makes no difference.
+std::string_view nextLine(CTextCoder& coder, std::string* storage, int* physicalLines) {
+  if (coder.isCoded()) return *storage = readLine(coder, coder.getLine(), physicalLines);
+  const std::string_view line = coder.plainLine();
+  const bool isPlain = line.find('\t') == std::string_view::npos && line.find('/') == std::string_view::npos;
+  if (!isPlain || line.size() > static_cast<std::size_t>(limits::kLogicalLineBytes))
+    return *storage = readLine(coder, CXString(line) += '\n', physicalLines);
+  ++*physicalLines;
+  return trimmed(line);
 }
 
 // Acts on the lines of one file.
@@ -181,7 +178,7 @@ class Parser {
       return;
     }
     ++properties_;
-    element.addProperty(CXString(name), CXString(value), origin_);
+    element.addProperty(name, value, origin_);
   }
 
   bool drop(std::string_view name, const char* why) const {
@@ -217,17 +214,10 @@ std::unique_ptr<CMElements> CMElementsLoader::load(CTextCoder* coder, const CXSt
   auto document = std::make_unique<CMElements>(true);
   Parser parser(*document, diagnose::internFile(fileName));
   int physicalLines = 0;
+  std::string storage;
   while (!coder->_eof()) {
     const int number = physicalLines + 1;
-    CXString physical;
-    const std::optional<std::string_view> inPlace = readLineInPlace(*coder, &physical);
-    std::string joined;
-    if (inPlace) {
-      ++physicalLines;
-    } else {
-      joined = readLine(*coder, std::move(physical), &physicalLines);
-    }
-    const std::string_view line = inPlace.value_or(joined);
+    const std::string_view line = nextLine(*coder, &storage, &physicalLines);
     if (line.starts_with('!')) break;
     if (!line.starts_with('#')) parser.parse(line, number);
   }

@@ -1,10 +1,12 @@
 #include "script/name_watch.h"
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <unordered_map>
 
 #include "script/caches.h"
+#include "script/mc_behaviour.h"
 #include "script/mc_objects_container.h"
 
 namespace footlight {
@@ -39,6 +41,13 @@ void NameWatch::note(std::string_view name, bool isTemporary) {
 void NameUses::add(std::string_view name) {
   if (name.ends_with("_0") || name.find('|') != std::string_view::npos) isUnsure_ = true;
   if (!isUnsure_) watches_.emplace_back(name);
+}
+
+void NameUses::add(CMC_Behaviour* inlineBehaviour) { inlineBehaviours_.emplace_back(inlineBehaviour); }
+
+bool NameUses::areBehavioursUntouched() const {
+  return std::all_of(inlineBehaviours_.begin(), inlineBehaviours_.end(),
+                     [](const auto& behaviour) { return behaviour && behaviour->isAsMade(); });
 }
 
 std::uint64_t NameUses::sum() const {

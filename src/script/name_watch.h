@@ -12,10 +12,12 @@
 #include <utility>
 #include <vector>
 
+#include "foundation/xobject.h"
 #include "foundation/xstring.h"
 
 namespace footlight {
 
+class CMC_Behaviour;
 class CMC_Object;
 class CMC_ObjectsContainer;
 
@@ -60,19 +62,22 @@ inline std::uint64_t NameWatch::lastingCount() const {
   return cell_ != nullptr ? cell_->lastingChanges + all_ : 0;
 }
 
-// The names that a text asked for when it was compiled: compiling it anew finds the same while none of them
-// came or went.
+// What compiling a text depended on: the names that it asked for, and the inline behaviours that it made.
+// Compiling it anew comes to the same while none of the names came or went and nobody touched the behaviours.
 class NameUses {
  public:
   void add(std::string_view name);
+  void add(CMC_Behaviour* inlineBehaviour);
   // Fixes the present state as the one to compare with.
   void mark() { marked_ = sum(); }
   bool haveChanged() const { return isUnsure_ || sum() != marked_; }
+  bool areBehavioursUntouched() const;
 
  private:
   std::uint64_t sum() const;
 
   std::vector<NameWatch> watches_;
+  std::vector<WeakRef<CMC_Behaviour>> inlineBehaviours_;
   std::uint64_t marked_ = 0;
   bool isUnsure_ = false;  // a name among them means more than itself
 };

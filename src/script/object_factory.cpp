@@ -49,14 +49,14 @@ constexpr MakerRow kMakers[] = {
 
 // Properties that the type does not read. A type whose properties the table does not hold may have any.
 void reportProperties(const CMElement& element, const TypeDescription& description) {
-  for (const auto& property : element.properties()) {
-    const CXString& name = property->getName();
+  for (const CMProperty* property : element.properties()) {
+    const std::string_view name = property->getName();
     const auto isName = [&name](const char* known) { return name == known; };
-    const auto begins = [&name](const char* signal) { return name.startsWith(signal); };
+    const auto begins = [&name](const char* signal) { return name.starts_with(signal); };
     const auto& signals = description.signals;
     const auto& properties = description.properties;
     const bool isKnown = name == "TYPE" || std::any_of(signals.begin(), signals.end(), begins) ||
-                         (properties.empty() && !name.startsWith("ON")) ||
+                         (properties.empty() && !name.starts_with("ON")) ||
                          std::any_of(properties.begin(), properties.end(), isName);
     if (isKnown) continue;
     diagnose::report(diagnose::Group::definition, element.getName(), name,

@@ -3,7 +3,7 @@
 
     run_game.py --host build/debug/footlight tests/games/NAME
 
-The folder NAME holds a game ("Dane/application.def" and so on) and "expect.json":
+The folder NAME holds a game ("Dane/MAIN/MAIN.cnv" and so on; see game_folder.py) and "expect.json":
 
     args             more words for the host, a list                         (default: none)
     ticks            how many ticks to run                                   (default: 60)
@@ -20,9 +20,10 @@ The folder NAME holds a game ("Dane/application.def" and so on) and "expect.json
                                                                              (default: nothing)
 
 The game runs twice, the second time with --literal, and with --diagnose warn where it does not say otherwise: neither
-what the engine remembers of statements nor what it reports may show. It runs in a copy of the folder, so it may write. Every difference is printed; the exit status is 1 when there
-is one. A wrong picture leaves itself and a picture of the differences in out/games/NAME. With --keep the copy stays
-and its place is printed; with --accept the shots become the new expectation.
+what the engine remembers of statements nor what it reports may show. It runs in a copy of the folder, so it may write.
+Every difference is printed; the exit status is 1 when there is one. A wrong picture leaves itself and a picture of the
+differences in out/games/NAME. With --keep the copy stays and its place is printed; with --accept the shots become the
+new expectation.
 """
 
 import argparse
@@ -33,6 +34,7 @@ import subprocess
 import sys
 import tempfile
 
+import game_folder
 import png
 
 TIME_LIMIT = 100  # seconds
@@ -118,6 +120,17 @@ def judge_shots(game, shots, accept, out):
         yield f"{name}: {count} pixels differ, first at {first} (see {out / ('difference-' + name)})"
 
 
+def pack(host, folder, work):
+    """Moves the game into a big file; only what the host reads by itself stays."""
+    big = work / "game.big"
+    command = [str(host), "--headless", "-bigfile", "--folder", str(folder), "--out", str(big)]
+    subprocess.run(command, cwd=work, check=True, stdout=subprocess.DEVNULL, timeout=TIME_LIMIT)
+    for child in list(folder.iterdir()):
+        if child.is_dir():
+            shutil.rmtree(child)
+    return ["--big", str(big)]
+
+
 def run(host, game, options, literal):
     expect = json.loads((game / "expect.json").read_text(encoding="utf-8"))
     unknown = set(expect) - {"args", "ticks", "input", "ini", "files", "shots", "exit", "stderr_contains", "check"}
@@ -125,7 +138,7 @@ def run(host, game, options, literal):
 
     work = pathlib.Path(tempfile.mkdtemp(prefix=f"footlight-{game.name}-"))
     folder = work / "game"
-    shutil.copytree(game, folder)
+    game_folder.copy(game, folder)
     shots = {}
     command = [str(host), "--headless", "--ticks", str(expect.get("ticks", 60)), "--ini", "footlight.ini"]
     if "input" in expect:
@@ -133,6 +146,8 @@ def run(host, game, options, literal):
     for tick, name in expect.get("shots", {}).items():
         shots[name] = work / name
         command += ["--shot", f"{tick}:{shots[name]}"]
+    if options.packed:
+        command += pack(host, folder, work)
     command += expect.get("args", [])
     way = game.name + (" (read literally)" if literal else "")
     if literal:
@@ -168,6 +183,7 @@ def main():
     parser = argparse.ArgumentParser(description="Runs one game by the host, headless, and judges what it leaves.")
     parser.add_argument("--host", required=True, type=pathlib.Path)
     parser.add_argument("--keep", action="store_true", help="keep the copy that the game ran in")
+    parser.add_argument("--packed", action="store_true", help="run it from a big file alone, where it must leave the same")
     parser.add_argument("--accept", action="store_true", help="make the shots the new expectation")
     parser.add_argument("game", type=pathlib.Path)
     options = parser.parse_args()

@@ -50,6 +50,11 @@ TEST(Options, TakeTheirValuesFromAnywhereAndLeaveTheRestToTheEngine) {
                                "a b.ini",
                                "--big",
                                "-odd",
+                               "--folder",
+                               "f",
+                               "--out=o",
+                               "--name",
+                               "",
                                "--bpp",
                                "32",
                                "--locale",
@@ -82,6 +87,9 @@ TEST(Options, TakeTheirValuesFromAnywhereAndLeaveTheRestToTheEngine) {
   EXPECT_EQ(options.ticks, 0U);
   EXPECT_EQ(options.ini, "a b.ini");
   EXPECT_EQ(options.bigFile, "-odd");
+  EXPECT_EQ(options.packFolder, "f");
+  EXPECT_EQ(options.packFile, "o");
+  EXPECT_EQ(options.packName, "");
   EXPECT_EQ(options.bpp, 32);
   EXPECT_EQ(options.locale, "040E");
   EXPECT_EQ(options.time, 1);
@@ -125,9 +133,7 @@ TEST(Options, NameWhatIsBad) {
                              Words{"--unknown=5"},
                              Words{"--"},
                              Words{"--bind", "127.0.0.1"},
-                             Words{"--folder", "f"},
-                             Words{"--out", "f"},
-                             Words{"--name", "f"},
+                             Words{"--folder"},
                              Words{"--record", "f.wav"}}) {
     const Parsed parsed = parse(words);
     EXPECT_FALSE(parsed.options) << words.back();

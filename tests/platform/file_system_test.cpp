@@ -166,6 +166,18 @@ TEST_F(PosixFileSystemTest, RefusesWhatLiesOutsideTheFence) {
   EXPECT_FALSE(files.fileExists(inOuter("secret.txt")));
 }
 
+TEST_F(PosixFileSystemTest, OneFileOutsideMayBeReadAndNoMore) {
+  outer.write("secret.txt", "secret");
+  outer.write("other.txt", "other");
+  files.allowReading(inOuter("secret.txt"));
+  files.allowReading(inOuter("missing.txt"));
+  EXPECT_EQ(content(inOuter("SECRET.txt")), "secret");
+  EXPECT_TRUE(files.stamp(inOuter("secret.txt")));
+  EXPECT_FALSE(put(inOuter("secret.txt"), "x"));
+  EXPECT_FALSE(files.remove(inOuter("secret.txt")));
+  EXPECT_EQ(content(inOuter("other.txt")), "(none)");
+}
+
 TEST_F(PosixFileSystemTest, FollowsLinksInsideTheFence) {
   outer.write("game/real/file", "1");
   fs::create_directory_symlink(outer.path() / "game/real", outer.path() / "game/Alias");

@@ -5,7 +5,11 @@
 
 #include "platform/large_stack.h"
 #include "script/mc_behaviour_entry.h"
+#include "script/mc_expression.h"
+#include "script/mc_groupped.h"
+#include "script/melement.h"
 #include "script/script_fixture.h"
+#include "script/watchdog.h"
 
 namespace footlight {
 namespace {
@@ -154,6 +158,36 @@ TEST_F(LimitsTest, EachLimitHoldsAtItsEdge) {
       EXPECT_EQ(guardHits(row.guard) > 0, beyond > 0) << row.guard << " at " << beyond;
     }
   }
+}
+
+// Each of a chain of things that hold the next one twice doubles the work: it is done as told, but the host
+// may end it.
+TEST_F(LimitsTest, WorkThatDoublesCanBeEnded) {
+  constexpr int kLinks = 40;
+  CMElements document(true);
+  CMC_Object* operand = add<CMC_Integer>("E", 1);
+  CMC_Object* member = probe_;
+  for (int i = 0; i < kLinks; ++i) {
+    CMElement* element = document.make("E" + std::to_string(i), {});
+    for (const char* property : {"OPERAND1", "OPERAND2"})
+      element->addProperty(property, operand->getName(), {});
+    element->addProperty("OPERATOR", "ADD", {});
+    operand = new CMC_Expression(scope_, element);
+    operand->init();
+    auto* group = new CMC_Groupped("G" + CXString::toString(i));
+    for (int twice = 0; twice < 2; ++twice) group->add(member);
+    member = group;
+    scope_->addObject(operand);
+    scope_->addObject(group);
+  }
+  for (const char* work : {"PROBE^SET(E39);", "G39^INC();"}) {
+    int asked = 0;
+    watchdog::use([&] { return ++asked < 3; });
+    run(work);
+    EXPECT_GE(asked, 3) << work;
+  }
+  watchdog::use({});
+  EXPECT_GT(probe_->calls, 0);
 }
 
 TEST_F(LimitsTest, AScopeHoldsSoManyObjects) {

@@ -24,14 +24,14 @@ std::unique_ptr<CMElements> parse(const std::string& text) {
 std::string shown(const CMElements& document) {
   std::string result;
   for (const CMElement* element : document) {
-    result += element->getName().str() + "{";
+    result += std::string(element->getName()) + "{";
     for (const auto& property : element->properties()) {
-      result += property->getName().str() + "=" + property->getValue().str() + ",";
+      result += std::string(property->getName()) + "=" + std::string(property->getValue()) + ",";
     }
     result += "}";
     if (element->getChildren().getSize() == 0) continue;
     result += "[";
-    for (const CMElement* child : element->getChildren()) result += child->getName().str() + ",";
+    for (const CMElement* child : element->getChildren()) result += std::string(child->getName()) + ",";
     result += "]";
   }
   return result;

@@ -309,7 +309,7 @@ void CodeWalker::side(Piece text) {
   if (text.starts_with('[')) {
     expression(text);
   } else if (text.starts_with("CONV(")) {
-    for (const Piece piece : cutArguments(withoutEnds(text.substr(4)))) argument(piece);
+    for (const Piece piece : CMC_Behaviour_Entry::cutArguments(withoutEnds(text.substr(4)))) argument(piece);
   } else if (text.find('(') != kNone) {
     if (const Statement read = readStatement(text); read.isCall()) call(read);
   } else {

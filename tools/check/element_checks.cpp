@@ -24,15 +24,15 @@ std::string nearestOf(std::string_view word, std::span<const char* const> names,
 void checkRepeated(const SourceFile& file, const CMElement& element, std::span<const char* const> signals) {
   std::unordered_map<std::string_view, int> lines;
   for (const auto& property : element.properties()) {
-    const CXString& name = property->getName();
+    const std::string_view name = property->getName();
     const int line = property->origin().line;
-    const auto [first, isNew] = lines.emplace(name.view(), line);
+    const auto [first, isNew] = lines.emplace(name, line);
     if (isNew) continue;
     const bool isSignal = std::any_of(signals.begin(), signals.end(),
-                                      [&name](const char* signal) { return name.startsWith(signal); });
+                                      [&name](const char* signal) { return name.starts_with(signal); });
     const std::string older = " line " + std::to_string(first->second);
-    file.report(Kind::definition, line, element.getName().str(),
-                element.getName().str() + ":" + excerpt(name.view()) +
+    file.report(Kind::definition, line, std::string(element.getName()),
+                std::string(element.getName()) + ":" + excerpt(name) +
                     (isSignal ? " takes the place of the binding of" + older
                               : " has no effect: the value of" + older + " counts"));
   }
@@ -42,7 +42,7 @@ void checkRepeated(const SourceFile& file, const CMElement& element, std::span<c
 
 // An episode starts with one of its own scenes, and an application with any.
 bool isReachable(const Game& game, const CMElement& element, const Scope& level, std::string_view property) {
-  const Scope* own = game.level(element.getName().view());
+  const Scope* own = game.level(element.getName());
   if (property != "STARTWITH" || own == nullptr || own->level() != Scope::Level::episode) return true;
   return std::find(own->scenes.begin(), own->scenes.end(), level.name()) != own->scenes.end();
 }
@@ -57,11 +57,11 @@ void checkNames(const Game& game, const SourceFile& file, const CMElement& eleme
     if (level != nullptr && isReachable(game, element, *level, property)) continue;
     Nearest nearest(name.view());
     for (int i = 0; i < file.elements().getSize() && !Nearest::isSpent(); ++i)
-      nearest.consider(file.elements().getAt(i)->getName().view());
-    file.report(
-        Kind::object, list->origin().line, name.str(),
-        "no episode or scene " + excerpt(name.view()) + " for " + element.getName().str() + ":" + property,
-        nearest.name());
+      nearest.consider(file.elements().getAt(i)->getName());
+    file.report(Kind::object, list->origin().line, name.str(),
+                "no episode or scene " + excerpt(name.view()) + " for " + std::string(element.getName()) +
+                    ":" + property,
+                nearest.name());
   }
 }
 
@@ -73,22 +73,22 @@ void checkLevel(const Game& game, const SourceFile& file, const CMElement& eleme
     const CMProperty* property = element.properties().get("TYPE");
     const bool isMissing = property == nullptr;
     file.report(isMissing ? Kind::definition : Kind::type,
-                isMissing ? element.origin().line : property->origin().line, element.getName().str(),
-                isMissing ? element.getName().str() + " has no TYPE: nothing is made of it"
+                isMissing ? element.origin().line : property->origin().line, std::string(element.getName()),
+                isMissing ? std::string(element.getName()) + " has no TYPE: nothing is made of it"
                           : "no level of a game has the TYPE " + excerpt(word.view()),
                 nearestOf(word, kWords));
     return;
   }
   checkRepeated(file, element, {});
   for (const auto& property : element.properties()) {
-    const CXString& name = property->getName();
+    const std::string_view name = property->getName();
     if (name == "TYPE" || hasProperty(*type, name)) continue;
     const bool isSignal = findSignal(*type, name) != nullptr;
     file.report(
-        Kind::property, property->origin().line, element.getName().str(),
-        excerpt(name.view()) +
+        Kind::property, property->origin().line, std::string(element.getName()),
+        excerpt(name) +
             (isSignal ? " is not read here: signals are bound in the file of " : " is no property of ") +
-            (isSignal ? element.getName().str() : std::string(type->idWord)),
+            (isSignal ? std::string(element.getName()) : std::string(type->idWord)),
         isSignal ? std::string() : nearestOf(name, type->properties));
   }
   for (const char* property : {"EPISODES", "SCENES", "STARTWITH"}) checkNames(game, file, element, property);
@@ -119,11 +119,11 @@ class ElementChecks {
 
  private:
   void report(Kind kind, int line, std::string text, std::string suggestion = {}) const {
-    file_.report(kind, line, element_.getName().str(), std::move(text), std::move(suggestion));
+    file_.report(kind, line, std::string(element_.getName()), std::move(text), std::move(suggestion));
   }
 
   std::string nameWith(const CXString& property) const {
-    return excerpt(element_.getName().view()) + ":" + excerpt(property.view());
+    return excerpt(element_.getName()) + ":" + excerpt(property.view());
   }
 
   bool isAnyOpen() const {
@@ -138,32 +138,30 @@ class ElementChecks {
     const CMProperty* property = element_.properties().get("TYPE");
     if (property == nullptr) {
       report(Kind::definition, element_.origin().line,
-             excerpt(element_.getName().view()) + " has no TYPE: no object is made of it");
+             excerpt(element_.getName()) + " has no TYPE: no object is made of it");
     } else if (!isAnyOpen()) {
-      Nearest nearest(property->getValue().view());
+      Nearest nearest(property->getValue());
       for (const TypeDescription& type : allTypes()) {
         if (type.definitionWord != nullptr) nearest.consider(type.definitionWord);
       }
-      report(Kind::type, property->origin().line, "no TYPE " + excerpt(property->getValue().view()),
-             nearest.name());
+      report(Kind::type, property->origin().line, "no TYPE " + excerpt(property->getValue()), nearest.name());
     }
   }
 
   void checkProperty(const CMProperty& property) {
-    const CXString& name = property.getName();
+    const std::string_view name = property.getName();
     const int line = property.origin().line;
     if (findSignal(*type_, name) != nullptr) return checkBinding(property);
     if (name == "TYPE" || (!isOwn_ && hasProperty(*type_, name))) return;
-    const std::string near =
-        nearestOf(name.view().substr(0, name.view().find('^')), type_->signals, type_->properties);
+    const std::string near = nearestOf(name.substr(0, name.find('^')), type_->signals, type_->properties);
     // A type whose properties are not known may have one that looks like a signal.
-    if (name.startsWith("ON") && (!near.empty() || !type_->properties.empty() || isOwn_)) {
+    if (name.starts_with("ON") && (!near.empty() || !type_->properties.empty() || isOwn_)) {
       report(Kind::signal, line, nameWith(name) + ": nobody raises such a signal", near);
     } else if (isOwn_) {
       report(Kind::property, line,
              nameWith(name) + " is not read here: properties of a level stand in application.def");
     } else if (!type_->properties.empty()) {
-      report(Kind::property, line, excerpt(name.view()) + " is no property of " + type_->definitionWord,
+      report(Kind::property, line, excerpt(name) + " is no property of " + type_->definitionWord,
              nearestOf(name, type_->properties, type_->signals));
     }
   }
@@ -171,7 +169,7 @@ class ElementChecks {
   // Bindings
 
   void checkBinding(const CMProperty& property) {
-    if (property.getValue().IsEmpty() || isInlineBinding(property)) return;
+    if (property.getValue().empty() || isInlineBinding(property)) return;
     CXString name = property.getValue();
     const int open = name.Find('(');
     const int close = name.Find(')');
@@ -216,33 +214,33 @@ class ElementChecks {
 
   void checkCondition(const char* name, int type) const {
     const CMProperty* property = element_.properties().get(name);
-    if (type_->number != type || property == nullptr || property->getValue().IsEmpty()) return;
+    if (type_->number != type || property == nullptr || property->getValue().empty()) return;
     const auto isCondition = [](const Thing& thing) {
       return thing.type == type::kCondition || thing.type == type::kComplexCondition;
     };
-    const CXString& wanted = property->getValue();
-    const Found found = game_.look(scopes_, wanted.view());
+    const std::string_view wanted = property->getValue();
+    const Found found = game_.look(scopes_, wanted);
     const bool isFine =
         found.mayBe || std::any_of(found.things.begin(), found.things.end(),
                                    [&](const Thing* t) { return isCondition(*t) || isOfUnknownType(*t); });
     if (isFine) return;
     report(Kind::object, property->origin().line,
-           nameWith(name) + (found ? ": " + excerpt(wanted.view()) + " is no CONDITION"
-                                   : ": no condition " + excerpt(wanted.view())),
-           nearestName(scopes_, wanted.view(), isCondition));
+           nameWith(name) +
+               (found ? ": " + excerpt(wanted) + " is no CONDITION" : ": no condition " + excerpt(wanted)),
+           nearestName(scopes_, wanted, isCondition));
   }
 
   void checkOperator() const {
     const CMProperty* property = element_.properties().get("OPERATOR");
     if (property == nullptr || isOperator(type_->number, property->getValue())) return;
     report(Kind::operation, property->origin().line,
-           nameWith("OPERATOR") + ": no such operator: " + excerpt(property->getValue().view()));
+           nameWith("OPERATOR") + ": no such operator: " + excerpt(property->getValue()));
   }
 
   void checkFields() const {
     const CMProperty* property = element_.properties().get("FIELDS");
     if (property == nullptr) return;
-    for (CXString& field : property->getValue().toVector(",")) {
+    for (CXString& field : CXString(property->getValue()).toVector(",")) {
       field.AllTrim();
       const int open = field.Find('<');
       const int close = field.Find('>', std::max(open, 0));
@@ -260,7 +258,7 @@ class ElementChecks {
     for (const char* name : {"BASE", "DEF"}) {
       const CMProperty* property = element_.properties().get(name);
       if (property == nullptr) continue;
-      for (CXString& file : property->getValue().toVector(",")) {
+      for (CXString& file : CXString(property->getValue()).toVector(",")) {
         if (game_.hasClassFile(file.AllTrim())) continue;
         report(Kind::file, property->origin().line,
                nameWith(name) + ": there is no class file " + excerpt(file.view()));
@@ -282,10 +280,10 @@ void checkRepeatedElements(const SourceFile& file) {
   if (file.isUsed(SourceFile::Use::classCode)) return;
   std::unordered_map<std::string_view, int> lines;
   for (const CMElement* element : file.elements()) {
-    const auto [first, isNew] = lines.emplace(element->getName().view(), element->origin().line);
+    const auto [first, isNew] = lines.emplace(element->getName(), element->origin().line);
     if (isNew) continue;
-    file.report(Kind::definition, element->origin().line, element->getName().str(),
-                "another " + excerpt(element->getName().view()) + ": it takes the place of the one of line " +
+    file.report(Kind::definition, element->origin().line, std::string(element->getName()),
+                "another " + excerpt(element->getName()) + ": it takes the place of the one of line " +
                     std::to_string(first->second));
   }
 }

@@ -117,7 +117,7 @@ void Game::makeLevels(Scope::Level level, std::string_view word) {
     // The last application is the one that runs, the first of several scenes of a name the one that is found.
     if (isApplication && !levels_.empty() && levels_.back().second->level() == level) levels_.pop_back();
     const bool isRenamed = isApplication && element->getName() == "DEMO";
-    Scope* scope = makeScope(level, isRenamed ? "GAME" : element->getName().str());
+    Scope* scope = makeScope(level, isRenamed ? "GAME" : std::string(element->getName()));
     scope->isOpen = element->getPropertyValue("DLLS").IsString();
     scope->folders.push_back(folderOf(*element, level));
     levels_.emplace_back(element, scope);
@@ -214,7 +214,7 @@ void Game::enter(SourceFile& file, Scope& scope, SourceFile::Use use) {
 }
 
 void Game::enterElement(const SourceFile& file, const CMElement& element, Scope& scope, SourceFile::Use use) {
-  const std::string name = element.getName().str();
+  const std::string name = std::string(element.getName());
   enterInlineBehaviours(element, scope);
   if (file.isOwnElement(element)) return;
   // What has no TYPE or an unknown one is reported as such, and its name is left in peace.
@@ -235,7 +235,7 @@ void Game::enterInlineBehaviours(const CMElement& element, Scope& scope) {
     if (!isInlineBinding(*property)) continue;
     // The behaviours of an instance bear its name too.
     const std::string prefix = scope.level() == Scope::Level::classCode ? "beh_*_" : "beh_";
-    scope.create(prefix + element.getName().str() + "_" + property->getName().str(),
+    scope.create(prefix + std::string(element.getName()) + "_" + std::string(property->getName()),
                  {.type = type::kBehaviour});
   }
 }
@@ -258,7 +258,7 @@ Scope* Game::makeClass(const CMElement& element, Scope& around) {
   const CXString definition = element.getPropertyValue("DEF");
   Scope*& scope = classes_[base.str() + "|" + definition.str()];
   if (scope == nullptr) {
-    scope = makeScope(Scope::Level::classCode, element.getName().str());
+    scope = makeScope(Scope::Level::classCode, std::string(element.getName()));
     std::vector<CXString> files = base.toVector(",");
     if (files.size() > static_cast<std::size_t>(limits::kClassFiles)) files.resize(limits::kClassFiles);
     for (CXString& file : files) file.AllTrim();

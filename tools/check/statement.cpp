@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "script/mc_behaviour_entry.h"
+#include "script/mc_expression.h"
+
 namespace footlight::check {
 
 namespace {
@@ -29,7 +32,8 @@ void readArguments(Statement& statement, std::size_t open) {
   const std::size_t close = closingBracket(statement.text, open);
   const bool isClosed = close != kNone && close + 1 == statement.text.size();
   statement.brackets = isClosed ? Statement::Brackets::closed : Statement::Brackets::ragged;
-  statement.arguments = cutArguments(slice(statement.text, open + 1, statement.text.size() - 1));
+  statement.arguments =
+      CMC_Behaviour_Entry::cutArguments(slice(statement.text, open + 1, statement.text.size() - 1));
 }
 
 void readIndirect(Statement& statement, std::size_t open) {
@@ -77,30 +81,10 @@ Statement readStatement(Piece text) {
   return statement;
 }
 
-std::vector<Piece> cutArguments(Piece text) {
-  std::vector<Piece> pieces;
-  int depth = 0;
-  std::size_t start = 0;
-  for (std::size_t i = 0; i <= text.size(); ++i) {
-    if (i < text.size() && text[i] == '(') ++depth;
-    if (i < text.size() && text[i] == ')') --depth;
-    if (i < text.size() && (text[i] != ',' || depth != 0)) continue;
-    if (i > start) pieces.push_back(text.substr(start, i - start));
-    start = i + 1;
-  }
-  return pieces;
-}
-
 std::vector<Piece> cutOperands(Piece text) {
   std::vector<Piece> pieces;
-  int depth = 0;
-  std::size_t start = 0;
-  for (std::size_t i = 0; i <= text.size(); ++i) {
-    const char c = i < text.size() ? text[i] : '+';
-    depth += c == '[' ? 1 : (c == ']' ? -1 : 0);
-    if (i < text.size() && (depth != 0 || Piece("+-*@%").find(c) == kNone)) continue;
-    if (i > start) pieces.push_back(text.substr(start, i - start));
-    start = i + 1;
+  for (const auto& operand : CMC_Expression::cutOperands(text)) {
+    if (!operand.text.empty()) pieces.push_back(operand.text);
   }
   return pieces;
 }

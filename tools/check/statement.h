@@ -37,8 +37,6 @@ struct Statement {
 
 Statement readStatement(Piece text);
 
-// Cuts arguments at commas outside of round brackets; empty pieces are left out.
-std::vector<Piece> cutArguments(Piece text);
 // Cuts arithmetic at its operators outside of square brackets; empty operands are left out.
 std::vector<Piece> cutOperands(Piece text);
 // Cuts at each mark; there is always at least one piece.

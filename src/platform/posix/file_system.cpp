@@ -318,6 +318,10 @@ void PosixFileSystem::allowRoot(std::string_view path) {
   if (directory != nullptr) roots_.push_back(directory->path);
 }
 
+void PosixFileSystem::allowReading(std::string_view path) {
+  if (std::optional<std::string> file = findAnywhere(path)) readable_.push_back(std::move(*file));
+}
+
 // Looking up
 
 bool PosixFileSystem::isAllowed(std::string_view canonicalPath) const {
@@ -411,11 +415,21 @@ std::optional<PosixFileSystem::Place> PosixFileSystem::find(std::string_view pat
   return Place{directory->path, name.value_or(diskName(components->back())), name.has_value()};
 }
 
-std::optional<std::string> PosixFileSystem::findExisting(std::string_view path) const {
+std::optional<std::string> PosixFileSystem::findAnywhere(std::string_view path) const {
   const std::optional<Place> place = find(path);
-  if (!place || !place->exists) return std::nullopt;
-  std::optional<std::string> real = canonical(place->path());
+  return place && place->exists ? canonical(place->path()) : std::nullopt;
+}
+
+std::optional<std::string> PosixFileSystem::findExisting(std::string_view path) const {
+  std::optional<std::string> real = findAnywhere(path);
   return real && isAllowed(*real) ? real : std::nullopt;
+}
+
+std::optional<std::string> PosixFileSystem::findReadable(std::string_view path) const {
+  std::optional<std::string> real = findAnywhere(path);
+  const bool isReadable =
+      real && (isAllowed(*real) || std::find(readable_.begin(), readable_.end(), *real) != readable_.end());
+  return isReadable ? real : std::nullopt;
 }
 
 std::optional<std::string> PosixFileSystem::findDirectory(std::string_view path) const {
@@ -436,7 +450,7 @@ std::optional<std::string> PosixFileSystem::findTarget(std::string_view path) co
 // Reading and writing
 
 std::unique_ptr<FileHandle> PosixFileSystem::open(std::string_view path, OpenMode mode) {
-  const std::optional<std::string> target = mode == OpenMode::read ? findExisting(path) : findTarget(path);
+  const std::optional<std::string> target = mode == OpenMode::read ? findReadable(path) : findTarget(path);
   if (!target) return nullptr;
   if (mode == OpenMode::write) return openForWriting(*target, true);
   const bool reads = mode == OpenMode::read;
@@ -460,14 +474,14 @@ std::unique_ptr<PosixFileSystem::Handle> PosixFileSystem::openForWriting(const s
 }
 
 bool PosixFileSystem::fileExists(std::string_view path) {
-  const std::optional<std::string> real = findExisting(path);
+  const std::optional<std::string> real = findReadable(path);
   struct stat status {};
   return real && ::stat(real->c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
          ::access(real->c_str(), R_OK) == 0;
 }
 
 std::optional<FileStamp> PosixFileSystem::stamp(std::string_view path) {
-  const std::optional<std::string> real = findExisting(path);
+  const std::optional<std::string> real = findReadable(path);
   struct stat status {};
   if (!real || ::stat(real->c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
   return FileStamp{status.st_size, nanoseconds(status.st_mtim), status.st_ino};
@@ -487,12 +501,13 @@ std::vector<DirectoryEntry> PosixFileSystem::list(std::string_view path) {
       const std::string entry = join(*real, name);
       struct stat status {};
       if (::lstat(entry.c_str(), &status) != 0) continue;
-      if (S_ISLNK(status.st_mode)) {
+      const bool isLink = S_ISLNK(status.st_mode);
+      if (isLink) {
         const std::optional<std::string> target = canonical(entry);
         if (!target || !isAllowed(*target) || ::stat(target->c_str(), &status) != 0) continue;
       }
       if (!S_ISDIR(status.st_mode) && !S_ISREG(status.st_mode)) continue;
-      sorted.push_back({folded, {engineName(name), S_ISDIR(status.st_mode), status.st_size}});
+      sorted.push_back({folded, {engineName(name), S_ISDIR(status.st_mode), status.st_size, isLink}});
     }
   }
   std::sort(sorted.begin(), sorted.end(), [](const auto& a, const auto& b) {

@@ -43,6 +43,7 @@ class PosixFileSystem : public FileSystem {
   std::string currentDirectory() const override;
   bool changeDirectory(std::string_view path) override;
   void allowRoot(std::string_view path) override;
+  void allowReading(std::string_view path) override;
   std::string toEnginePath(std::string_view machinePath) const override;
   std::string toMachinePath(std::string_view enginePath) const override;
 
@@ -66,6 +67,10 @@ class PosixFileSystem : public FileSystem {
   std::string engineName(const std::string& diskName) const;
 
   std::optional<Place> find(std::string_view path) const;
+  // The canonical path of something that exists, wherever it lies.
+  std::optional<std::string> findAnywhere(std::string_view path) const;
+  // The same inside the fence, or among the files that may be read outside it.
+  std::optional<std::string> findReadable(std::string_view path) const;
   // The canonical path of something that exists inside the fence.
   std::optional<std::string> findExisting(std::string_view path) const;
   std::optional<std::string> findDirectory(std::string_view path) const;
@@ -82,7 +87,8 @@ class PosixFileSystem : public FileSystem {
 
   std::string start_;  // canonical, on the machine
   Components current_;
-  std::vector<std::string> roots_;  // canonical, on the machine
+  std::vector<std::string> roots_;     // canonical, on the machine
+  std::vector<std::string> readable_;  // files outside them, likewise
 
   // Caches; the answers do not depend on them.
   mutable std::unordered_map<std::string, std::string> aliases_;  // alias to name on the disk

@@ -83,17 +83,23 @@ void SdlDisplay::close() {
   texture_.reset();
   renderer_.reset();
   window_.reset();
-  damage_.reset();
+  damage_.clear();
   MemoryDisplay::close();
 }
 
+// Many small pieces cost more one by one than what lies between them: they become one.
 void SdlDisplay::screenChanged(const Rect& rect) {
-  if (!damage_) {
-    damage_ = rect;
+  constexpr std::size_t kMostPieces = 64;
+  if (damage_.size() < kMostPieces) {
+    damage_.push_back(rect);
     return;
   }
-  damage_ = Rect{std::min(damage_->left, rect.left), std::min(damage_->top, rect.top),
-                 std::max(damage_->right, rect.right), std::max(damage_->bottom, rect.bottom)};
+  Rect all = rect;
+  for (const Rect& piece : damage_) {
+    all = {std::min(all.left, piece.left), std::min(all.top, piece.top), std::max(all.right, piece.right),
+           std::max(all.bottom, piece.bottom)};
+  }
+  damage_ = {all};
 }
 
 void SdlDisplay::windowChanged() {
@@ -123,16 +129,17 @@ void SdlDisplay::toggleFullScreen() {
 }
 
 void SdlDisplay::upload() {
-  const Rect& changed = *damage_;
-  const SDL_Rect rect{changed.left, changed.top, changed.right - changed.left, changed.bottom - changed.top};
-  SDL_UpdateTexture(texture_.get(), &rect, screen()->at(changed.left, changed.top), screen()->pitch());
-  damage_.reset();
+  for (const Rect& changed : damage_) {
+    const SDL_Rect rect{changed.left, changed.top, changed.right - changed.left, changed.bottom - changed.top};
+    SDL_UpdateTexture(texture_.get(), &rect, screen()->at(changed.left, changed.top), screen()->pitch());
+  }
+  damage_.clear();
   mustDraw_ = true;
 }
 
 void SdlDisplay::present() {
   if (!texture_) return;
-  if (damage_) upload();
+  if (!damage_.empty()) upload();
   if (!mustDraw_) return;
   mustDraw_ = false;
   const Rect& target = viewport_.target();

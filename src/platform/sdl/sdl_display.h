@@ -2,8 +2,8 @@
 
 #include <SDL.h>
 #include <memory>
-#include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/memory_display.h"
 #include "platform/sdl/viewport.h"
@@ -59,7 +59,7 @@ class SdlDisplay : public MemoryDisplay {
   std::unique_ptr<SDL_Texture, Deleter> texture_;
   Viewport viewport_;           // in the renderer's pixels
   double pixelsPerUnit_ = 1.0;  // renderer's pixels to one unit of the window's coordinates
-  std::optional<Rect> damage_;  // of the screen, not uploaded yet
+  std::vector<Rect> damage_;    // of the screen, not uploaded yet
   bool mustDraw_ = false;
   bool hasWindowSize_ = false;  // the system knows a size to go back to from the full screen
 };

@@ -65,27 +65,31 @@ class Encoder {
 };
 
 template <std::size_t Width>
+void repeat(std::span<const std::byte> unit, std::span<std::byte> out) {
+  for (std::size_t i = 0; i + Width <= out.size(); i += Width)
+    std::memcpy(out.data() + i, unit.data(), Width);
+  std::copy_n(unit.begin(), out.size() % Width, out.end() - static_cast<std::ptrdiff_t>(out.size() % Width));
+}
+
+template <std::size_t Width>
 std::vector<std::byte> decode(std::span<const std::byte> packed, std::size_t unpackedSize) {
   std::vector<std::byte> out(unpackedSize);
-  std::size_t done = 0;
-  while (done < unpackedSize && !packed.empty()) {
+  std::span<std::byte> room(out);
+  while (!room.empty() && !packed.empty()) {
     const auto control = std::to_integer<std::uint8_t>(packed.front());
     packed = packed.subspan(1);
-    const std::size_t units = control & kLongestRecord;
-    const std::size_t room = unpackedSize - done;
-    if ((control & kRepeatBit) == 0) {
-      const std::size_t stored = std::min(units * Width, packed.size());
-      const std::size_t wanted = std::min(stored, room);
-      std::copy_n(packed.begin(), wanted, out.begin() + static_cast<std::ptrdiff_t>(done));
-      done += wanted;
-      packed = packed.subspan(stored);
-      continue;
+    const std::size_t bytes = (control & kLongestRecord) * Width;
+    const bool isRepeat = (control & kRepeatBit) != 0;
+    const std::size_t stored = isRepeat ? Width : std::min(bytes, packed.size());
+    if (stored > packed.size()) break;
+    const std::size_t wanted = std::min(isRepeat ? bytes : stored, room.size());
+    if (isRepeat) {
+      repeat<Width>(packed, room.first(wanted));
+    } else {
+      std::copy_n(packed.begin(), wanted, room.begin());
     }
-    if (packed.size() < Width) break;
-    const std::size_t wanted = std::min(units * Width, room);
-    for (std::size_t i = 0; i < wanted; ++i) out[done + i] = packed[i % Width];
-    done += wanted;
-    packed = packed.subspan(Width);
+    room = room.subspan(wanted);
+    packed = packed.subspan(stored);
   }
   return out;
 }

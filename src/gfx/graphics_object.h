@@ -22,6 +22,7 @@
 #include "foundation/xstring.h"
 #include "gfx/color.h"
 #include "gfx/invalidate_observer.h"
+#include "gfx/packed_planes.h"
 #include "gfx/pixel_block.h"
 
 namespace footlight {
@@ -30,15 +31,6 @@ class CFile;
 class CRefreshScreen;
 class CValidationQuene;
 class CWindow;
-
-// What an object's bytes hold now.
-enum class _compression {
-  none = 0,
-  lzw = 2,
-  lzwOverRle = 3,
-  rle = 4,
-  jpeg = 5,  // colour only; the alpha plane is lzw then
-};
 
 enum class _channel { alpha = -1, red = 0, green = 1, blue = 2 };
 
@@ -73,6 +65,8 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   virtual void setMonitorCollisions(bool monitor) { monitorCollisions_ = monitor; }
   virtual bool getMonitorCollisionsFlag() const { return monitorCollisions_; }
   virtual void SetOpacity(std::uint8_t opacity);  // redraws the object
+  // From block packing and JPEG to plain or, out of a block around it, run-length bytes. JPEG data that
+  // cannot be read leave the object empty with the error code 2000.
   virtual void DeCompress();
   virtual void DeCompressRLE2();
   virtual void bringBackCompressed();
@@ -301,6 +295,7 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   void tellObservers(Call call);
   bool clipTo(CXSize destination);
   bool canEdit() const;
+  bool decodeJpeg();
   bool unpackToEdit();
   void replacePlanes(CXSize size, PixelBlock pixels, PixelBlock alpha);
   template <class From>

@@ -1,12 +1,16 @@
 #include "gfx/image.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 #include "files/file.h"
 #include "foundation/diagnose.h"
 #include "foundation/limits.h"
 #include "gfx/img_format.h"
+#include "gfx/jpeg.h"
 #include "gfx/refresh_screen.h"
+#include "gfx/window.h"
 #include "script/melement.h"
 
 namespace footlight {
@@ -35,26 +39,62 @@ int CImage::Load(const CXString& name, bool convert) {
   Invalidate();
   flush();
   setErrorCode(0);
-  if (name.Lower().endsWith(".img")) {
-    CFile file(window_, name, CFile::kReadBinary);
-    setErrorCode(file.LastError());
-    if (LastError() == 0) Load(&file);
-  } else {
-    setErrorCode(CFile::kNotFound);
-    diagnose::report(diagnose::Group::file, name, "", "pictures of this kind are not read");
+  const CXString before = std::exchange(CGraphicsObject::fileName_, name);  // reports name the file
+  readByName(name);
+  if (LastError() != 0) {
+    CGraphicsObject::fileName_ = before;
+    return LastError();
   }
-  if (LastError() != 0) return LastError();
-  unpack();
   Visible(true);
   setFilename(name);
   setLoaded(true);
   Invalidate();
-  CGraphicsObject::fileName_ = name;
   if (convert) CGraphicsObject::Load(name);
   return LastError();
 }
 
+void CImage::readByName(const CXString& name) {
+  if (!name.Lower().endsWith(".img")) {
+    load(name);
+    return;
+  }
+  CFile file(window_, name, CFile::kReadBinary);
+  setErrorCode(file.LastError());
+  if (LastError() != 0 || Load(&file) != 0) return;
+  DeCompress();
+  unpack();
+}
+
+int CImage::load(const CXString& name) {
+  JPEG picture(window_, name);
+  const int bpp = window_ != nullptr && window_->GetBpp() == 15 ? 15 : 16;
+  const CXSize size(picture.getWidth(), picture.getHeight());
+  std::vector<std::byte> pixels = picture.decompress(bpp);
+  setErrorCode(picture.LastError());
+  if (LastError() != 0) {
+    diagnose::report(diagnose::Group::file, name, "", picture.why());
+    return LastError();
+  }
+  setSize(size);
+  bpp_ = bpp;
+  compression_ = _compression::none;
+  data_ = PixelBlock(std::move(pixels), bpp);
+  alpha_.reset();
+  return 0;
+}
+
 int CImage::Load(CFile* file) {
+  std::array<std::byte, 4> magic{};
+  const int count = file->Read(magic.data(), static_cast<int>(magic.size()));
+  file->Seek(-count, 1);
+  if (isOlderImg(magic)) return Load3(file);
+  if (read(file) == 0) DeCompress();
+  return LastError();
+}
+
+int CImage::Load3(CFile* file) { return read(file); }
+
+int CImage::read(CFile* file) {
   const std::int64_t length = std::int64_t{file->Length()} - file->Tell();
   std::optional<ImgPicture> picture;
   const char* why = "the picture file is too long";
@@ -64,6 +104,7 @@ int CImage::Load(CFile* file) {
     bytes.resize(static_cast<std::size_t>(std::max(0, count)));
     picture = readImg(bytes, &why);
   }
+  Flush();
   if (!picture) {
     diagnose::report(diagnose::Group::file, file->getFileName(), "", why);
     setErrorCode(CFile::kNotFound);
@@ -74,9 +115,8 @@ int CImage::Load(CFile* file) {
   compression_ = picture->compression;
   placeAt(picture->position);
   data_ = PixelBlock(std::move(picture->colour), picture->bpp);
-  alpha_ = picture->alpha.empty() ? PixelBlock() : PixelBlock(std::move(picture->alpha), 8);
+  if (picture->hasAlpha) alpha_ = PixelBlock(std::move(picture->alpha), 8);
   setErrorCode(0);
-  DeCompress();
   return 0;
 }
 

@@ -1,14 +1,16 @@
 #include "gfx/image.h"
 
+#include <array>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <random>
 
 #include "files/file.h"
 #include "files/rle_compression.h"
 #include "foundation/limits.h"
+#include "gfx/data_buffer.h"
 #include "gfx/image_file.h"
 #include "gfx/img_format.h"
+#include "gfx/jpeg.h"
 #include "script/melement.h"
 #include "support/screen_world.h"
 
@@ -53,7 +55,7 @@ Bytes operator+(Bytes a, const Bytes& b) {
 const Bytes kPlain = pixels16({0x1111, 0x2222, 0x3333, 0x4444});
 const Bytes kAlpha = {std::byte{0}, std::byte{255}, std::byte{7}, std::byte{8}};
 
-TEST(ImgFormat, ReadsThePlainAndTheRunLengthForm) {
+TEST(ImgFormat, ReadsTheFieldsOfThePlainAndTheRunLengthForm) {
   const char* why = nullptr;
   const auto plain = readImg(imgFile({.alphaSize = 4}, kPlain + kAlpha), &why);
   ASSERT_TRUE(plain);
@@ -66,7 +68,7 @@ TEST(ImgFormat, ReadsThePlainAndTheRunLengthForm) {
   const auto packed = readImg(imgFile({.packing = 4}, CRLECompression::compress(kPlain)), &why);
   ASSERT_TRUE(packed);
   EXPECT_EQ(packed->compression, _compression::rle);
-  EXPECT_TRUE(packed->alpha.empty());
+  EXPECT_FALSE(packed->hasAlpha);
 
   for (const auto& [field, bpp] : {std::pair{2, 15}, {4, 16}, {8, 24}, {15, 15}, {24, 24}}) {
     const Bytes planes(bpp == 24 ? 12 : 8);
@@ -76,36 +78,176 @@ TEST(ImgFormat, ReadsThePlainAndTheRunLengthForm) {
   }
 }
 
-TEST(ImgFormat, RefusesWhatItDoesNotRead) {
+TEST(ImgFormat, KeepsToTheLimitsOfPictures) {
   const int side = limits::kPictureSide;
-  const Bytes files[] = {
-      {},
-      imgFile({.packing = 2}, kPlain),
-      imgFile({.packing = 3}, kPlain),
-      imgFile({.packing = 5}, kPlain),
-      imgFile({}, pixels16({1, 2, 3})),     // short: packed without saying so
-      imgFile({}, kPlain + kAlpha),         // long: the same
-      imgFile({.alphaSize = 100}, kPlain),  // more alpha than file
-      imgFile({.width = 0, .packing = 4}, kPlain),
-      imgFile({.height = -2, .packing = 4}, kPlain),
-      imgFile({.width = side + 1, .height = 1, .packing = 4}, kPlain),
-      imgFile({.width = side, .height = side, .packing = 4}, kPlain),
-      imgFile({.width = 0x7FFFFFFF, .height = 0x7FFFFFFF, .packing = 4}, kPlain),
-      Bytes(200, std::byte{'x'}),
+  struct Row {
+    int width, height;
+    bool isRead;
   };
-  for (const Bytes& file : files) {
+  const Row rows[] = {{0, 1, false},        {1, -2, false},       {side, 1, true},
+                      {side + 1, 1, false}, {side, 1024, true},   {side, 1025, false},
+                      {side, side, false},  {1, side + 1, false}, {0x7FFFFFFF, 0x7FFFFFFF, false}};
+  for (const Row& row : rows) {
     const char* why = nullptr;
-    EXPECT_FALSE(readImg(file, &why)) << file.size();
-    EXPECT_NE(why, nullptr);
+    const Bytes file = imgFile({.width = row.width, .height = row.height, .packing = 4}, {});
+    EXPECT_EQ(readImg(file, &why).has_value(), row.isRead) << row.width << "x" << row.height;
+    EXPECT_EQ(why == nullptr, row.isRead);
   }
-  const char* unused = nullptr;
-  EXPECT_TRUE(readImg(imgFile({.width = side, .height = 1024, .packing = 4}, {}), &unused));
-  EXPECT_FALSE(readImg(imgFile({.width = side, .height = 1025, .packing = 4}, {}), &unused));
   const Bytes whole = imgFile({.packing = 4, .alphaSize = 2}, kPlain);
   for (std::size_t length = 0; length < whole.size(); ++length) {
     const char* why = nullptr;
-    EXPECT_EQ(readImg(std::span(whole).first(length), &why).has_value(), length >= 40) << length;
+    EXPECT_EQ(readImg(std::span(whole).first(length), &why).has_value(), length >= 42) << length;
   }
+}
+
+TEST(Image, GoesThroughTheStatesOfItsPixels) {
+  struct Row {
+    _compression form, loaded;  // as the file has it, and behind `Load`
+  };
+  for (const auto& [form, loaded] :
+       {Row{_compression::none, _compression::none}, Row{_compression::lzw, _compression::none},
+        Row{_compression::lzwOverRle, _compression::rle}, Row{_compression::rle, _compression::rle}}) {
+    ScreenWorld world;
+    world.open();
+    const Bytes packedAlpha = packPlane(form, Plane::alpha, kAlpha);
+    const Header header{.packing = static_cast<int>(form), .alphaSize = static_cast<int>(packedAlpha.size())};
+    world.folder.write("a.img", text(imgFile(header, packPlane(form, Plane::colour, kPlain) + packedAlpha)));
+    CImage image(world.window.get());
+    CFile file(world.window.get(), "a.img", CFile::kReadBinary);
+    ASSERT_EQ(image.Load(&file), 0);
+    EXPECT_EQ(image.getCompression(), loaded);
+    image.pack(true);
+    EXPECT_EQ(image.getCompression(), loaded) << "nothing was unpacked";
+    image.unpack();
+    EXPECT_TRUE(std::ranges::equal(image.pixels().bytes(), kPlain));
+    EXPECT_TRUE(std::ranges::equal(image.AlphaChannel().bytes(), kAlpha));
+    image.bringBackCompressed();
+    EXPECT_EQ(image.getCompression(), _compression::none) << "what was unpacked is packed by `pack` alone";
+    image.Convert(15);
+    image.pack(true);
+    EXPECT_EQ(image.getCompression(), loaded);
+    EXPECT_EQ(image.getBpp(), loaded == _compression::none ? 15 : 16) << "the packed form kept its format";
+    image.DeCompressRLE2();
+    image.bringBackCompressed();
+    EXPECT_EQ(image.getCompression(), loaded);
+    image.Compress(_compression::lzw);
+    EXPECT_EQ(image.getCompression(), loaded);
+    image.Compress(_compression::rle);
+    EXPECT_EQ(image.getCompression(), _compression::rle);
+  }
+}
+
+// Two grey blocks, 40 and 200.
+constexpr const char* kGreyJpeg =
+    "ffd8ffe000104a46494600010100000100010000ffdb00430001010101010101010101010101010101010101010101010101"
+    "010101010101010101010101010101010101010101010101010101010101010101010101010101ffc0000b08000800100101"
+    "1100ffc4001500010100000000000000000000000000000a0bffc40014100100000000000000000000000000000000ffda00"
+    "08010100003f0027ea803fffd9";
+
+Bytes fromHex(std::string_view hex) {
+  Bytes out;
+  for (std::size_t i = 0; i < hex.size(); i += 2)
+    out.push_back(static_cast<std::byte>(std::stoi(std::string(hex.substr(i, 2)), nullptr, 16)));
+  return out;
+}
+
+TEST(Jpeg, DecodesIntoBothFormats) {
+  const Bytes file = fromHex(kGreyJpeg);
+  const auto pixelsOf = [&](int bpp) {
+    JPEG picture(file);
+    EXPECT_EQ(CXSize(picture.getWidth(), picture.getHeight()), CXSize(16, 8));
+    const Bytes bytes = picture.decompress(bpp);
+    EXPECT_TRUE(picture.decompress(bpp).empty()) << "once only";
+    EXPECT_EQ(picture.LastError(), 0);
+    return bytes;
+  };
+  const auto row = [](int left, int right) {
+    return pixels16({left, left, left, left, left, left, left, left, right, right, right, right, right, right,
+                     right, right});
+  };
+  Bytes sixteen, fifteen;
+  for (int y = 0; y < 8; ++y) {
+    sixteen = sixteen + row(5 << 11 | 10 << 5 | 5, 25 << 11 | 50 << 5 | 25);
+    fifteen = fifteen + row(5 << 10 | 5 << 5 | 5, 25 << 10 | 25 << 5 | 25);
+  }
+  EXPECT_EQ(pixelsOf(16), sixteen);
+  EXPECT_EQ(pixelsOf(24), sixteen);
+  EXPECT_EQ(pixelsOf(15), fifteen);
+}
+
+TEST(Jpeg, GivesAReasonForWhatItCannotRead) {
+  const Bytes file = fromHex(kGreyJpeg);
+  const auto frame = std::ranges::search(file, std::array{std::byte{0xFF}, std::byte{0xC0}}).begin();
+  const auto sized = [&](int height, int width) {
+    Bytes changed = file;
+    auto* at = changed.data() + (frame - file.begin()) + 5;
+    at[0] = static_cast<std::byte>(height >> 8);
+    at[1] = static_cast<std::byte>(height & 0xFF);
+    at[2] = static_cast<std::byte>(width >> 8);
+    at[3] = static_cast<std::byte>(width & 0xFF);
+    return changed;
+  };
+  const int side = limits::kPictureSide;
+  for (const Bytes& bad : {Bytes(), Bytes(100), Bytes(file.begin(), file.begin() + 20), sized(0, 8),
+                           sized(1, side + 1), sized(1025, side), sized(65535, 65535)}) {
+    JPEG picture(bad);
+    EXPECT_EQ(picture.LastError(), CFile::kNotFound) << bad.size();
+    EXPECT_FALSE(picture.why().empty());
+    EXPECT_EQ(picture.getWidth(), 0);
+    EXPECT_TRUE(picture.decompress(16).empty());
+  }
+  EXPECT_EQ(JPEG(sized(1, side)).decompress(16).size(), static_cast<std::size_t>(side) * 2);
+  // Data that end early are a picture all the same.
+  EXPECT_EQ(JPEG(std::span(file).first(file.size() - 6)).decompress(16).size(), 256u);
+}
+
+TEST(Jpeg, IsReadByNameInTheDisplaysFormat) {
+  for (const int bpp : {15, 16, 32}) {
+    ScreenWorld world({64, 48}, bpp);
+    world.open();
+    world.folder.write("a.jpg", text(fromHex(kGreyJpeg)));
+    world.folder.write("b.other", text(fromHex(kGreyJpeg)));
+    CImage image(world.window.get());
+    EXPECT_EQ(image.Load("a.jpg", true), 0);
+    EXPECT_TRUE(image.isLoaded());
+    EXPECT_EQ(image.getBpp(), bpp == 15 ? 15 : 16);
+    EXPECT_EQ(image.GetPixel(8, 0).value(),
+              bpp == 15 ? 25u << 10 | 25u << 5 | 25u : 25u << 11 | 50u << 5 | 25u);
+    EXPECT_EQ(image.Load("b.other", true), 0) << "only .img is no JPEG";
+  }
+}
+
+TEST(DataBuffer, MovesItsCursorAndGoesBack) {
+  CDataBuffer2Dim buffer(kPlain, {2, 2}, 2);
+  EXPECT_EQ(buffer.getMemoryUsage(), 8);
+  const auto under = [&] {
+    const auto element = buffer.cursor();
+    return element.empty() ? -1 : std::to_integer<int>(element[0]);
+  };
+  EXPECT_EQ(under(), 0x11);
+  ++buffer;
+  EXPECT_EQ(under(), 0x22);
+  buffer.nextLine();
+  EXPECT_EQ(under(), 0x44);
+  ++buffer;
+  EXPECT_EQ(under(), -1);
+  buffer.prevLine();
+  EXPECT_EQ(under(), 0x33);
+  buffer.at(1, 0);
+  buffer -= 2;
+  EXPECT_EQ(under(), -1);
+  buffer.backup();
+  buffer.zero();
+  buffer.start();
+  EXPECT_EQ(under(), 0);
+  const auto copy = buffer.clone();
+  buffer.restore(true);
+  EXPECT_EQ(under(), 0x11);
+  buffer.zero();
+  buffer.restore(false);
+  EXPECT_EQ(under(), 0) << "the copy was dropped";
+  EXPECT_EQ(static_cast<CDataBuffer2Dim&>(*copy).cursor()[0], std::byte{0});
+  EXPECT_EQ(CDataBuffer2Dim({1 << 20, 1 << 20}, 4).getMemoryUsage(), 0);
 }
 
 TEST(Image, LoadsConvertsAndShowsAPictureFile) {

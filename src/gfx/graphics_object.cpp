@@ -6,7 +6,6 @@
 #include "foundation/depth.h"
 #include "gfx/blit.h"
 #include "gfx/collision_inspector.h"
-#include "gfx/collision_inspector.h"
 #include "gfx/pixel_format.h"
 #include "gfx/refresh_screen.h"
 #include "gfx/validation_quene.h"

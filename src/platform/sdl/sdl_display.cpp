@@ -130,7 +130,8 @@ void SdlDisplay::toggleFullScreen() {
 
 void SdlDisplay::upload() {
   for (const Rect& changed : damage_) {
-    const SDL_Rect rect{changed.left, changed.top, changed.right - changed.left, changed.bottom - changed.top};
+    const SDL_Rect rect{changed.left, changed.top, changed.right - changed.left,
+                        changed.bottom - changed.top};
     SDL_UpdateTexture(texture_.get(), &rect, screen()->at(changed.left, changed.top), screen()->pitch());
   }
   damage_.clear();

@@ -41,6 +41,11 @@ template <class Vector, class Mask>
   const __m128i low = _mm_cvtsi64_si128(reinterpret_cast<long long>(bytes));
   return reinterpret_cast<Lanes<8>::Words>(_mm_unpacklo_epi8(low, _mm_setzero_si128()));
 }
+// Sums that stay at the greatest value.
+[[gnu::always_inline]] inline Lanes<8>::Words addSaturated(Lanes<8>::Words a, Lanes<8>::Words b) {
+  return reinterpret_cast<Lanes<8>::Words>(
+      _mm_adds_epu16(reinterpret_cast<__m128i>(a), reinterpret_cast<__m128i>(b)));
+}
 // The lower and the upper half of the words, each word as a pixel of 32 bits.
 [[gnu::always_inline]] inline Lanes<8>::Pixels lowerPixels(Lanes<8>::Words words) {
   return reinterpret_cast<Lanes<8>::Pixels>(
@@ -55,6 +60,10 @@ template <class Vector, class Mask>
 [[gnu::always_inline]] inline Lanes<16>::Words widen(Lanes<16>::Bytes bytes) {
   return reinterpret_cast<Lanes<16>::Words>(_mm256_cvtepu8_epi16(reinterpret_cast<__m128i>(bytes)));
 }
+[[gnu::always_inline]] inline Lanes<16>::Words addSaturated(Lanes<16>::Words a, Lanes<16>::Words b) {
+  return reinterpret_cast<Lanes<16>::Words>(
+      _mm256_adds_epu16(reinterpret_cast<__m256i>(a), reinterpret_cast<__m256i>(b)));
+}
 [[gnu::always_inline]] inline Lanes<16>::Pixels lowerPixels(Lanes<16>::Words words) {
   const auto all = reinterpret_cast<__m256i>(words);
   return reinterpret_cast<Lanes<16>::Pixels>(_mm256_cvtepu16_epi32(_mm256_castsi256_si128(all)));
@@ -68,6 +77,10 @@ template <class Vector, class Mask>
 #if defined(__AVX512BW__)
 [[gnu::always_inline]] inline Lanes<32>::Words widen(Lanes<32>::Bytes bytes) {
   return reinterpret_cast<Lanes<32>::Words>(_mm512_cvtepu8_epi16(reinterpret_cast<__m256i>(bytes)));
+}
+[[gnu::always_inline]] inline Lanes<32>::Words addSaturated(Lanes<32>::Words a, Lanes<32>::Words b) {
+  return reinterpret_cast<Lanes<32>::Words>(
+      _mm512_adds_epu16(reinterpret_cast<__m512i>(a), reinterpret_cast<__m512i>(b)));
 }
 [[gnu::always_inline]] inline Lanes<32>::Pixels lowerPixels(Lanes<32>::Words words) {
   const auto all = reinterpret_cast<__m512i>(words);

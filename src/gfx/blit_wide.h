@@ -20,28 +20,24 @@ template <int GreenBits>
 struct Wide16 {
   static constexpr int kRedShift = 5 + GreenBits;
   static constexpr std::uint16_t kGreenMask = ((1 << GreenBits) - 1) << 5;
-  static constexpr std::uint16_t kGreenMax = (1 << GreenBits) - 1;
   static constexpr bool kUsesAllBits = GreenBits == 6;
 
-  template <class Words>
-  [[gnu::always_inline]] static Words channel(Words s, Words t, Words a, std::uint16_t most, bool plusOne) {
-    Words mixed = ((s - t) * a + (t << 8)) >> 8;
-    if (plusOne) mixed = mixed + 1 + reinterpret_cast<Words>(mixed == most);
-    return mixed;
+  // A channel at the top of its lane, and fractions below. The extra one stops at the channel's greatest
+  // value.
+  template <bool kPlusOne, int kBits, class Words>
+  [[gnu::always_inline]] static Words mix(Words s, Words t, Words a, Words topOfT) {
+    const Words mixed = (s - t) * (a << (8 - kBits)) + topOfT;
+    return kPlusOne ? addSaturated(mixed, Words{} + static_cast<std::uint16_t>(1 << (16 - kBits))) : mixed;
   }
 
   template <bool kPlusOne, class Words>
   [[gnu::always_inline]] static Words blend(Words s, Words t, Words a) {
-    const Words blue = channel<Words>(s & 31, t & 31, a, 31, kPlusOne);
-    const Words green = channel<Words>((s & kGreenMask) >> 5, (t & kGreenMask) >> 5, a, kGreenMax, kPlusOne);
-    Words sRed = s >> kRedShift;
-    Words tRed = t >> kRedShift;
-    if (!kUsesAllBits) {
-      sRed &= 31;
-      tRed &= 31;
-    }
-    const Words red = channel<Words>(sRed, tRed, a, 31, kPlusOne);
-    return red << kRedShift | green << 5 | blue;
+    constexpr int kRedUp = 11 - kRedShift;
+    const Words red = mix<kPlusOne, 5>(s << kRedUp >> 11, t << kRedUp >> 11, a, t << kRedUp & 0xF800);
+    const Words green = mix<kPlusOne, GreenBits>((s & kGreenMask) >> 5, (t & kGreenMask) >> 5, a,
+                                                 (t & kGreenMask) << (11 - GreenBits));
+    const Words blue = mix<kPlusOne, 5>(s & 31, t & 31, a, t << 11);
+    return (red & 0xF800) >> kRedUp | (green >> (11 - GreenBits) & kGreenMask) | blue >> 11;
   }
 
   using Value = std::uint16_t;
@@ -133,6 +129,10 @@ struct Wide32 {
 
 // --- blocks of N pixels. `live` has bytes of 255 for the lanes to draw, 0 for the others.
 
+// Pixels that are looked at together: a group that is all clear, or all opaque, is soon done with. Smaller
+// ones would be so more often, and guessed wrongly as often.
+constexpr int kGroup = 32;
+
 enum class Block { clear, opaque, mixed };
 
 template <int N>
@@ -159,6 +159,10 @@ template <class Target>
 struct Copy {
   using Value = typename Target::Value;
   template <int N>
+  [[gnu::always_inline]] static void group(const Row& row, int at, Value* target) {
+    for (int i = at; i < at + kGroup; i += N) block<N>(row, i, target);
+  }
+  template <int N>
   [[gnu::always_inline]] static void block(const Row& row, int at, Value* target) {
     Target::template copy<N>(row.source + at, target + at);
   }
@@ -170,6 +174,10 @@ struct Copy {
 
 struct Mask {
   using Value = std::uint16_t;
+  template <int N>
+  [[gnu::always_inline]] static void group(const Row& row, int at, Value* target) {
+    for (int i = at; i < at + kGroup; i += N) block<N>(row, i, target);
+  }
   template <int N>
   [[gnu::always_inline]] static void draw(const Row& row, int at, Value* target, typename Lanes<N>::Bytes a) {
     using Words = typename Lanes<N>::Words;
@@ -191,13 +199,19 @@ template <class Target>
 struct Alpha {
   using Value = typename Target::Value;
   template <int N>
-  [[gnu::always_inline]] static void block(const Row& row, int at, Value* target) {
-    const Block kind = kindOf<N>(row.alpha + at);
+  [[gnu::always_inline]] static void group(const Row& row, int at, Value* target) {
+    const Block kind = kindOf<kGroup>(row.alpha + at);
     if (kind == Block::clear) return;
-    if (kind == Block::opaque) {
-      Target::template copy<N>(row.source + at, target + at);
-      return;
+    for (int i = at; i < at + kGroup; i += N) {
+      if (kind == Block::opaque) {
+        Target::template copy<N>(row.source + i, target + i);
+      } else {
+        block<N>(row, i, target);
+      }
     }
+  }
+  template <int N>
+  [[gnu::always_inline]] static void block(const Row& row, int at, Value* target) {
     const auto a = widen(load<typename Lanes<N>::Bytes>(row.alpha + at));
     Target::template throughAlpha<N>(row.source + at, target + at, a);
   }
@@ -212,6 +226,10 @@ struct Alpha {
 template <class Target>
 struct Blend {
   using Value = typename Target::Value;
+  template <int N>
+  [[gnu::always_inline]] static void group(const Row& row, int at, Value* target) {
+    for (int i = at; i < at + kGroup; i += N) block<N>(row, i, target);
+  }
   template <int N>
   [[gnu::always_inline]] static void block(const Row& row, int at, Value* target) {
     const auto opacity = typename Lanes<N>::Words{} + static_cast<std::uint16_t>(row.opacity);
@@ -234,9 +252,13 @@ struct AlphaBlend {
     Target::template blendAt<N, true>(row.source + at, target + at, weight);
   }
   template <int N>
+  [[gnu::always_inline]] static void group(const Row& row, int at, Value* target) {
+    if (kindOf<kGroup>(row.alpha + at) == Block::clear) return;
+    for (int i = at; i < at + kGroup; i += N) block<N>(row, i, target);
+  }
+  template <int N>
   [[gnu::always_inline]] static void block(const Row& row, int at, Value* target) {
-    if (kindOf<N>(row.alpha + at) != Block::clear)
-      draw<N>(row, at, target, load<typename Lanes<N>::Bytes>(row.alpha + at));
+    draw<N>(row, at, target, load<typename Lanes<N>::Bytes>(row.alpha + at));
   }
   template <int N>
   [[gnu::always_inline]] static void last(const Row& row, int at, Value* target,
@@ -259,9 +281,13 @@ struct ToCanvas {
     store(row.targetAlpha + at, sum | reinterpret_cast<Bytes>(sum < a));
   }
   template <int N>
+  [[gnu::always_inline]] static void group(const Row& row, int at, Value* target) {
+    if (kindOf<kGroup>(row.alpha + at) == Block::clear) return;
+    for (int i = at; i < at + kGroup; i += N) block<N>(row, i, target);
+  }
+  template <int N>
   [[gnu::always_inline]] static void block(const Row& row, int at, Value* target) {
-    if (kindOf<N>(row.alpha + at) != Block::clear)
-      draw<N>(row, at, target, load<typename Lanes<N>::Bytes>(row.alpha + at));
+    draw<N>(row, at, target, load<typename Lanes<N>::Bytes>(row.alpha + at));
   }
   template <int N>
   [[gnu::always_inline]] static void last(const Row& row, int at, Value* target,
@@ -287,7 +313,9 @@ void drawRows(const Job& job) {
   auto* target = static_cast<typename Op::Value*>(job.target);
   Row row = {job.source, job.alpha, job.targetAlpha, job.opacity};
   for (int i = 0; i < job.height; ++i) {
-    for (int at = 0; at < whole; at += N) Op::template block<N>(row, at, target);
+    int at = 0;
+    for (; at + kGroup <= whole; at += kGroup) Op::template group<N>(row, at, target);
+    for (; at < whole; at += N) Op::template block<N>(row, at, target);
     if (rest != 0) Op::template last<N>(row, job.width - N, target, live);
     row.source += job.sourceStride;
     if (row.alpha != nullptr) row.alpha += job.sourceStride;

@@ -100,17 +100,22 @@ CRefreshRegion::CellRange CRefreshRegion::cellsOf(const CXRect& rect) {
   return {index(rect.left), index(rect.top), index(rect.right - 1), index(rect.bottom - 1)};
 }
 
+template <class Function>
+void CRefreshRegion::forEachCell(const CXRect& rect, Function function) {
+  if (!hasArea(rect)) return;
+  const auto [left, top, right, bottom] = cellsOf(rect);
+  for (int y = top; y <= bottom; ++y) {
+    for (int x = left; x <= right; ++x) function(grid_[static_cast<std::size_t>(y * kCells + x)]);
+  }
+}
+
 void CRefreshRegion::append(const CXRect& rect) {
   const int place = static_cast<int>(slots_.size());
   slots_.push_back({rect, true});
   ++living_;
   if (isListGood_) list_.push_back(rect);
-  if (!hasArea(rect)) return;
   if (grid_.empty()) grid_.resize(std::size_t{kCells} * kCells);
-  const auto [left, top, right, bottom] = cellsOf(rect);
-  for (int y = top; y <= bottom; ++y) {
-    for (int x = left; x <= right; ++x) grid_[static_cast<std::size_t>(y * kCells + x)].push_back(place);
-  }
+  forEachCell(rect, [place](std::vector<int>& places) { places.push_back(place); });
 }
 
 void CRefreshRegion::remove(int place) {
@@ -138,12 +143,14 @@ void CRefreshRegion::compact() {
 }
 
 void CRefreshRegion::clear() {
+  for (const Slot& slot : slots_) {
+    forEachCell(slot.rect, [](std::vector<int>& places) { places.clear(); });
+  }
   full_ = false;
   living_ = 0;
   slots_.clear();
   list_.clear();
   isListGood_ = true;
-  for (std::vector<int>& places : grid_) places.clear();
 }
 
 }  // namespace footlight

@@ -51,6 +51,8 @@ class CRefreshRegion : public CXObject {
   static constexpr int kCells = 64;  // each way; the last ones take all that lies beyond
 
   static CellRange cellsOf(const CXRect& rect);
+  template <class Function>
+  void forEachCell(const CXRect& rect, Function function);
   int findIn(const std::vector<int>& places, int place, const CXRect& area) const;
   void addPiece(std::vector<Piece>* pending);
   void append(const CXRect& rect);

@@ -47,7 +47,7 @@ inline constexpr int kClassFiles =
 inline constexpr int kHistoryEntries = usualOrSmall(65536, 64);  // sub-scenes remembered for BACK
 inline constexpr int kInputEvents = 4096;                        // queued, of one device
 inline constexpr int kUnloadRounds = 3;       // sweeps for objects that ONDONE handlers add
-inline constexpr int kDirtyRects = 4096;      // of one screen; more of them dirty all of it
+inline constexpr int kDirtyRects = 65536;     // of one screen; more of them dirty all of it
 inline constexpr int kIniValueBytes = 10240;  // of one value read
 
 // Whether a picture, a surface or a screen may be that large.

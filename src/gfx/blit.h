@@ -38,4 +38,11 @@ bool copy_to_canvas(const _canvas& source, const _canvas& destination);
 // formats; false, with nothing changed, for other pairs.
 bool convert_bpp(std::span<std::byte> data, int from, int to);
 
+// The inner loops come in several forms that draw the same to the bit; the widest that the machine has is in
+// use from the start. Another one is for tests and measurements.
+enum class Form { plain, sse2, avx2, avx512 };
+// False, and nothing changes, where the machine lacks the form.
+bool useForm(Form form);
+void useBestForm();
+
 }  // namespace footlight::blit

@@ -1,12 +1,14 @@
 #pragma once
 
-// The part of two pictures that a blit touches, checked against both, and the walk over it. For the
-// blit_*.cpp alone.
+// The part of two pictures that a blit touches, checked against both, and what the inner loops take of it.
+// For the blit_*.cpp alone.
 
 #include <cstdint>
 #include <optional>
 
+#include "gfx/blit_kernels.h"
 #include "gfx/canvas.h"
+#include "gfx/pixel_format.h"
 
 namespace footlight::blit {
 
@@ -32,25 +34,18 @@ inline std::uint8_t* alphaOf(const _canvas& canvas) {
   return reinterpret_cast<std::uint8_t*>(canvas.alpha.data());
 }
 
-// Calls the function with each row's first pixel in the source and in the destination.
-template <class Function>
-void forEachRow(const Area& area, Function function) {
-  std::int64_t source = area.sourceStart;
-  std::int64_t target = area.targetStart;
-  for (int row = 0; row < area.height; ++row) {
-    function(source, target);
-    source += area.sourceStride;
-    target += area.targetStride;
-  }
-}
-
-template <class Function>
-void forEachPixel(const Area& area, Function function) {
-  forEachRow(area, [&](std::int64_t source, std::int64_t target) {
-    for (int column = 0; column < area.width; ++column) function(source + column, target + column);
-  });
-}
-
 constexpr bool isTwoBytes(int bpp) { return bpp == 15 || bpp == 16; }
+
+// What a source of 2 bytes draws on; nothing for a pair of formats that does not draw.
+constexpr std::optional<TargetFormat> targetFormat(const _canvas& source, const _canvas& destination) {
+  if (!isTwoBytes(source.bpp)) return std::nullopt;
+  if (destination.bpp == 32) return kTo32;
+  if (source.bpp != destination.bpp) return std::nullopt;
+  return source.bpp == 15 ? kTo15 : kTo16;
+}
+
+// The form in use; the plain one, which goes pixel by pixel, for a picture that shares memory with the other.
+const Kernels& kernelsFor(const _canvas& source, const _canvas& destination);
+Job jobOf(const _canvas& source, const _canvas& destination, const Area& area, std::uint32_t opacity = 255);
 
 }  // namespace footlight::blit

@@ -4,23 +4,20 @@
 
 #include "gfx/blit.h"
 #include "gfx/blit_area.h"
-#include "gfx/pixel_format.h"
+#include "gfx/blit_kernels.h"
 
 namespace footlight::blit {
 
 namespace {
 
 void copyRows(const _canvas& source, const _canvas& destination, const Area& area) {
-  forEachRow(area, [&](std::int64_t from, std::int64_t to) {
-    std::memmove(pixels16(destination) + to, pixels16(source) + from,
-                 static_cast<std::size_t>(area.width) * 2);
-  });
-}
-
-void copyRows32(const _canvas& source, const _canvas& destination, const Area& area) {
-  forEachPixel(area, [s = pixels16(source), t = pixels32(destination)](std::int64_t from, std::int64_t to) {
-    t[to] = toPixel32(s[from]);
-  });
+  const std::uint16_t* from = pixels16(source) + area.sourceStart;
+  std::uint16_t* to = pixels16(destination) + area.targetStart;
+  for (int row = 0; row < area.height; ++row) {
+    std::memmove(to, from, static_cast<std::size_t>(area.width) * 2);
+    from += area.sourceStride;
+    to += area.targetStride;
+  }
 }
 
 void convertPixels(std::span<std::byte> data, auto function) {
@@ -38,18 +35,7 @@ bool copy(const _canvas& source, const _canvas& destination) {
   const auto area = areaOf(source, destination);
   if (!area) return false;
   if (same) copyRows(source, destination, *area);
-  if (destination.bpp == 32) copyRows32(source, destination, *area);
-  return true;
-}
-
-bool copy_alpha_as_mask(const _canvas& source, const _canvas& destination) {
-  if (!isTwoBytes(source.bpp) || source.bpp != destination.bpp || source.alpha.empty()) return false;
-  const auto area = areaOf(source, destination);
-  if (!area) return false;
-  forEachPixel(*area, [s = pixels16(source), a = alphaOf(source), t = pixels16(destination)](
-                          std::int64_t from, std::int64_t to) {
-    if (a[from] != 0) t[to] = s[from];
-  });
+  if (destination.bpp == 32) kernelsFor(source, destination).copy32(jobOf(source, destination, *area));
   return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "gfx/image_file.h"
 #include "gfx/screen_unit.h"
@@ -132,6 +133,20 @@ void CRefreshScreen::Redraw() {
 
 bool CRefreshScreen::drawFrame(CDirectDrawSurface* destination) {
   if (destination == nullptr) return false;
+  // A frame inside a frame: the next one repaints everything.
+  if (isDrawing_) {
+    wantsRepaint_ = true;
+    return false;
+  }
+  isDrawing_ = true;
+  const bool hasDirty = composeFrame(destination);
+  isDrawing_ = false;
+  return hasDirty;
+}
+
+bool CRefreshScreen::composeFrame(CDirectDrawSurface* destination) {
+  region_.compact();
+  if (std::exchange(wantsRepaint_, false)) Invalidate(static_cast<CXRect*>(nullptr));
   const bool hasDirty = !region_.isEmpty();
   ++frameCount_;
   destSurface_ = destination;
@@ -178,10 +193,10 @@ void CRefreshScreen::drawDirty(CGraphicsObject* object, CDirectDrawSurface* dest
     draw(object->GetBoundingBox());
     return;
   }
-  // By index: an object may invalidate something while it draws.
-  for (std::size_t i = 0; i < region_.rects().size(); ++i) {
-    const CXRect part = region_.rects()[i].Common(object->GetBoundingBox());
-    if (!part.IsEmpty() && draw(part)) return;
+  // The region is asked again for each: an object may invalidate something, or move, while it draws.
+  const auto next = [&](int from) { return region_.findFrom(from, object->GetBoundingBox()); };
+  for (int place = next(0); place >= 0; place = next(place + 1)) {
+    if (draw(region_.at(place).Common(object->GetBoundingBox()))) return;
   }
 }
 

@@ -99,6 +99,7 @@ class CRefreshScreen : public CGraphicsObject {
 
   void addObserver(CCanvasObserver* notifier, CXObject* object);
   bool drawFrame(CDirectDrawSurface* destination);
+  bool composeFrame(CDirectDrawSurface* destination);
   void drawElement(CGraphicsObject* object, CDirectDrawSurface* destination);
   void drawWhole(CGraphicsObject* object, CDirectDrawSurface* destination);
   void drawDirty(CGraphicsObject* object, CDirectDrawSurface* destination);
@@ -111,6 +112,8 @@ class CRefreshScreen : public CGraphicsObject {
   WeakRef<CDirectDrawSurface> destSurface_;
   std::vector<Notifier> notifiers_;
   bool notifyFlag_ = false;
+  bool isDrawing_ = false;
+  bool wantsRepaint_ = false;
   int frameCount_ = 0;
 };
 

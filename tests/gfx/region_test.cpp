@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <random>
 #include <vector>
@@ -72,6 +73,55 @@ TEST(Region, CoversWhatWasAddedWithoutOverlaps) {
     Bits covered(kSide * kSide);
     for (const CXRect& rect : region.rects()) paint(&covered, rect);
     for (std::size_t i = 0; i < covered.size(); ++i) ASSERT_EQ(covered[i], wanted[i] > 0 ? 1 : 0) << round;
+  }
+}
+
+// The procedure word for word: the first rectangle that overlaps decides, and what is left starts anew.
+void addLiterally(std::vector<CXRect>* list, const CXRect& rect) {
+  const auto overlaps = [&](const CXRect& e) { return !e.Common(rect).IsEmpty(); };
+  const auto hit = std::ranges::find_if(*list, overlaps);
+  if (hit == list->end()) return list->push_back(rect);
+  const CXRect e = *hit;
+  if (rect.IsPartOf(e)) return;
+  if (e.IsPartOf(rect)) {
+    list->erase(hit);
+    return addLiterally(list, rect);
+  }
+  const int left = std::max(rect.left, e.left);
+  const int right = std::min(rect.right, e.right);
+  const CXRect bands[] = {{rect.left, rect.top, e.left, rect.bottom},
+                          {left, rect.top, right, e.top},
+                          {left, e.bottom, right, rect.bottom},
+                          {e.right, rect.top, rect.right, rect.bottom}};
+  for (const CXRect& band : bands) {
+    if (band.left < band.right && band.top < band.bottom) addLiterally(list, band);
+  }
+}
+
+TEST(Region, HoldsTheRectanglesOfTheProcedureInItsOrder) {
+  std::mt19937 random(9);
+  const auto upTo = [&](int n) { return std::uniform_int_distribution<int>(0, n)(random); };
+  for (int round = 0; round < 400; ++round) {
+    CRefreshRegion region(false);
+    std::vector<CXRect> expected;
+    const int side = round % 2 == 0 ? 40 : 900;
+    const int most = round % 3 == 0 ? side : side / 6;
+    for (int i = 0; i < 60; ++i) {
+      const int left = upTo(side) - side / 8;
+      const int top = upTo(side) - side / 8;
+      const CXRect rect(left, top, left + 1 + upTo(most), top + 1 + upTo(most));
+      region.add(&rect);
+      addLiterally(&expected, rect);
+      if (i % 16 == 7) region.compact();
+      ASSERT_EQ(region.rects(), expected) << round;
+    }
+    // A walk meets what overlaps, in the same order.
+    const CXRect area(side / 4, side / 4, side / 2, side / 2);
+    std::vector<CXRect> met;
+    for (int at = region.findFrom(0, area); at >= 0; at = region.findFrom(at + 1, area))
+      met.push_back(region.at(at));
+    std::erase_if(expected, [&](const CXRect& r) { return r.Common(area).IsEmpty(); });
+    ASSERT_EQ(met, expected) << round;
   }
 }
 

@@ -17,7 +17,7 @@ extern "C" const char* __ubsan_default_options() { return "print_stacktrace=1"; 
 // costs several times as much as running them.
 extern "C" int LLVMFuzzerInitialize(int* count, char*** words) {
   static const char* const kUsual[] = {"-entropic=0", "-len_control=0", "-max_len=1538",
-                                       "-timeout=10", "-print_funcs=0", "-rss_limit_mb=1024"};
+                                       "-timeout=60", "-print_funcs=0", "-rss_limit_mb=1024"};
   static std::vector<char*> all;
   all.assign(*words, *words + *count);
   for (const char* flag : kUsual) all.insert(all.begin() + 1, const_cast<char*>(flag));

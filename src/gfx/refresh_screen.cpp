@@ -102,7 +102,14 @@ void CRefreshScreen::Invalidate(CGraphicsObject* object) {
 
 void CRefreshScreen::Invalidate(CXRect* rect) {
   const CXRect dirty = rect == nullptr ? screenRect() : rect->Common(screenRect());
-  if (rect == nullptr || !dirty.IsEmpty()) region_.add(&dirty);
+  if (rect != nullptr && dirty.IsEmpty()) return;
+  region_.add(&dirty);
+  if (isFlipping_) sinceFlip_.add(&dirty);
+}
+
+void CRefreshScreen::validateFlipped() {
+  std::swap(region_, sinceFlip_);
+  sinceFlip_.clear();
 }
 
 // --- a frame

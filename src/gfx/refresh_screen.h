@@ -75,6 +75,11 @@ class CRefreshScreen : public CGraphicsObject {
   // comes, goes.
   void notify(int event);
 
+  // With a pair of buffers, what was dirty in one frame is drawn in the next one as well.
+  void setFlipping(bool flips) { isFlipping_ = flips; }
+  // A frame was flipped: what became dirty since the flip before stays for the other buffer.
+  void validateFlipped();
+
   void SetBackground(CColor* colour) { background_.SetBackground(colour); }
   void SetBackground(CGraphicsObject* object) { background_.SetBackground(object); }
   // A picture file; an unreadable one leaves no background.
@@ -105,6 +110,8 @@ class CRefreshScreen : public CGraphicsObject {
   void drawDirty(CGraphicsObject* object, CDirectDrawSurface* destination);
 
   CRefreshRegion region_{true};
+  CRefreshRegion sinceFlip_{true};  // what was invalidated after the last flip
+  bool isFlipping_ = false;
   CValidationQuene queue_;
   CBackgroundManager background_;
   Owned<CGraphicsObject> backgroundImage_;

@@ -13,7 +13,7 @@ namespace {
 
 using platform::Status;
 
-constexpr int kBusyFlips = 100000;  // asked again so often before the frame is given up
+constexpr int kBusyFlips = 100;  // asked again so often before the frame is given up
 
 platform::Display& display() { return platform::current().display(); }
 
@@ -73,6 +73,8 @@ CSurface::~CSurface() {
 
 void CSurface::Blt(CDirectDrawSurface* source, int x, int y, const CXRect* rect) {
   if (source == nullptr) return;
+  const platform::Surface* device = source->GetDirectDrawSurfaceInterface();
+  if (device != nullptr && device->isLost()) hasLoss_ = true;
   platform::Surface* pixels = source->readyDeviceSurface();
   if (pixels == nullptr) return;
   const CXRect whole(0, 0, source->Width(), source->Height());
@@ -83,6 +85,7 @@ void CSurface::Blt(CDirectDrawSurface* source, int x, int y, const CXRect* rect)
   const int left = rect == nullptr ? x : wrap_add(x, part.left - rect->left);
   const int top = rect == nullptr ? y : wrap_add(y, part.top - rect->top);
   if (display().show(left, top, *pixels, area) != Status::lost) return;
+  hasLoss_ = true;
   display().restoreScreen();
   display().show(left, top, *pixels, area);
 }
@@ -90,6 +93,7 @@ void CSurface::Blt(CDirectDrawSurface* source, int x, int y, const CXRect* rect)
 void CSurface::Flip() {
   Status status = display().flip();
   for (int i = 0; status == Status::busy && i < kBusyFlips; ++i) status = display().flip();
+  if (status != Status::ok) hasLoss_ = true;
   if (status == Status::lost) {
     display().restoreScreen();
     if (backBuffer_ != nullptr) backBuffer_->restore();

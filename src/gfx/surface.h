@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <span>
+#include <utility>
 
 #include "foundation/geometry.h"
 #include "foundation/xobject.h"
@@ -37,8 +38,10 @@ class CSurface : public CXObject {
   void Blt(CDirectDrawSurface* source, CXPoint point, const CXRect* rect) {
     Blt(source, point.x, point.y, rect);
   }
-  // Shows the back buffer.
+  // Shows the back buffer. A display that stays busy is given up for this frame.
   void Flip();
+  // Whether something was lost or not shown since the last call: then the next frame must be a whole one.
+  bool takeLoss() { return std::exchange(hasLoss_, false); }
   // Brings what was copied or flipped before the player's eyes.
   void present();
   void waitForVB();
@@ -51,6 +54,7 @@ class CSurface : public CXObject {
  private:
   CXSize size_;
   int bpp_ = 0;
+  bool hasLoss_ = false;
   platform::Surface* backBuffer_ = nullptr;
 };
 

@@ -45,6 +45,7 @@ bool CWindow::openScreen(platform::Surface* backBuffer) {
     return false;
   }
   refreshScreen_.reset(new CRefreshScreen(this, false));
+  refreshScreen_->setFlipping(surface_->IsFlippingEnabled());
   return true;
 }
 
@@ -61,13 +62,14 @@ void CWindow::redrawFrame() {
   bool fullRepaint = false;
   if (refreshScreen_->Redraw(backSurface_.get(), surface_.get(), &fullRepaint)) showFrame();
   surface_->present();
-  if (fullRepaint) Invalidate();
+  if (surface_->takeLoss() || fullRepaint) Invalidate();
 }
 
-// With a pair of buffers the dirty part grows until someone validates it: each of the two must get all of it.
+// With a pair of buffers each of the two must get all that changed.
 void CWindow::showFrame() {
   if (surface_->IsFlippingEnabled()) {
     surface_->Flip();
+    refreshScreen_->validateFlipped();
     return;
   }
   const platform::Rect client = platform::current().display().clientRect();

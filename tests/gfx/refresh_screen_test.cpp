@@ -115,25 +115,32 @@ TEST(RefreshScreen, RedrawsAnObjectWithItsOwnClipInAllOfItForEachRectangle) {
 
 // Whatever objects do, drawing the dirty part leaves the same picture as drawing everything.
 TEST(RefreshScreen, DirtyPartsGiveTheWholePicture) {
-  for (const int bpp : {15, 16, 32}) {
-    ScreenWorld world({64, 48}, bpp);
+  struct Row {
+    int bpp;
+    int objects;
+    int frames;
+  };
+  constexpr Row kRows[] = {{15, 200, 300}, {16, 12, 500}, {16, 300, 1500}, {32, 200, 300}};
+  for (const Row& row : kRows) {
+    const int bpp = row.bpp;
+    ScreenWorld world({96, 72}, bpp);
     world.open();
     std::mt19937 random(11);
     const auto upTo = [&](int n) { return std::uniform_int_distribution<int>(0, n)(random); };
     world.window->SetBackground(static_cast<CColor*>(nullptr));
     std::vector<Owned<CGraphicsObject>> objects;
-    for (int i = 0; i < 12; ++i) {
-      const int x = upTo(60) - 10;
-      const int y = upTo(40) - 10;
+    for (int i = 0; i < row.objects; ++i) {
+      const int x = upTo(90) - 10;
+      const int y = upTo(60) - 10;
       objects.push_back(plate(world.window.get(), {x, y, x + 2 + upTo(24), y + 2 + upTo(24)},
                               static_cast<std::uint16_t>(upTo(0x7FFF)), i % 3 == 0 ? -1 : upTo(255),
                               bpp == 15 ? 15 : 16));
       if (i % 4 == 0) objects.back()->SetOpacity(static_cast<std::uint8_t>(upTo(255)));
       world.screen().put(objects.back().get(), upTo(3));
     }
-    for (int step = 0; step < 150; ++step) {
-      for (int i = upTo(4); i > 0; --i) {
-        CGraphicsObject& object = *objects[static_cast<std::size_t>(upTo(11))];
+    for (int step = 0; step < row.frames; ++step) {
+      for (int i = upTo(step % 8 == 0 ? 40 : 4); i > 0; --i) {
+        CGraphicsObject& object = *objects[static_cast<std::size_t>(upTo(row.objects - 1))];
         switch (upTo(4)) {
           case 0:
             object.Move(upTo(20) - 10, upTo(20) - 10);

@@ -6,6 +6,8 @@
 #include "app/mc_timer.h"
 #include "objects/mc_canvas_observer.h"
 #include "objects/mc_image.h"
+#include "objects/mc_keyboard.h"
+#include "objects/mc_mouse.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_class.h"
 #include "script/mc_condition.h"
@@ -44,6 +46,8 @@ constexpr MakerRow kMakers[] = {
     {type::kClass, make<CMC_Class>},
     {type::kImage, make<CMC_Image>},
     {type::kCanvasObserver, make<CMC_CanvasObserver>},
+    {type::kMouse, make<CMC_Mouse>},
+    {type::kKeyboard, make<CMC_Keyboard>},
     {type::kTimer, make<CMC_Timer>},
     {type::kGroup, make<CMC_Groupped>},
     {type::kDialog, make<CMC_Dialog>},

@@ -256,6 +256,7 @@ void CGraphicsObject::link(const CGraphicsObject& other) {
   unpacked_ = other.unpacked_;
   packedData_ = other.packedData_;
   packedAlpha_ = other.packedAlpha_;
+  if (backup_) backup_ = hasPlainPixels() ? data_.copy() : PixelBlock();
 }
 
 void CGraphicsObject::SetOpacity(std::uint8_t opacity) {

@@ -147,6 +147,7 @@ Result save(CImage& image, Call& call) {
 Result link(CImage& image, Call& call) {
   const CMC_Image* other = call.named<CMC_Image>(0);
   if (other == nullptr || other->getImage() == nullptr) return {};
+  image.Invalidate();  // where it was
   image.link(*other->getImage());
   image.Invalidate();
   return {};

@@ -25,5 +25,6 @@ std::span<const Method> system();
 std::span<const Method> random();
 std::span<const Method> dialog();
 std::span<const Method> image();
+std::span<const Method> array();
 
 }  // namespace footlight::methods

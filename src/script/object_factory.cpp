@@ -4,6 +4,7 @@
 
 #include "app/mc_dialog.h"
 #include "app/mc_timer.h"
+#include "objects/mc_array.h"
 #include "objects/mc_image.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_class.h"
@@ -42,6 +43,7 @@ constexpr MakerRow kMakers[] = {
     {type::kStructure, make<CMC_Structure>},
     {type::kClass, make<CMC_Class>},
     {type::kImage, make<CMC_Image>},
+    {type::kArray, make<CMC_Array>},
     {type::kTimer, make<CMC_Timer>},
     {type::kGroup, make<CMC_Groupped>},
     {type::kDialog, make<CMC_Dialog>},

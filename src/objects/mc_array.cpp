@@ -162,8 +162,7 @@ CMC_Variable* CMC_Array::step(std::int64_t by) {
 void CMC_Array::changed(int index) {
   if (!sendOnChange_ || !isSignalBound(kOnChanged) || isDisposed()) return;
   const Ref<CMC_Array> self(this);
-  const Ref<CMC_Object> argument(CMC_VariableFactory::makeInteger(index));
-  const ArgumentList arguments(std::span(&argument, 1));
+  const TextList arguments = {CXString::toString(index)};
   if (!onSignal("ONCHANGED^" + CXString::toString(index), arguments)) onSignal("ONCHANGED", arguments);
 }
 

@@ -28,5 +28,6 @@ std::span<const Method> image();
 std::span<const Method> canvasObserver();
 std::span<const Method> mouse();
 std::span<const Method> keyboard();
+std::span<const Method> array();
 
 }  // namespace footlight::methods

@@ -4,6 +4,7 @@
 
 #include "app/mc_dialog.h"
 #include "app/mc_timer.h"
+#include "objects/mc_array.h"
 #include "objects/mc_canvas_observer.h"
 #include "objects/mc_image.h"
 #include "objects/mc_keyboard.h"
@@ -48,6 +49,7 @@ constexpr MakerRow kMakers[] = {
     {type::kCanvasObserver, make<CMC_CanvasObserver>},
     {type::kMouse, make<CMC_Mouse>},
     {type::kKeyboard, make<CMC_Keyboard>},
+    {type::kArray, make<CMC_Array>},
     {type::kTimer, make<CMC_Timer>},
     {type::kGroup, make<CMC_Groupped>},
     {type::kDialog, make<CMC_Dialog>},

@@ -324,27 +324,26 @@ void drawRows(const Job& job) {
   }
 }
 
-template <class Op, int N, Kernel Kernels::*kPlain>
-void draw(const Job& job) {
+// False for a picture that is narrower than the narrowest register.
+template <class Op, int N>
+bool drawWide(const Job& job) {
   if (job.width >= N) {
     drawRows<Op, N>(job);
-  } else if (job.width >= 8) {
-    drawRows<Op, 8>(job);
-  } else {
-    (kPlainKernels.*kPlain)(job);
+    return true;
   }
+  if constexpr (N > 8) return drawWide<Op, 8>(job);
+  return false;
+}
+
+template <class Op, int N, Kernel Kernels::*kPlain>
+void draw(const Job& job) {
+  if (!drawWide<Op, N>(job)) (kPlainKernels.*kPlain)(job);
 }
 
 // The same where the plain form is one of a row of them.
 template <class Op, int N, auto kPlain, int kFormat>
 void drawTo(const Job& job) {
-  if (job.width >= N) {
-    drawRows<Op, N>(job);
-  } else if (job.width >= 8) {
-    drawRows<Op, 8>(job);
-  } else {
-    (kPlainKernels.*kPlain)[kFormat](job);
-  }
+  if (!drawWide<Op, N>(job)) (kPlainKernels.*kPlain)[kFormat](job);
 }
 
 using To15 = Wide16<5>;

@@ -72,7 +72,7 @@ void CGraphicsObject::Scale(double sx, double sy) {
 
 void CGraphicsObject::Scale2x() {
   if (!unpackToEdit()) return;
-  remap({width_ / 2, height_ / 2}, [&](int x, int y) { return std::int64_t{2 * y} * width_ + 2 * x; });
+  remap({width_ / 2, height_ / 2}, [&](std::int64_t x, std::int64_t y) { return 2 * y * width_ + 2 * x; });
 }
 
 void CGraphicsObject::displacementFilter(std::span<const CXPoint> map, bool alphaToo) {

@@ -80,7 +80,7 @@ int CRefreshRegion::findFrom(int place, const CXRect& area) const {
   int first = end;
   for (int y = top; y <= bottom; ++y) {
     for (int x = left; x <= right; ++x) {
-      const int found = findIn(grid_[static_cast<std::size_t>(y * kCells + x)], place, area);
+      const int found = findIn(grid_[cellIndex(x, y)], place, area);
       if (found >= 0) first = std::min(first, found);
     }
   }
@@ -105,7 +105,7 @@ void CRefreshRegion::forEachCell(const CXRect& rect, Function function) {
   if (!hasArea(rect)) return;
   const auto [left, top, right, bottom] = cellsOf(rect);
   for (int y = top; y <= bottom; ++y) {
-    for (int x = left; x <= right; ++x) function(grid_[static_cast<std::size_t>(y * kCells + x)]);
+    for (int x = left; x <= right; ++x) function(grid_[cellIndex(x, y)]);
   }
 }
 

@@ -50,6 +50,9 @@ class CRefreshRegion : public CXObject {
   static constexpr int kCellShift = 5;
   static constexpr int kCells = 64;  // each way; the last ones take all that lies beyond
 
+  static std::size_t cellIndex(int x, int y) {
+    return static_cast<std::size_t>(y) * kCells + static_cast<std::size_t>(x);
+  }
   static CellRange cellsOf(const CXRect& rect);
   template <class Function>
   void forEachCell(const CXRect& rect, Function function);

@@ -1,6 +1,7 @@
 // The pictures behind the names of script objects, and the names behind pictures.
 
 #include "gfx/image.h"
+#include "objects/mc_animo.h"
 #include "objects/mc_image.h"
 #include "script/mc_objects_container.h"
 
@@ -9,6 +10,7 @@ namespace footlight {
 namespace {
 
 CGraphicsObject* graphicsOf(CMC_Object* object) {
+  if (auto* animation = object_cast<CMC_Animo>(object)) return animation->getAnimo();
   auto* image = object_cast<CMC_Image>(object);
   return image != nullptr ? image->getImage() : nullptr;
 }
@@ -17,7 +19,11 @@ CGraphicsObject* graphicsOf(CMC_Object* object) {
 
 CGraphicsObject* CMC_ObjectsContainer::getGraphicsObject(const CXString& name) const {
   const int mark = name.Find('!');  // what follows names a frame of an animation
-  return graphicsOf(getObject(name.slice(0, mark < 0 ? name.Length() : mark)));
+  if (mark < 0) return graphicsOf(getObject(name.view()));
+  CMC_Object* object = getObject(name.slice(0, mark));
+  auto* animation = object_cast<CMC_Animo>(object);
+  if (animation == nullptr || animation->getAnimo() == nullptr) return graphicsOf(object);
+  return animation->getAnimo()->getFrame(name.Right(mark + 1));
 }
 
 CXString CMC_ObjectsContainer::getGraphicsObjectName(const CGraphicsObject* graphics, bool parentsToo) const {

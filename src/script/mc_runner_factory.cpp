@@ -45,6 +45,7 @@ void CMC_RunnerFactory::initialize() {
   add(methods::episode(), {type::kEpisode});
   add(methods::scene(), {type::kScene});
   add(methods::timer(), {type::kTimer});
+  add(methods::animo(), {type::kAnimo});
   add(methods::image(), {type::kImage});
   add(methods::canvasObserver(), {type::kCanvasObserver});
   add(methods::dialog(), {type::kDialog});
@@ -55,7 +56,7 @@ void CMC_RunnerFactory::initialize() {
   add(std::make_unique<CMC_Class_Runner>(methods::scriptClass()), {type::kClass});
   // Types whose own methods are not there yet have those of every object.
   add(std::span<const Method>(), {type::kMouse,        type::kKeyboard,
-                                  type::kAnimo,        type::kButton,
+                                  type::kButton,
                                   type::kFont,         type::kSequence,
                                   type::kSound,        type::kText,
                                   type::kEditBox,      type::kNetServer,

@@ -11,6 +11,7 @@
 #include "foundation/limits.h"
 #include "foundation/string_tokenizer.h"
 #include "gfx/window.h"
+#include "objects/mc_mouse.h"
 #include "platform/platform.h"
 #include "script/dll_ex_module_interface.h"
 #include "script/mc_behaviour.h"
@@ -228,6 +229,7 @@ void CMC_Scene::unload(CMC_Scene* next) {
   unloadSubScene(next);
   CMC_ObjectsContainer::unload();
   while (!monitored_.empty()) removeMonitorCollisions(monitored_.back().get(), nullptr);
+  CMC_Mouse::reset(true);
   removeAllBehaviours();
   doneDLLs();
   if (unit_ != nullptr) {

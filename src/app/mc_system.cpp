@@ -7,6 +7,7 @@
 #include "files/file.h"
 #include "files/path.h"
 #include "gfx/window.h"
+#include "objects/mc_array.h"
 #include "platform/platform.h"
 #include "script/mc_objects_container.h"
 #include "script/mc_variable_factory.h"
@@ -139,9 +140,13 @@ Result getRandom(CMC_Object& /*object*/, Call& call) {
   return Factory::makeInteger(CXRandom::random(call.integer(0), call.integer(1)));
 }
 
-// Fills an array; until objects of that type hold values there is nothing to fill.
-Result getPlenty(CMC_Object& /*object*/, Call& /*call*/) {
-  diagnose::reportCall(diagnose::Group::method, "does nothing in this build");
+Result getPlenty(CMC_Object& /*object*/, Call& call) {
+  auto* array = call.named<CMC_Array>(0);
+  if (array == nullptr) return {};
+  const std::vector<int> numbers =
+      CXRandom::random_vector(call.integer(2), call.integer(3), call.integer(1), call.boolean(4));
+  if (!array->hasRoom(static_cast<std::int64_t>(numbers.size()))) return {};
+  for (const int number : numbers) array->add(CMC_VariableFactory::makeInteger(number).get());
   return {};
 }
 

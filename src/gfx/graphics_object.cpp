@@ -37,14 +37,10 @@ CGraphicsObject::CGraphicsObject(CWindow* window, const CGraphicsObject& source)
       alpha_(source.alpha_),
       compression_(source.compression_),
       clippingRect_(source.clippingRect_),
-      anchor_(source.anchor_),
       opacity_(source.opacity_),
-      visible_(source.visible_),
       flags_(source.flags_),
       autoClip_(source.autoClip_),
       viewport_(source.viewport_),
-      flippedH_(source.flippedH_),
-      flippedV_(source.flippedV_),
       alphaAsMask_(source.alphaAsMask_),
       unpacked_(source.unpacked_),
       packedData_(source.packedData_),
@@ -260,6 +256,7 @@ void CGraphicsObject::link(const CGraphicsObject& other) {
   unpacked_ = other.unpacked_;
   packedData_ = other.packedData_;
   packedAlpha_ = other.packedAlpha_;
+  if (backup_) backup_ = hasPlainPixels() ? data_.copy() : PixelBlock();
 }
 
 void CGraphicsObject::SetOpacity(std::uint8_t opacity) {

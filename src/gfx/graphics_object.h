@@ -49,7 +49,8 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   CGraphicsObject(CWindow* window, CXSize size, int bpp);
   // Takes these pixels.
   CGraphicsObject(CWindow* window, CXSize size, PixelBlock pixels);
-  // Shares the source's pixels and copies its state; stands on no screen and has no observers.
+  // Shares the source's pixels and copies its place, opacity, clipping and packing. It is shown, has no
+  // anchor and counts its own flips; it stands on no screen and has no observers.
   CGraphicsObject(CWindow* window, const CGraphicsObject& source);
   ~CGraphicsObject() override;
   CGraphicsObject(const CGraphicsObject&) = delete;

@@ -43,6 +43,7 @@ int CImage::Load(const CXString& name, bool convert) {
   readByName(name);
   if (LastError() != 0) {
     CGraphicsObject::fileName_ = before;
+    Visible(false);
     return LastError();
   }
   Visible(true);

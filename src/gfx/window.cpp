@@ -10,8 +10,10 @@
 #include "gfx/refresh_screen.h"
 #include "gfx/surface.h"
 #include "gfx/window_music.h"
-#include "input/device_poller.h"
+#include "input/dx_mouse.h"
+#include "input/keyboard.h"
 #include "input/poller_thread.h"
+#include "objects/mc_mouse.h"
 #include "platform/platform.h"
 #include "script/public_trash.h"
 
@@ -54,8 +56,9 @@ CWindow::CWindow(CCommandLine6* commandLine, CLanguageOSVer* language, CXSize si
   CFilePlaces::use(this);
   timer_ = std::make_unique<CXTimer>();
   SetCursor(platform::Cursor::main);
-  devicePoller_ = std::make_unique<CDevicePoller>(this);
-  addIPoller(devicePoller_.get());
+  keyboard_.reset(new CKeyboard(this));
+  mouse_ = std::make_unique<CDXMouse>(this);
+  language_->onLanguageChange = [this] { keyboard_->initLanguage(); };
   collisionInspector_.reset(new CCollisionInspector);
   publicTrash_ = std::make_unique<CPublicTrash>(timer_.get());
   if (platform::current().input().wantsPollingThread()) {
@@ -77,7 +80,9 @@ void CWindow::release() {
   surface_.reset();
   music_.reset();
   timer_.reset();
-  devicePoller_.reset();
+  if (keyboard_) language_->onLanguageChange = {};
+  keyboard_.reset();
+  mouse_.reset();
   keyListeners_.clear();
   mouseListeners_.clear();
 }
@@ -136,8 +141,10 @@ int CWindow::OnActivateApp(bool active) {
   if (refreshScreen_ == nullptr) return 0;
   if (active) {
     refreshScreen_->onFocusOn();
+    CMC_Mouse::restore();
   } else {
     refreshScreen_->onFocusOff();
+    CMC_Mouse::reset(false);
   }
   return 0;
 }

@@ -44,6 +44,8 @@ class CLanguageOSVer;
 class CMouseListener;
 class CPollerThread;
 class CCollisionInspector;
+class CDXMouse;
+class CKeyboard;
 class CPublicTrash;
 class CRefreshScreen;
 class CScreenUnit;
@@ -145,6 +147,8 @@ class CWindow : public CXObject, public CFilePlaces {
   CApplication* getApplication() const { return application_; }
   CXTimer* GetTimerInterface() const { return timer_.get(); }
   CPublicTrash* getPublicTrashInterface() const { return publicTrash_.get(); }
+  CKeyboard* getKeyboardInterface() const { return keyboard_.get(); }
+  CDXMouse* getDXMouseInterface() const { return mouse_.get(); }
   CCollisionInspector* getCollisionInspector() const { return collisionInspector_.get(); }
 
   // Two flags; music starts only while both are set.
@@ -284,7 +288,8 @@ class CWindow : public CXObject, public CFilePlaces {
   Listeners<CMouseListener> mouseListeners_;  // ascending priority
   Listeners<CKeyListener> keyListeners_;
   std::vector<CInputPoller*> pollers_;
-  std::unique_ptr<CInputPoller> devicePoller_;
+  Owned<CKeyboard> keyboard_;
+  std::unique_ptr<CDXMouse> mouse_;
   std::recursive_mutex criticalSection_;
   std::unique_ptr<CPollerThread> pollerThread_;
 };

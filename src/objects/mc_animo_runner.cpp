@@ -9,6 +9,7 @@
 #include "gfx/window.h"
 #include "objects/graphics_arguments.h"
 #include "objects/mc_animo.h"
+#include "objects/mc_array.h"
 #include "script/mc_variable.h"
 #include "script/mc_variable_factory.h"
 #include "script/method_tables.h"
@@ -112,9 +113,13 @@ Result setAnchor(CAnimo6& animo, Call& call) {
   return {};
 }
 
-Result getAnchor(CAnimo6& animo, Call& /*call*/) {
-  (void)animo;
-  diagnose::reportCall(diagnose::Group::method, "fills an ARRAY, and there is none");
+Result getAnchor(CAnimo6& animo, Call& call) {
+  auto* array = call.named<CMC_Array>(0);
+  if (array == nullptr) return {};
+  CMC_Integer x(animo.getAnchor().x);
+  CMC_Integer y(animo.getAnchor().y);
+  array->add(&x);
+  array->add(&y);
   return {};
 }
 

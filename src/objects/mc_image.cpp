@@ -129,8 +129,7 @@ std::unique_ptr<CMC_Object> CMC_Image::copy() const {
   const CImage* image = getImage();
   if (image == nullptr) return nullptr;
   Owned<CImage> picture(static_cast<CImage*>(image->clone().release()));
-  // The clone counts as one more user of the file.
-  if (CResourcesManager* resources = manager(); resources != nullptr) resources->get(image->getFileName());
+  // The pixels are shared by count, so the clone is no user of the file: nobody would give that use back.
   if (screen() != nullptr && screen()->getIndex(image) >= 0)
     screen()->put(picture.get(), screen()->GetPriority(image));
   return std::make_unique<CMC_Image>(getScene(), std::move(picture));

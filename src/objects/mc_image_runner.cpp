@@ -1,10 +1,13 @@
 // Scripts' methods of IMAGE.
 
+#include <cmath>
+
 #include "foundation/byte_reader.h"
 #include "foundation/diagnose.h"
 #include "gfx/refresh_screen.h"
 #include "gfx/window.h"
 #include "objects/graphics_arguments.h"
+#include "objects/mc_array.h"
 #include "objects/mc_image.h"
 #include "script/mc_variable_factory.h"
 #include "script/method_tables.h"
@@ -147,6 +150,7 @@ Result save(CImage& image, Call& call) {
 Result link(CImage& image, Call& call) {
   const CMC_Image* other = call.named<CMC_Image>(0);
   if (other == nullptr || other->getImage() == nullptr) return {};
+  image.Invalidate();  // where it was
   image.link(*other->getImage());
   image.Invalidate();
   return {};
@@ -242,11 +246,55 @@ Result getPixel(CImage& image, Call& call) {
   return Factory::makeInteger(reader.i16());
 }
 
-// Nothing is read: the three give an integer, and the fourth fills an array, which is no type of object yet.
+// Nothing is read: the three give an integer, and the fourth four of them.
 Result getColorPart(CImage& /*image*/, Call& /*call*/) { return Factory::makeInteger(0); }
 
-Result needsArray(CMC_Image& /*object*/, Call& /*call*/) {
-  diagnose::reportCall(diagnose::Group::method, "fills an ARRAY, and there is none");
+Result getColor(CMC_Image& /*object*/, Call& call) {
+  auto* array = call.named<CMC_Array>(2);
+  if (array == nullptr || !array->hasRoom(4)) return {};
+  CMC_Integer zero("temp", CMC_Variable::kNoPool);
+  for (int i = 0; i < 4; ++i) array->add(&zero);
+  return {};
+}
+
+// One side of the search for a way out of a mask: each turn also shortens the step.
+struct Trial {
+  double x, y;
+
+  void turn(double angle) {
+    constexpr double kShrink = 0.8333333333333334;
+    const double turnedX = kShrink * (std::cos(angle) * x + std::sin(angle) * y);
+    y = kShrink * (std::cos(angle) * y - std::sin(angle) * x);
+    x = turnedX;
+  }
+  bool leaves(CImage& image, CXPoint from) const {
+    return !image.isAt({wrap_add(from.x, to_int(x)), wrap_add(from.y, to_int(y))}, true);
+  }
+};
+
+Trial slide(CImage& image, Trial step, CXPoint from) {
+  constexpr double kAngle = 57.29577951307855;  // as it is, in radians
+  constexpr int kTrials = 90;
+  Trial left = step;
+  Trial right = step;
+  for (int i = 0; i < kTrials; ++i) {
+    left.turn(kAngle);
+    if (left.leaves(image, from)) return left;
+    right.turn(-kAngle);
+    if (right.leaves(image, from)) return right;
+  }
+  return left;
+}
+
+Result getSlideComps(CImage& image, Call& call) {
+  auto* array = call.named<CMC_Array>(4);
+  if (array == nullptr || !array->hasRoom(2)) return {};
+  const Trial answer = slide(image, {call.real(0), call.real(1)}, point(call, 2));
+  CMC_Double component("temp", CMC_Variable::kNoPool);
+  for (const double part : {answer.x, answer.y}) {
+    component.put(part);
+    array->add(&component);
+  }
   return {};
 }
 
@@ -311,8 +359,8 @@ constexpr Method kMethods[] = {
     {56, "RESETFLIPS", 0, 0, method<onImage<resetFlips>>},
     {57, "DRAWONTO", 1, 2, method<onImage<drawOnto>>},
     {63, "ISAT", 3, 3, method<onImage<isAt>>},
-    {65, "GETSLIDECOMPS", 5, 5, method<needsArray>},
-    {66, "GETCOLORAT", 3, 3, method<needsArray>},
+    {65, "GETSLIDECOMPS", 5, 5, method<onImage<getSlideComps>>},
+    {66, "GETCOLORAT", 3, 3, method<getColor>},
     {67, "GETCOLORRAT", 2, 2, method<onImage<getColorPart>>},
     {68, "GETCOLORGAT", 2, 2, method<onImage<getColorPart>>},
     {69, "GETCOLORBAT", 2, 2, method<onImage<getColorPart>>},

@@ -1,7 +1,10 @@
 // The pictures behind the names of script objects, and the names behind pictures.
 
+#include "gfx/direct_draw_surface.h"
 #include "gfx/image.h"
+#include "gfx/window.h"
 #include "objects/mc_animo.h"
+#include "objects/mc_canvas_observer.h"
 #include "objects/mc_image.h"
 #include "script/mc_objects_container.h"
 
@@ -9,10 +12,13 @@ namespace footlight {
 
 namespace {
 
+// A canvas observer stands for the frame.
 CGraphicsObject* graphicsOf(CMC_Object* object) {
   if (auto* animation = object_cast<CMC_Animo>(object)) return animation->getAnimo();
-  auto* image = object_cast<CMC_Image>(object);
-  return image != nullptr ? image->getImage() : nullptr;
+  if (auto* image = object_cast<CMC_Image>(object)) return image->getImage();
+  const auto* observer = object_cast<CMC_CanvasObserver>(object);
+  const CWindow* window = observer != nullptr ? observer->getWindow() : nullptr;
+  return window != nullptr ? window->getBackSurface() : nullptr;
 }
 
 }  // namespace

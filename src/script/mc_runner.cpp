@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "objects/mc_array.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_expression.h"
 #include "script/mc_groupped.h"
@@ -96,8 +97,10 @@ Result addToGroup(CMC_Object& object, Call& call) {
   return {};
 }
 
-// Arrays are filled by their own type; until an object of it exists there is nothing to add to.
-Result addToArray(CMC_Object& /*object*/, Call& /*call*/) { return {}; }
+Result addToArray(CMC_Object& object, Call& call) {
+  if (auto* array = call.named<CMC_Array>(0)) array->add(asVariable(&object).get());
+  return {};
+}
 
 Result getName(CMC_Object& object, Call& /*call*/) {
   return CMC_VariableFactory::makeString(object.getName());

@@ -48,6 +48,9 @@ void CMC_RunnerFactory::initialize() {
   add(methods::animo(), {type::kAnimo});
   add(methods::image(), {type::kImage});
   add(methods::canvasObserver(), {type::kCanvasObserver});
+  add(methods::mouse(), {type::kMouse});
+  add(methods::keyboard(), {type::kKeyboard});
+  add(methods::array(), {type::kArray});
   add(methods::dialog(), {type::kDialog});
   add(methods::structure(), {type::kStructure});
   add(methods::system(), {type::kSystem});
@@ -55,13 +58,18 @@ void CMC_RunnerFactory::initialize() {
   add(std::make_unique<CMC_Groupped_Runner>(methods::groupped()), {type::kGroup});
   add(std::make_unique<CMC_Class_Runner>(methods::scriptClass()), {type::kClass});
   // Types whose own methods are not there yet have those of every object.
-  add(std::span<const Method>(),
-      {type::kMouse,     type::kKeyboard,     type::kButton,  type::kFont,      type::kSequence,
-       type::kSound,     type::kText,         type::kEditBox, type::kNetServer, type::kNetClient,
-       type::kFilter,    type::kStaticFilter, type::kVector,  type::kPath,      type::kFifo,
-       type::kLifo,      type::kCanvas,       type::kPattern, type::kScroll,    type::kJoystick,
-       type::kMovie,     type::kGrBuffer,     type::kArray,   type::kDatabase,  type::kVirtualGraphicsObject,
-       type::kMultiArray});
+  add(std::span<const Method>(), {type::kButton,    type::kFont,
+                                  type::kSequence,  type::kSound,
+                                  type::kText,      type::kEditBox,
+                                  type::kNetServer, type::kNetClient,
+                                  type::kFilter,    type::kStaticFilter,
+                                  type::kVector,    type::kPath,
+                                  type::kFifo,      type::kLifo,
+                                  type::kCanvas,    type::kPattern,
+                                  type::kScroll,    type::kJoystick,
+                                  type::kMovie,     type::kGrBuffer,
+                                  type::kDatabase,  type::kVirtualGraphicsObject,
+                                  type::kMultiArray});
 }
 
 void CMC_RunnerFactory::done() {

@@ -27,5 +27,8 @@ std::span<const Method> dialog();
 std::span<const Method> animo();
 std::span<const Method> image();
 std::span<const Method> canvasObserver();
+std::span<const Method> mouse();
+std::span<const Method> keyboard();
+std::span<const Method> array();
 
 }  // namespace footlight::methods

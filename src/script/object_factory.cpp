@@ -5,8 +5,11 @@
 #include "app/mc_dialog.h"
 #include "app/mc_timer.h"
 #include "objects/mc_animo.h"
+#include "objects/mc_array.h"
 #include "objects/mc_canvas_observer.h"
 #include "objects/mc_image.h"
+#include "objects/mc_keyboard.h"
+#include "objects/mc_mouse.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_class.h"
 #include "script/mc_condition.h"
@@ -46,6 +49,9 @@ constexpr MakerRow kMakers[] = {
     {type::kAnimo, make<CMC_Animo>},
     {type::kImage, make<CMC_Image>},
     {type::kCanvasObserver, make<CMC_CanvasObserver>},
+    {type::kMouse, make<CMC_Mouse>},
+    {type::kKeyboard, make<CMC_Keyboard>},
+    {type::kArray, make<CMC_Array>},
     {type::kTimer, make<CMC_Timer>},
     {type::kGroup, make<CMC_Groupped>},
     {type::kDialog, make<CMC_Dialog>},

@@ -44,6 +44,7 @@ constexpr const char* kBehaviourProperties[] = {"CODE", "CONDITION"};
 constexpr const char* kConditionProperties[] = {"OPERAND1", "OPERATOR", "OPERAND2"};
 constexpr const char* kComplexConditionProperties[] = {"CONDITION1", "OPERATOR", "CONDITION2"};
 constexpr const char* kStructureProperties[] = {"FIELDS", "TOINI", "NETNOTIFY"};
+constexpr const char* kArrayProperties[] = {"SENDONCHANGE"};
 constexpr const char* kClassProperties[] = {"DEF", "BASE"};
 constexpr const char* kTimerProperties[] = {"ELAPSE", "TICKS", "ENABLED"};
 constexpr const char* kImageProperties[] = {"FILENAME",
@@ -121,7 +122,7 @@ constexpr TypeDescription kTypes[] = {
     {type::kMovie, nullptr, nullptr, "MOVIE", 6, kThree, {}},
     {type::kGrBuffer, nullptr, nullptr, "GRBUFFER", 5, kThree, {}},
     {type::kGroup, "GROUP", nullptr, "GROUP", 6, kThree, {}},
-    {type::kArray, "ARRAY", "ARRAY", "ARRAY", 3, kArraySignals, {}},
+    {type::kArray, "ARRAY", "ARRAY", "ARRAY", 3, kArraySignals, kArrayProperties},
     {type::kStructure, "STRUCTURE", nullptr, "STRUCT", 3, kThree, kStructureProperties},
     {type::kDatabase, "DATABASE", nullptr, "DATABASE", 3, kThree, {}},
     {type::kClass, "CLASS", nullptr, "CLASS", 4, kThree, kClassProperties},

@@ -36,6 +36,7 @@ constexpr Target kTargets[] = {
     {type::kBehaviour, "CODE", "DEF:CODE(TYPE=BEHAVIOUR|CODE={COUNT^INC();@RETURN([$1+1]);})"},
     {type::kStructure, "RECORD", "DEF:RECORD(TYPE=STRUCT|FIELDS=A<INTEGER>,B<STRING>)"},
     {type::kClass, "KIND", "DEF:KIND(TYPE=CLASS|DEF=KIND.cnv)"},
+    {type::kArray, "LIST", "DEF:LIST(TYPE=ARRAY|SENDONCHANGE=TRUE|ONCHANGED=CODE)"},
     {type::kGroup, "CREW", "DEF:CREW(TYPE=GROUP)"},
     {type::kTimer, "CLOCK", "DEF:CLOCK(TYPE=TIMER|ELAPSE=20|ONTICK=CODE)"},
     {type::kImage, "PICTURE", "DEF:PICTURE(TYPE=IMAGE)"},

@@ -214,11 +214,14 @@ void Game::enter(SourceFile& file, Scope& scope, SourceFile::Use use) {
 }
 
 void Game::enterElement(const SourceFile& file, const CMElement& element, Scope& scope, SourceFile::Use use) {
-  const std::string name = std::string(element.getName());
   enterInlineBehaviours(element, scope);
   if (file.isOwnElement(element)) return;
   // What has no TYPE or an unknown one is reported as such, and its name is left in peace.
   const TypeDescription* description = findTypeByDefinition(element.getPropertyValue("TYPE"));
+  // Mouse and keyboard bear the names of their types.
+  const bool isDevice = description != nullptr &&
+                        (description->number == type::kMouse || description->number == type::kKeyboard);
+  const std::string name(isDevice ? description->idWord : element.getName());
   Thing thing{.file = &file, .element = &element};
   if (description != nullptr) thing.type = description->number;
   noteUnknownMethods(thing.type);

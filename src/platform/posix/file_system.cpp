@@ -162,12 +162,12 @@ class PosixFileSystem::Handle final : public FileHandle {
   Handle& operator=(const Handle&) = delete;
 
   std::size_t read(std::span<std::byte> target) override {
-    if (!turn(Direction::reading)) return 0;
+    if (target.empty() || !turn(Direction::reading)) return 0;
     return std::fread(target.data(), 1, target.size(), stream_);
   }
 
   std::size_t write(std::span<const std::byte> source) override {
-    if (!turn(Direction::writing)) return 0;
+    if (source.empty() || !turn(Direction::writing)) return 0;
     return std::fwrite(source.data(), 1, source.size(), stream_);
   }
 

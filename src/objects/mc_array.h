@@ -1,0 +1,76 @@
+#pragma once
+
+// ARRAY: an ordered list of values of the four types. It owns its elements: whatever is added is copied, and
+// what is no value is added as its text. A marker walks through the list.
+//
+// Indexes count from 0; one outside of the list means no element, and the operation does nothing. An array
+// holds at most limits::kArrayElements; an operation that would go over that does nothing.
+
+#include <vector>
+
+#include "script/mc_variable.h"
+
+namespace footlight {
+
+class CWindow;
+
+class CMC_Array : public CMC_Object {
+ public:
+  CMC_Array(CMC_ObjectsContainer* container, const CMElement* element);
+  static bool isTypeOf(int type) { return type == type::kArray; }
+
+  int size() const { return static_cast<int>(items_.size()); }
+  // Null outside of the list.
+  CMC_Variable* at(int index) const;
+  // True when that many more elements have room.
+  bool hasRoom(std::int64_t count) const;
+
+  // Append or insert a copy; false when nothing was added. `insertAt` takes the size as an index too.
+  bool add(CMC_Variable* value);
+  bool insertAt(int index, CMC_Variable* value);
+  // Puts a copy in the place of an element.
+  bool changeAt(int index, CMC_Variable* value);
+  void removeAt(int index);
+  void removeAll() { items_.clear(); }
+  bool swap(int a, int b);
+  // The first or the last element that equals the value; -1 for none.
+  int find(CMC_Variable* value) const;
+  int reverseFind(CMC_Variable* value) const;
+  // By `compare` of the elements; equal ones stay in their order.
+  void sort(bool ascending);
+  // Moves all elements by one place; the one that falls off comes in at the other end.
+  void rotateLeft();
+  void rotateRight();
+
+  // -1 for before the first element.
+  int getMarker() const { return marker_; }
+  void setMarker(int marker);
+  // Moves the marker, around the ends of the list, and gives the element there; null for an empty list.
+  CMC_Variable* step(std::int64_t by);
+
+  void setSendOnChange(bool on) { sendOnChange_ = on; }
+  bool isSendOnChange() const { return sendOnChange_; }
+  // Signals a change of that index, which need not be one of the list.
+  void changed(int index);
+  // The same for each element in turn.
+  void allChanged();
+
+  // The elements with their types, in a file of the game. `load` replaces all elements; it takes what a
+  // damaged file gives up to the damage. `save` leaves a file that cannot be written as it was.
+  void load(const CXString& name);
+  void save(const CXString& name) const;
+
+  // The texts of the elements with commas between; empty when that would be longer than a text may be.
+  CXString toString() const override;
+  std::unique_ptr<CMC_Object> copy() const override;
+
+ private:
+  CMC_Array(const CMC_Array& other);
+  CWindow* window() const;
+
+  std::vector<Owned<CMC_Variable>> items_;
+  int marker_ = -1;
+  bool sendOnChange_ = false;
+};
+
+}  // namespace footlight

@@ -7,6 +7,7 @@
 #include "files/file.h"
 #include "files/path.h"
 #include "files/resources_manager.h"
+#include "gfx/animation_manager.h"
 #include "gfx/window.h"
 #include "input/hot_spot.h"
 #include "platform/platform.h"
@@ -25,6 +26,7 @@ constexpr const char* kSoundFolder = "Wavs";
 CApplication::CApplication(CWindow* window, const CXString& iniName, const CXString& bigFileName,
                            CCommandLine6* commandLine)
     : window_(window), commandLine_(commandLine), iniName_(iniName), bigFileName_(bigFileName) {
+  animations_.reset(new CAnimationManager);
   if (bigFileName_.IsString()) CFile::openBigFile(bigFileName_);
   window_->SetApplicationInterface(this);
   if (iniName_.IsString()) config_ = std::make_unique<CConfig>(CWindow::getRootPath() + iniName_);
@@ -38,6 +40,7 @@ CApplication::~CApplication() {
   CMC_Scene::doneDefUnit();
   config_.reset();
   resources_.reset();
+  animations_.reset();
   CFile::closeBigFile();
   CHotSpot::done();
   CMC_RunnerFactory::done();

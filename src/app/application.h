@@ -15,6 +15,7 @@ class CCommandLine6;
 class CConfig;
 class CMC_Application;
 class CMC_StructureParser;
+class CAnimationManager;
 class CResourcesManager;
 class CWindow;
 
@@ -44,12 +45,14 @@ class CApplication : public CXObject {
   CCommandLine6* getCommandLine() const { return commandLine_; }
   // Null when the host gave no INI name.
   CConfig* GetConfigInterface() const { return config_.get(); }
+  CAnimationManager* getAnimationManager() const { return animations_.get(); }
   CResourcesManager* getGeneralResourcesManager() const { return resources_.get(); }
 
  private:
   CWindow* window_;
   CCommandLine6* commandLine_;
   std::unique_ptr<CConfig> config_;
+  Owned<CAnimationManager> animations_;
   std::unique_ptr<CResourcesManager> resources_;
   CXString iniName_;
   CXString bigFileName_;

@@ -2,14 +2,17 @@
 
 #include <algorithm>
 
+#include "app/application.h"
 #include "app/mc_scene.h"
 #include "app/mc_timer.h"
 #include "app/script_run.h"
 #include "app/xtimer.h"
 #include "foundation/arithmetic.h"
 #include "foundation/limits.h"
+#include "gfx/animation_manager.h"
 #include "gfx/window.h"
 #include "input/hot_spot.h"
+#include "objects/mc_animo.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_groupped.h"
 #include "script/mc_variable_factory.h"
@@ -159,9 +162,11 @@ Result getRunningTimer(CMC_Scene& scene, Call& call) {
                    [](CMC_Object* o) { return object_cast<CMC_Timer>(o)->isEnabled(); });
 }
 
-// No animation plays before animations exist.
 Result getPlayingAnimo(CMC_Scene& scene, Call& call) {
-  return fillGroup(scene, call, type::kAnimo, [](CMC_Object*) { return false; });
+  return fillGroup(scene, call, type::kAnimo, [](CMC_Object* o) {
+    const CAnimo6* animation = object_cast<CMC_Animo>(o)->getAnimo();
+    return animation != nullptr && animation->isPlaying();
+  });
 }
 
 Result getObjects(CMC_Scene& scene, Call& call) {
@@ -182,9 +187,15 @@ Result nothing(CMC_Scene& /*scene*/, Call& /*call*/) {
 
 // Pause
 
+CAnimationManager* animationsOf(const CMC_Scene& scene) {
+  CApplication* application = scene.getWindow()->getApplication();
+  return application != nullptr ? application->getAnimationManager() : nullptr;
+}
+
 Result pause(CMC_Scene& scene, Call& call) {
   CWindow* window = scene.getWindow();
   if (CWindow::isPaused()) return {};
+  if (CAnimationManager* animations = animationsOf(scene)) animations->pause();
   CWindow::pause();
   const bool timersRun = call.has(0) && call.boolean(0);
   if (!timersRun) window->GetTimerInterface()->pause();
@@ -194,6 +205,7 @@ Result pause(CMC_Scene& scene, Call& call) {
 
 Result resume(CMC_Scene& scene, Call& call) {
   if (!CWindow::isPaused()) return {};
+  if (CAnimationManager* animations = animationsOf(scene)) animations->resume(nullptr);
   CWindow::resume();
   const bool timersToo = !call.has(0) || call.boolean(0);
   if (timersToo) scene.getWindow()->GetTimerInterface()->resume();
@@ -203,6 +215,9 @@ Result resume(CMC_Scene& scene, Call& call) {
 
 Result resumeOnly(CMC_Scene& scene, Call& call) {
   if (!CWindow::isPaused()) return {};
+  auto* group = call.named<CMC_Groupped>(0);
+  CAnimationManager* animations = animationsOf(scene);
+  if (group != nullptr && animations != nullptr) animations->resume(group);
   CWindow::resume();
   const bool isGiven = call.has(1);
   if (!isGiven || call.boolean(1)) scene.getWindow()->GetTimerInterface()->resume();

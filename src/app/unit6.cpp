@@ -31,6 +31,8 @@ void CUnit6::initialize(CMC_Scene* scene, CUnit6* other) {
   wasInitiallyUpdated_ = false;
   scene_ = WeakRef<CMC_Scene>(scene);
   if (other != this) musicFileName_ = other != nullptr ? other->getMusicFileName() : CXString();
+  randomPlayable_.reset(new CRandomPlayable(window_, this));
+  randomPlayable_->addNotifier(this);
   setBackground();
   window_->registerKeyListener(this);
   window_->registerMouseListener(this, kMousePriority);
@@ -51,6 +53,7 @@ void CUnit6::done(CMC_Scene* /*scene*/, CUnit6* /*other*/) {
   }
   scene_ = WeakRef<CMC_Scene>();
   active_ = false;
+  randomPlayable_.reset();
   window_->unregisterKeyListener(this);
   window_->unregisterMouseListener(this);
   resources_->flush();
@@ -62,6 +65,10 @@ void CUnit6::setBackground() {
   } else {
     window_->SetBackground(static_cast<CColor*>(nullptr));
   }
+}
+
+void CUnit6::addRandomPlayable(CPlayable* playable, double rate, int repeats, const CXString& event) {
+  if (randomPlayable_ != nullptr) randomPlayable_->add(playable, rate, repeats, event);
 }
 
 // Music

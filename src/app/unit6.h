@@ -10,6 +10,7 @@
 #include "foundation/timer_notificator.h"
 #include "foundation/xobject.h"
 #include "foundation/xstring.h"
+#include "gfx/random_playable.h"
 #include "gfx/screen_unit.h"
 #include "input/key_listener.h"
 #include "input/mouse_listener.h"
@@ -22,7 +23,11 @@ class CRefreshScreen;
 class CResourcesManager;
 class CWindow;
 
-class CUnit6 : public CXObject, public CScreenUnit, public CKeyListener, public CMouseListener {
+class CUnit6 : public CXObject,
+               public CScreenUnit,
+               public CKeyListener,
+               public CMouseListener,
+               public CRandomPlayableNotifier {
  public:
   static constexpr int kMousePriority = 100000;
   static constexpr int kDragPriority = 10000;
@@ -58,6 +63,9 @@ class CUnit6 : public CXObject, public CScreenUnit, public CKeyListener, public 
   virtual void onTimer(TimerId /*id*/) {}
   virtual void flushEditBoxes() {}
 
+  // Starts the playable at random moments while the scene runs: so many times a minute, in runs of up to
+  // `repeats` starts.
+  void addRandomPlayable(CPlayable* playable, double rate, int repeats, const CXString& event);
   // Puts the dragged object back where it was taken.
   void bringBackDraggingObjectPosition();
   bool isDragging() const { return dragging_; }
@@ -85,6 +93,7 @@ class CUnit6 : public CXObject, public CScreenUnit, public CKeyListener, public 
   CXString musicFileName_;
   std::unique_ptr<CResourcesManager> resources_;
   CResourcesManager* general_;
+  Owned<CRandomPlayable> randomPlayable_;  // while a scene runs
 
   bool dragging_ = false;
   bool draggingMode_ = false;  // the drag ends with the next click instead of the release

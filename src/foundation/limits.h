@@ -30,6 +30,10 @@ inline constexpr int kBigFileEntries = 1000000;                // folders and fi
 inline constexpr int kPictureSide = usualOrSmall(16384, 256);  // pixels
 inline constexpr std::int64_t kPicturePixels = usualOrSmall(std::int64_t{1} << 24, std::int64_t{4096});
 inline constexpr std::int64_t kPictureFileBytes = kPicturePixels * 6;
+// All frames of one animation.
+inline constexpr std::int64_t kAnimationPixels = usualOrSmall(std::int64_t{1} << 28, std::int64_t{16384});
+inline constexpr std::int64_t kAnimationFileBytes = std::int64_t{1} << 30;
+inline constexpr int kEventsOfAnimation = usualOrSmall(65536, 64);
 inline constexpr std::int64_t kTextFileBytes = std::int64_t{64} << 20;
 inline constexpr std::int64_t kLogicalLineBytes = std::int64_t{1} << 20;
 inline constexpr int kFilledTextBytes = usualOrSmall(1 << 20, 8192);  // of code with its arguments filled in

@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "gfx/animo.h"
 #include "gfx/graphics_object.h"
 
 namespace footlight {
@@ -133,6 +134,8 @@ void CCollisionInspector::notify(int kind, CGraphicsObject* a, CGraphicsObject* 
 
 bool CCollisionInspector::checkAlphaCollision(CGraphicsObject* a, CXRect rectA, CGraphicsObject* b,
                                               CXRect rectB) {
+  // An animation may have changed its frame since it was drawn.
+  if (b->getGfxType() == CAnimo::kType) b->unpack();
   if (!b->hasAlpha() || b->getCompression() != _compression::none) return false;
   const int width = a->Width();
   const int height = a->Height();

@@ -264,6 +264,8 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   virtual PixelBlock shareablePixels() const { return data_; }
   // Bytes of the alpha plane if it covers the picture, else none.
   std::span<std::byte> plainAlpha() const;
+  // Tells the collision inspector, if the object is under watch.
+  void reportMove();
   bool hasPlainPixels() const { return data_ && compression_ == _compression::none; }
   std::size_t pixelCount() const {
     return static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_);
@@ -305,7 +307,6 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   _floodfill paintSpan(int px, int py, std::uint16_t pixel, std::span<const std::uint16_t> mask);
   void dropPacked();
   void drawChildren();
-  void reportMove();
 
   WeakRef<CXObject> refreshOwner_;  // a CRefreshScreen
   WeakRef<CGraphicsObject> destiny_;

@@ -4,6 +4,7 @@
 #include "app/command_line6.h"
 #include "app/language_os_ver.h"
 #include "app/xtimer.h"
+#include "gfx/animation_manager.h"
 #include "gfx/collision_inspector.h"
 #include "gfx/direct_draw_surface.h"
 #include "gfx/refresh_screen.h"
@@ -117,7 +118,9 @@ void CWindow::Tick() {
   Redraw();
   if (pollerThread_ == nullptr) tickPollers();
   timer_->domodal();
-  // Here animations, then sounds take their steps.
+  CAnimationManager* animations = application_ != nullptr ? application_->getAnimationManager() : nullptr;
+  if (animations != nullptr) animations->domodal();
+  // Here sounds take their steps.
   collisionInspector_->tick();
   flushPollers();
 }

@@ -3,6 +3,7 @@
 #include "gfx/direct_draw_surface.h"
 #include "gfx/image.h"
 #include "gfx/window.h"
+#include "objects/mc_animo.h"
 #include "objects/mc_canvas_observer.h"
 #include "objects/mc_image.h"
 #include "script/mc_objects_container.h"
@@ -13,6 +14,7 @@ namespace {
 
 // A canvas observer stands for the frame.
 CGraphicsObject* graphicsOf(CMC_Object* object) {
+  if (auto* animation = object_cast<CMC_Animo>(object)) return animation->getAnimo();
   if (auto* image = object_cast<CMC_Image>(object)) return image->getImage();
   const auto* observer = object_cast<CMC_CanvasObserver>(object);
   const CWindow* window = observer != nullptr ? observer->getWindow() : nullptr;
@@ -23,7 +25,11 @@ CGraphicsObject* graphicsOf(CMC_Object* object) {
 
 CGraphicsObject* CMC_ObjectsContainer::getGraphicsObject(const CXString& name) const {
   const int mark = name.Find('!');  // what follows names a frame of an animation
-  return graphicsOf(getObject(name.slice(0, mark < 0 ? name.Length() : mark)));
+  if (mark < 0) return graphicsOf(getObject(name.view()));
+  CMC_Object* object = getObject(name.slice(0, mark));
+  auto* animation = object_cast<CMC_Animo>(object);
+  if (animation == nullptr || animation->getAnimo() == nullptr) return graphicsOf(object);
+  return animation->getAnimo()->getFrame(name.Right(mark + 1));
 }
 
 CXString CMC_ObjectsContainer::getGraphicsObjectName(const CGraphicsObject* graphics, bool parentsToo) const {

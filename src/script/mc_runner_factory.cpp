@@ -45,6 +45,7 @@ void CMC_RunnerFactory::initialize() {
   add(methods::episode(), {type::kEpisode});
   add(methods::scene(), {type::kScene});
   add(methods::timer(), {type::kTimer});
+  add(methods::animo(), {type::kAnimo});
   add(methods::image(), {type::kImage});
   add(methods::canvasObserver(), {type::kCanvasObserver});
   add(methods::mouse(), {type::kMouse});
@@ -57,29 +58,17 @@ void CMC_RunnerFactory::initialize() {
   add(std::make_unique<CMC_Groupped_Runner>(methods::groupped()), {type::kGroup});
   add(std::make_unique<CMC_Class_Runner>(methods::scriptClass()), {type::kClass});
   // Types whose own methods are not there yet have those of every object.
-  add(std::span<const Method>(), {type::kAnimo,
-                                  type::kButton,
-                                  type::kFont,
-                                  type::kSequence,
-                                  type::kSound,
-                                  type::kText,
-                                  type::kEditBox,
-                                  type::kNetServer,
-                                  type::kNetClient,
-                                  type::kFilter,
-                                  type::kStaticFilter,
-                                  type::kVector,
-                                  type::kPath,
-                                  type::kFifo,
-                                  type::kLifo,
-                                  type::kCanvas,
-                                  type::kPattern,
-                                  type::kScroll,
-                                  type::kJoystick,
-                                  type::kMovie,
-                                  type::kGrBuffer,
-                                  type::kDatabase,
-                                  type::kVirtualGraphicsObject,
+  add(std::span<const Method>(), {type::kButton,    type::kFont,
+                                  type::kSequence,  type::kSound,
+                                  type::kText,      type::kEditBox,
+                                  type::kNetServer, type::kNetClient,
+                                  type::kFilter,    type::kStaticFilter,
+                                  type::kVector,    type::kPath,
+                                  type::kFifo,      type::kLifo,
+                                  type::kCanvas,    type::kPattern,
+                                  type::kScroll,    type::kJoystick,
+                                  type::kMovie,     type::kGrBuffer,
+                                  type::kDatabase,  type::kVirtualGraphicsObject,
                                   type::kMultiArray});
 }
 

@@ -24,6 +24,7 @@ std::span<const Method> timer();
 std::span<const Method> system();
 std::span<const Method> random();
 std::span<const Method> dialog();
+std::span<const Method> animo();
 std::span<const Method> image();
 std::span<const Method> canvasObserver();
 std::span<const Method> mouse();

@@ -4,6 +4,7 @@
 
 #include "app/mc_dialog.h"
 #include "app/mc_timer.h"
+#include "objects/mc_animo.h"
 #include "objects/mc_array.h"
 #include "objects/mc_canvas_observer.h"
 #include "objects/mc_image.h"
@@ -45,6 +46,7 @@ constexpr MakerRow kMakers[] = {
     {type::kExpression, make<CMC_Expression>},
     {type::kStructure, make<CMC_Structure>},
     {type::kClass, make<CMC_Class>},
+    {type::kAnimo, make<CMC_Animo>},
     {type::kImage, make<CMC_Image>},
     {type::kCanvasObserver, make<CMC_CanvasObserver>},
     {type::kMouse, make<CMC_Mouse>},
@@ -93,7 +95,8 @@ void createBareObject(CMC_ObjectsContainer* scope, const CXString& word, const C
   if (scope == nullptr) return;
   std::unique_ptr<CMC_Object> made;
   if (word == "IMAGE") made = std::make_unique<CMC_Image>(scope);
-  if (word == "ANIMO" || word == "SOUND" || word == "BUTTON") {
+  if (word == "ANIMO") made = std::make_unique<CMC_Animo>(scope);
+  if (word == "SOUND" || word == "BUTTON") {
     made = std::make_unique<CMC_PlainObject>(CXString(), typeNumberOf(word));
     made->setScene(scope);
   }

@@ -1,0 +1,53 @@
+#pragma once
+
+// The animation that script objects use: it draws its current frame in its own place, and keeps one frame at
+// a time expanded.
+
+#include "gfx/animo.h"
+
+namespace footlight {
+
+class CAnimo6 : public CAnimo {
+ public:
+  using CAnimo::CAnimo;
+  CAnimo6(const CAnimo6& source) : CAnimo(source) {}
+  CAnimo6& operator=(const CAnimo6&) = delete;
+
+  std::unique_ptr<CXObject> clone() const override { return std::make_unique<CAnimo6>(*this); }
+  void redraw(CGraphicsObject* destination) override;
+  // An animation to be released after use loses its frames when it is hidden, and loads anew to be shown.
+  void show() override;
+  void hide() override;
+  using CAnimo::Play;
+  void Play(int event, int position, int fps) override;
+  void Play(const CXString& event, int position, int fps) override;
+  // Of all frames; clones keep theirs.
+  void FlipH() override;
+  void FlipV() override;
+  void resetFlips() override;
+  void pack(bool freePlain) override;
+  void unpack() override;
+  void setVolume(int volume) override;
+  void setPanning(int panning) override;
+  void setFrequency(int frequency) override;
+
+  virtual void flush() {
+    Flush();
+  }  // NOLINT(bugprone-virtual-near-miss): both names are part of the interface
+  // On the current frame, in pixels of the screen; false without one.
+  virtual bool isAt(CXPoint point, bool useAlpha);
+  bool isInside(int px, int py, bool useAlpha) { return isAt({px, py}, useAlpha); }
+  // Does the event of that name play, in any case?
+  virtual bool isPlaying(const CXString& event) const;
+  using CAnimo::isPlaying;
+  virtual int GetMaxWidth() const;
+  virtual int GetMaxHeight() const;
+
+ private:
+  void ensureLoaded();
+  void expandCurrent();
+  template <class Change>
+  void changeFrames(Change change);
+};
+
+}  // namespace footlight

@@ -1,0 +1,109 @@
+// Writes animation files.
+
+#include <algorithm>
+#include <string_view>
+
+#include "gfx/ann_format.h"
+
+namespace footlight {
+
+namespace {
+
+constexpr std::size_t kNameBytes = 32;
+constexpr std::size_t kFrameHeader = 52;
+
+class Writer {
+ public:
+  void number(std::int64_t value, int width) {
+    for (int i = 0; i < width; ++i) bytes_.push_back(static_cast<std::byte>(value >> (8 * i) & 0xFF));
+  }
+  void zeros(std::size_t count) { bytes_.insert(bytes_.end(), count, std::byte{0}); }
+  void raw(std::span<const std::byte> bytes) { bytes_.insert(bytes_.end(), bytes.begin(), bytes.end()); }
+  void text(std::string_view text) { raw(std::as_bytes(std::span(text))); }
+  void lengthAndText(const CXString& value, bool withZero) {
+    number(value.Length() + (withZero ? 1 : 0), 4);
+    text(value);
+    if (withZero) zeros(1);
+  }
+  std::size_t size() const { return bytes_.size(); }
+  std::vector<std::byte> take() { return std::move(bytes_); }
+
+ private:
+  std::vector<std::byte> bytes_;
+};
+
+void writePosition(Writer& out, const _anmFrameInfo3& info) {
+  out.number(info.name.IsString() ? 1 : 0, 4);
+  out.number(info.text.IsString() ? 1 : 0, 4);
+  out.number(info.offset.x, 2);
+  out.number(info.offset.y, 2);
+  out.number(-1, 4);
+  out.number(info.soundName.IsString() ? 1 : 0, 4);
+  out.number(0, 4);
+  out.number(info.opacity, 1);
+  out.zeros(5);
+  for (const CXString* text : {&info.name, &info.text, &info.soundName}) {
+    if (text->IsString()) out.lengthAndText(*text, true);
+  }
+}
+
+void writeEvent(Writer& out, const _annEventInfo3& event) {
+  const std::string_view name = event.name.view().substr(0, kNameBytes - 1);
+  out.text(name);
+  out.zeros(kNameBytes - name.size());
+  out.number(event.frameCount(), 2);
+  out.number(0, 4);
+  for (const int field : {event.loopFrom, event.loopTo, event.loopCount, event.loopCounter})
+    out.number(field, 2);
+  out.number(event.fps, 4);
+  out.number(event.flags, 4);
+  out.number(event.opacity, 1);
+  out.zeros(12);
+  for (const int number : event.frames) out.number(number, 2);
+  const _anmFrameInfo3 none;
+  for (int i = 0; i < event.frameCount(); ++i) {
+    const _anmFrameInfo3* info = event.info(i);
+    writePosition(out, info != nullptr ? *info : none);
+  }
+}
+
+void writeFrameHeader(Writer& out, const AnnFrame& frame) {
+  const std::size_t start = out.size();
+  out.number(frame.size.width, 2);
+  out.number(frame.size.height, 2);
+  out.number(frame.position.x, 2);
+  out.number(frame.position.y, 2);
+  out.number(static_cast<int>(frame.compression), 2);
+  out.number(static_cast<std::int64_t>(frame.colour.size()), 4);
+  out.number(frame.alpha.empty() ? 0 : 4, 2);
+  out.zeros(12);
+  out.number(static_cast<std::int64_t>(frame.alpha.size()), 4);
+  out.zeros(kFrameHeader - (out.size() - start));
+}
+
+}  // namespace
+
+std::vector<std::byte> writeAnn(const AnnFile& animation) {
+  Writer out;
+  out.text(std::string_view("NVP\0", 4));
+  out.number(static_cast<std::int64_t>(animation.frames.size()), 2);
+  out.number(animation.bpp, 2);
+  out.number(static_cast<std::int64_t>(animation.events.size()), 2);
+  out.zeros(13);
+  out.number(animation.fps, 4);
+  out.number(animation.flags, 4);
+  out.number(animation.opacity, 1);
+  out.number(animation.randomFrames, 2);
+  out.zeros(10);
+  out.lengthAndText(animation.author, false);
+  out.lengthAndText(animation.description, false);
+  for (const _annEventInfo3& event : animation.events) writeEvent(out, event);
+  for (const AnnFrame& frame : animation.frames) writeFrameHeader(out, frame);
+  for (const AnnFrame& frame : animation.frames) {
+    out.raw(frame.colour);
+    out.raw(frame.alpha);
+  }
+  return out.take();
+}
+
+}  // namespace footlight

@@ -1,0 +1,54 @@
+#!/usr/bin/env python3
+"""Makes the animation files of the games about animations. Standard library only.
+
+    python3 tests/games/animations.py
+"""
+
+import pathlib
+import struct
+
+GAMES = pathlib.Path(__file__).resolve().parent
+
+
+def text(value, zero=False):
+    data = value.encode("cp1250") + (b"\0" if zero else b"")
+    return struct.pack("<i", len(data)) + data
+
+
+def position(name="", x=0, y=0, opacity=255):
+    head = struct.pack("<IIhhiIIB5x", 1 if name else 0, 0, x, y, -1, 0, 0, opacity)
+    return head + (text(name, True) if name else b"")
+
+
+def event(name, frames, loop=(0, 0, 0), flags=0, opacity=255, positions=None, fps=15):
+    head = struct.pack("<32sh4xhhhhiIB12x", name.encode(), len(frames), *loop, 0, fps, flags, opacity)
+    records = positions or [position() for _ in frames]
+    return head + struct.pack(f"<{len(frames)}h", *frames) + b"".join(records)
+
+
+def frame(width, height, x, y, colour, alpha=None):
+    pixels = struct.pack("<H", colour) * (width * height)
+    plane = bytes([alpha]) * (width * height) if alpha is not None else b""
+    head = struct.pack("<hhhhhihiiii", width, height, x, y, 0, len(pixels), 4 if plane else 0, 0, 0, 0, len(plane))
+    return head.ljust(52, b"\0"), pixels + plane
+
+
+def ann(events, frames, flags=0, fps=15, opacity=255):
+    head = struct.pack("<4shhh13xiIBh10x", b"NVP", len(frames), 16, len(events), fps, flags, opacity, 0)
+    return head + text("") + text("") + b"".join(events) + b"".join(h for h, _ in frames) + b"".join(d for _, d in frames)
+
+
+def play_by_their_events():
+    frames = [frame(8 + i, 6, 10 * i, 5, 0x1111 * i, 200) for i in range(4)]
+    events = [
+        event("EMPTY", []),
+        event("WALK", [0, 1, 2], positions=[position("A", 1, 2), position(), position("C")]),
+        event("LOOP", [3, 2, 1, 0], loop=(1, 2, 2)),
+        event("BOUNCE", [0, 1, 2, 3], loop=(1, 2, 0), flags=0x20000),
+    ]
+    folder = GAMES / "animations_play_by_their_events" / "Dane" / "MAIN"
+    (folder / "figure.ann").write_bytes(ann(events, frames))
+
+
+if __name__ == "__main__":
+    play_by_their_events()

@@ -90,6 +90,11 @@ constexpr Signal kSignals[] = {
     {"ONCHANGED of an ARRAY", "TYPE=ARRAY|SENDONCHANGE=TRUE", "ONCHANGED", "HERO^ADD(1,2,3);"},
     {"ONCHANGED of all of an ARRAY", "TYPE=ARRAY|SENDONCHANGE=TRUE", "ONCHANGED^0",
      "HERO^FILL(3,1);HERO^SHIFTLEFT();"},
+    {"ONSTARTED", "TYPE=ANIMO|FILENAME=A.ANN|VISIBLE=TRUE", "ONSTARTED", "HERO^PLAY(\"GO\");"},
+    {"ONFRAMECHANGED", "TYPE=ANIMO|FILENAME=A.ANN|VISIBLE=TRUE", "ONFRAMECHANGED", "HERO^PLAY(\"GO\");"},
+    {"ONFINISHED", "TYPE=ANIMO|FILENAME=A.ANN|VISIBLE=TRUE", "ONFINISHED^GO", "HERO^PLAY(\"GO\");"},
+    {"ONFINISHED by STOP", "TYPE=ANIMO|FILENAME=A.ANN|VISIBLE=TRUE", "ONFINISHED",
+     "HERO^PLAY(\"GO\");HERO^STOP();"},
     {"ONCLICK", "TYPE=IMAGE|FILENAME=A.IMG|TOCANVAS=TRUE|VISIBLE=TRUE|ASBUTTON=TRUE", "ONCLICK",
      "MOUSE^CLICK(0,0);"},
     {"ONRELEASE", "TYPE=IMAGE|FILENAME=A.IMG|TOCANVAS=TRUE|VISIBLE=TRUE|ASBUTTON=TRUE", "ONRELEASE^LEFT",
@@ -174,6 +179,26 @@ const std::string& picture() {
   return file;
 }
 
+// An animation of two frames of 2 x 2 pixels and the event GO.
+const std::string& animation() {
+  static const std::string file = [] {
+    const auto word = [](int n) {
+      return std::string{static_cast<char>(n & 0xFF), static_cast<char>(n >> 8)};
+    };
+    const auto blank = [](std::size_t n) { return std::string(n, '\0'); };
+    const std::string opaque(1, '\xFF');
+    const std::string head = std::string("NVP", 4) + word(2) + word(16) + word(1) + blank(13) + word(60) +
+                             blank(6) + opaque + blank(12);
+    const std::string event =
+        "GO" + blank(30) + word(2) + blank(12) + word(60) + blank(6) + opaque + blank(12);
+    const std::string position = blank(24) + opaque + blank(5);
+    const std::string frame = word(2) + word(2) + blank(6) + word(8) + blank(40);
+    return head + blank(8) + event + word(0) + word(1) + position + position + frame + frame +
+           std::string(16, 'x');
+  }();
+  return file;
+}
+
 std::string replaced(std::string text, std::string_view what, std::string_view with) {
   for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + with.size()))
     text.replace(at, what.size(), with);
@@ -247,6 +272,7 @@ Disk Cell::disk() const {
   disk[dane + "EP.cnv"] = contentOf(isEpisode ? handlerText + hero() : std::string());
   disk[dane + "MAIN.cnv"] = contentOf(handlerText + (isOnMain ? hero() : "") + kMain);
   disk[dane + "A.IMG"] = disk[dane + "B.IMG"] = contentOf(picture());
+  disk[dane + "A.ANN"] = contentOf(animation());
   disk[dane + "AFTER.cnv"] = contentOf("DEF:QUIET(TYPE=INTEGER)\n");
   disk[dane + "LAST.cnv"] = contentOf("DEF:QUIET(TYPE=INTEGER)\n");
   disk[dane + "HERO.cnv"] = contentOf(isLoaded ? hero() : std::string());

@@ -114,7 +114,7 @@ FrameHeader readFrameHeader(View bytes) {
   header.frame.compression = static_cast<_compression>(reader.i16());
   header.colourSize = reader.i32();
   const int channels = reader.i16();
-  reader.skip(4 * (kNamedChannels - 1));
+  reader.skip(std::uint64_t{4} * (kNamedChannels - 1));
   const std::int32_t alphaSize = reader.i32();
   header.alphaSize = channels >= kNamedChannels ? alphaSize : 0;
   return header;

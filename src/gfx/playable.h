@@ -59,7 +59,7 @@ class CPlayable : public CFileResolver {
   static constexpr int kPrevious = -3;
   static constexpr int kNext = -4;
 
-  explicit CPlayable(CWindow* window) : playerWindow_(window) {}
+  explicit CPlayable(CWindow* /*window*/) {}
   CPlayable(const CPlayable&) = delete;
   CPlayable& operator=(const CPlayable&) = delete;
 
@@ -160,7 +160,6 @@ class CPlayable : public CFileResolver {
   int playableStatus_ = kStopped;
   int place_ = -1;
   CXString playableName_;
-  CWindow* playerWindow_;
   bool waitMode_ = true;
   CXString parameter_;
   CPlayableEvents events_;

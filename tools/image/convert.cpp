@@ -4,7 +4,6 @@
 #include <array>
 
 #include "foundation/byte_reader.h"
-#include "gfx/img_format.h"
 #include "gfx/jpeg.h"
 #include "gfx/pixel_format.h"
 #include "jpeg_writer.h"
@@ -73,25 +72,9 @@ bool unpack(ImgPicture& picture, std::string* why) {
 std::optional<Picture> fromImg(View file, std::string* why) {
   const char* fault = "";
   std::optional<ImgPicture> found = readImg(file, &fault);
-  if (!found) {
-    *why = fault;
-    return std::nullopt;
-  }
-  if (get_pixel_size(found->bpp) == 1) {
-    *why = "pictures of " + std::to_string(found->bpp) + " bits per pixel are not read";
-    return std::nullopt;
-  }
-  Picture picture{{}, found->position, found->bpp, found->stored, found->hasAlpha};
-  if (!unpack(*found, why)) return std::nullopt;
-  picture.pixels = {found->size.width, found->size.height, {}};
-  picture.pixels.pixels.resize(found->colour.size() / static_cast<std::size_t>(get_pixel_size(found->bpp)));
-  ByteReader colours(found->colour);
-  for (std::uint32_t& pixel : picture.pixels.pixels) pixel = nextColour(colours, found->bpp);
-  for (std::size_t i = 0; i < found->alpha.size(); ++i) {
-    picture.pixels.pixels[i] =
-        (picture.pixels.pixels[i] & ~kOpaque) | std::to_integer<std::uint32_t>(found->alpha[i]) << 24;
-  }
-  return picture;
+  if (found) return unpacked(std::move(*found), why);
+  *why = fault;
+  return std::nullopt;
 }
 
 bool isOpaque(const Picture& picture) {
@@ -123,6 +106,24 @@ Bytes plainAlpha(const Picture& picture) {
 
 }  // namespace
 
+std::optional<Picture> unpacked(ImgPicture packed, std::string* why) {
+  if (get_pixel_size(packed.bpp) == 1) {
+    *why = "pictures of " + std::to_string(packed.bpp) + " bits per pixel are not read";
+    return std::nullopt;
+  }
+  Picture picture{{}, packed.position, packed.bpp, packed.stored, packed.hasAlpha};
+  if (!unpack(packed, why)) return std::nullopt;
+  picture.pixels = {packed.size.width, packed.size.height, {}};
+  picture.pixels.pixels.resize(packed.colour.size() / static_cast<std::size_t>(get_pixel_size(packed.bpp)));
+  ByteReader colours(packed.colour);
+  for (std::uint32_t& pixel : picture.pixels.pixels) pixel = nextColour(colours, packed.bpp);
+  for (std::size_t i = 0; i < packed.alpha.size(); ++i) {
+    picture.pixels.pixels[i] =
+        (picture.pixels.pixels[i] & ~kOpaque) | std::to_integer<std::uint32_t>(packed.alpha[i]) << 24;
+  }
+  return picture;
+}
+
 std::optional<Picture> readPicture(std::span<const std::byte> file, std::string* why) {
   if (!isPng(file)) return fromImg(file, why);
   auto pixels = platform::decodePng(file);
@@ -135,7 +136,7 @@ std::optional<Picture> readPicture(std::span<const std::byte> file, std::string*
   return picture;
 }
 
-std::optional<std::vector<std::byte>> toImg(const Picture& picture, const Form& form, std::string* why) {
+std::optional<ImgPicture> packed(const Picture& picture, const Form& form, std::string* why) {
   const int width = picture.pixels.width;
   const int height = picture.pixels.height;
   ImgPicture out;
@@ -152,7 +153,14 @@ std::optional<std::vector<std::byte>> toImg(const Picture& picture, const Form& 
     *why = "the picture cannot be packed in this form";
     return std::nullopt;
   }
-  return writeImg(out, form.packing);
+  out.compression = out.stored = form.packing;
+  return out;
+}
+
+std::optional<std::vector<std::byte>> toImg(const Picture& picture, const Form& form, std::string* why) {
+  const auto planes = packed(picture, form, why);
+  if (!planes) return std::nullopt;
+  return writeImg(*planes, form.packing);
 }
 
 std::optional<std::vector<std::byte>> toPng(const Picture& picture, std::string* why) {

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "foundation/geometry.h"
-#include "gfx/packed_planes.h"
+#include "gfx/img_format.h"
 #include "platform/png_file.h"
 
 namespace footlight::image {
@@ -37,6 +37,10 @@ struct Picture {
 
 // The picture of a PNG or IMG file; nothing, and the reason in `why`, when the bytes are neither.
 std::optional<Picture> readPicture(std::span<const std::byte> file, std::string* why);
+// Between plain pixels and the planes of an IMG file, of an animation's frame too. Nothing, and the reason in
+// `why`, when that cannot be.
+std::optional<Picture> unpacked(ImgPicture packed, std::string* why);
+std::optional<ImgPicture> packed(const Picture& picture, const Form& form, std::string* why);
 // The whole file. Nothing, and the reason in `why`, when the picture cannot be packed.
 std::optional<std::vector<std::byte>> toImg(const Picture& picture, const Form& form, std::string* why);
 std::optional<std::vector<std::byte>> toPng(const Picture& picture, std::string* why);

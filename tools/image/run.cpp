@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
-#include <fstream>
 
 #include "foundation/limits.h"
+#include "machine_file.h"
 
 namespace footlight::image {
 
@@ -13,39 +13,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using Bytes = std::vector<std::byte>;
-
-std::optional<Bytes> readFile(const std::string& name, std::string* why) {
-  std::error_code error;
-  const std::uintmax_t size = fs::file_size(name, error);
-  std::ifstream file(name, std::ios::binary);
-  if (error || !file) {
-    *why = "cannot be read";
-    return std::nullopt;
-  }
-  if (size > static_cast<std::uintmax_t>(limits::kPictureFileBytes)) {
-    *why = "is too long for a picture";
-    return std::nullopt;
-  }
-  Bytes bytes(size);
-  file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(size));
-  bytes.resize(static_cast<std::size_t>(file.gcount()));
-  return bytes;
-}
-
-// Through a file beside the target, so that the old one stays until the new one is whole.
-bool writeFile(const std::string& name, const Bytes& bytes) {
-  const std::string temporary = name + ".part";
-  std::error_code error;
-  std::ofstream file(temporary, std::ios::binary | std::ios::trunc);
-  file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-  file.close();
-  if (file) {
-    fs::rename(temporary, name, error);
-    if (!error) return true;
-  }
-  fs::remove(temporary, error);
-  return false;
-}
 
 std::string extensionOf(const std::string& name) {
   std::string extension = fs::path(name).extension().string();
@@ -63,7 +30,7 @@ Outcome run(const Options& options) {
   if (!options.output.empty() && extension != ".img" && extension != ".png")
     return failure(options.output, "only files that end in .img or .png are written");
   std::string why;
-  const std::optional<Bytes> input = readFile(options.input, &why);
+  const std::optional<Bytes> input = readFile(options.input, limits::kPictureFileBytes, &why);
   std::optional<Picture> picture = input ? readPicture(*input, &why) : std::nullopt;
   if (!picture) return failure(options.input, why);
   if (options.isInfo) return {{}, options.input + ": " + describe(*picture)};

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Paints the drawings of the demo game into demo, as IMG files. Needs nothing but Python; takes some seconds.
+"""Paints the drawings of the demo game into demo and computes its sounds. Needs nothing but Python; takes some seconds.
 
-    make_demo.py [FOLDER]       paints into FOLDER instead
+    make_demo.py [FOLDER]       works in FOLDER instead
 """
 
 import math
@@ -10,6 +10,8 @@ import pathlib
 import random
 import sys
 
+import demo_tale
+import synth
 from painter import Picture, mix, ramp
 
 WIDTH, HEIGHT = 800, 600
@@ -147,7 +149,11 @@ LETTERS = {
     "F": "11111 10000 10000 11110 10000 10000 10000", "O": "01110 10001 10001 10001 10001 10001 01110",
     "T": "11111 00100 00100 00100 00100 00100 00100", "L": "10000 10000 10000 10000 10000 10000 11111",
     "I": "01110 00100 00100 00100 00100 00100 01110", "G": "01110 10001 10000 10111 10001 10001 01110",
-    "H": "10001 10001 10001 11111 10001 10001 10001",
+    "H": "10001 10001 10001 11111 10001 10001 10001", "C": "01110 10001 10000 10000 10000 10001 01110",
+    "K": "10001 10010 10100 11000 10100 10010 10001", "P": "11110 10001 10001 11110 10000 10000 10000",
+    "A": "01110 10001 10001 11111 10001 10001 10001", "Y": "10001 10001 01010 00100 00100 00100 00100",
+    "E": "11111 10000 10000 11110 10000 10000 11111", "N": "10001 11001 10101 10011 10001 10001 10001",
+    "D": "11110 10001 10001 10001 10001 10001 11110", " ": "00000 00000 00000 00000 00000 00000 00000",
 }  # fmt: skip
 
 
@@ -176,6 +182,20 @@ def sign(folder, phase):
         picture.ellipse(x, y, 4.6, 4.6, (255, 222, 150) if on else (176, 118, 56))
         picture.ellipse(x - 1, y - 1, 2.2, 2.2, (255, 252, 236) if on else (226, 176, 100))
     picture.save(folder / f"sign{phase}.img", 48, -170, opaque=True)
+
+
+def words(folder, name, text, pitch):
+    """A line of small lights, in the middle of the stage."""
+    width = (6 * len(text) - 1) * pitch
+    picture = Picture(width + 20, 7 * pitch + 20)
+    for number, letter in enumerate(text):
+        for row, dots in enumerate(LETTERS[letter].split()):
+            for column, dot in enumerate(dots):
+                if dot == "1":
+                    x, y = 10 + (6 * number + column + 0.5) * pitch, 10 + (row + 0.5) * pitch
+                    picture.glow(x, y, pitch, (255, 170, 60), 0.4)
+                    picture.ellipse(x, y, pitch * 0.42, pitch * 0.42, PALE_GOLD)
+    picture.save(folder / f"{name}.img", (WIDTH - picture.width) // 2, 425)
 
 
 # --- night on the lake
@@ -398,12 +418,15 @@ def tasks(root):
     yield from ((pillar, stage, side) for side in (False, True))
     yield from ((sign, stage, phase) for phase in range(3))
     yield from ((valance, stage), (front, stage))
+    yield from ((words, stage, "call", "CLICK TO PLAY", 5), (words, stage, "end", "THE END", 12))
     yield from ((night, lake), (boat, lake), (beam, lake), (star, lake))
     yield from ((night_cloud, lake, 0, 230, 84), (night_cloud, lake, 1, 170, 64))
     yield from ((coast, sea), (gull, sea), (boat, sea), (mist, sea, 0, 380, 120), (mist, sea, 1, 300, 100))
     yield from ((day, land), (balloon, land))
     yield from ((sails, land, number) for number in range(6))
     yield from ((day_cloud, land, 0, 220, 96), (day_cloud, land, 1, 160, 70))
+    yield from demo_tale.tasks(root)
+    yield from ((synth.make, root / "Wavs" / name) for name in synth.SOUNDS)
 
 
 def paint(task):
@@ -414,7 +437,7 @@ def main():
     root = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).parent.parent / "demo"
     with multiprocessing.Pool() as pool:
         pool.map(paint, list(tasks(root)), chunksize=1)
-    print(f"Demo: {sum(1 for _ in tasks(root))} drawings in {root}")
+    print(f"Demo: {sum(1 for _ in tasks(root))} files in {root}")
 
 
 if __name__ == "__main__":

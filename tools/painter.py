@@ -1,5 +1,5 @@
-"""A small painter for the demo's drawings: float pixels with an alpha channel, smooth shapes, glows, and the writer of
-IMG files. Standard library only.
+"""A small painter for the demo's drawings: float pixels with an alpha channel, smooth shapes, glows, and the writers of
+IMG and ANN files. Standard library only.
 
 Coordinates are pixels from the top left corner; colours are (red, green, blue) from 0 to 255. Shapes are drawn with
 soft edges. A picture starts fully transparent.
@@ -166,12 +166,47 @@ class Picture:
             )
         return words.tobytes()
 
+    def alpha_bytes(self):
+        return bytes(min(255, max(0, round(255 * a))) for a in self.alpha)
+
     def save(self, path, x=0, y=0, opaque=False):
         """Writes an IMG file, uncompressed, 16 bits a pixel; an opaque picture has no alpha plane."""
         colour = self.pixels565()
-        alpha = b"" if opaque else bytes(min(255, max(0, round(255 * a))) for a in self.alpha)
+        alpha = b"" if opaque else self.alpha_bytes()
         header = struct.pack(
             "<4s9i", b"PIK\0", self.width, self.height, 16, len(colour), 0, 0, len(alpha), x, y
         )
         path.parent.mkdir(parents=True, exist_ok=True)
         path.write_bytes(header + colour + alpha)
+
+
+# --- animations
+
+
+def _text(value):
+    data = value.encode("cp1250") + b"\0"
+    return struct.pack("<i", len(data)) + data
+
+
+def _event(name, frames, loop=None, fps=15, sounds=None):
+    """`loop` is (first position, last position), for ever; `sounds` are files by position."""
+    start, end = loop or (0, 0)
+    sounds = sounds or {}
+    head = struct.pack("<32sh4xhhhhiIB12x", name.encode(), len(frames), start, end, 0, 0, fps, 0, 255)
+    records = b"".join(
+        struct.pack("<IIhhiIIB5x", 0, 0, 0, 0, -1, int(i in sounds), 0, 255) + (_text(sounds[i]) if i in sounds else b"")
+        for i in range(len(frames))
+    )
+    return head + struct.pack(f"<{len(frames)}h", *frames) + records
+
+
+def save_animation(path, frames, events, fps=15):
+    """Writes an ANN file: `frames` are (picture, x, y), `events` are the arguments of _event as dictionaries."""
+    heads, planes = b"", b""
+    for picture, x, y in frames:
+        colour, alpha = picture.pixels565(), picture.alpha_bytes()
+        heads += struct.pack("<hhhhhihiiii", picture.width, picture.height, x, y, 0, len(colour), 4, 0, 0, 0, len(alpha)).ljust(52, b"\0")
+        planes += colour + alpha
+    head = struct.pack("<4shhh13xiIBh10x", b"NVP", len(frames), 16, len(events), fps, 0, 255, 0)
+    path.parent.mkdir(parents=True, exist_ok=True)
+    path.write_bytes(head + bytes(8) + b"".join(_event(**event) for event in events) + heads + planes)

@@ -34,12 +34,35 @@ constexpr std::uint32_t pixel16(std::uint32_t p) {
 
 // Two at a time, so that the loop works on whole 32-bit lanes all through.
 template <std::uint32_t (*Pixel)(std::uint32_t)>
-void packRow(const std::uint32_t* row, std::uint16_t* out, std::size_t count) {
+[[gnu::always_inline]] inline void packPixels(const std::uint32_t* row, std::uint16_t* out,
+                                              std::size_t count) {
   for (std::size_t i = 0; i + 1 < count; i += 2) {
     const std::uint32_t pair = Pixel(row[i]) | Pixel(row[i + 1]) << 16;
     std::memcpy(out + i, &pair, sizeof pair);
   }
   if (count % 2 != 0) out[count - 1] = static_cast<std::uint16_t>(Pixel(row[count - 1]));
+}
+
+using PackRow = void (*)(const std::uint32_t*, std::uint16_t*, std::size_t);
+
+template <std::uint32_t (*Pixel)(std::uint32_t)>
+void packRow(const std::uint32_t* row, std::uint16_t* out, std::size_t count) {
+  packPixels<Pixel>(row, out, count);
+}
+
+#if defined(__x86_64__)
+template <std::uint32_t (*Pixel)(std::uint32_t)>
+[[gnu::target("avx2")]] void packRowWide(const std::uint32_t* row, std::uint16_t* out, std::size_t count) {
+  packPixels<Pixel>(row, out, count);
+}
+#endif
+
+template <std::uint32_t (*Pixel)(std::uint32_t)>
+PackRow widestPackRow() {
+#if defined(__x86_64__)
+  if (__builtin_cpu_supports("avx2")) return packRowWide<Pixel>;
+#endif
+  return packRow<Pixel>;
 }
 
 }  // namespace
@@ -59,7 +82,7 @@ struct JPEG::Library {
   std::uint16_t* pixels = nullptr;  // the same, packed
   std::vector<std::byte>* out =
       nullptr;  // all rows; has room for them, so that nothing is moved or filled first
-  void (*pack)(const std::uint32_t*, std::uint16_t*, std::size_t) = packRow<pixel16>;
+  PackRow pack = packRow<pixel16>;
 
   Library();
   ~Library() { jpeg_destroy_decompress(&info); }
@@ -174,7 +197,7 @@ std::vector<std::byte> JPEG::decompress(int bpp) {
   library_->row = row.data();
   library_->pixels = packed.data();
   library_->out = &pixels;
-  library_->pack = bpp == 15 ? packRow<pixel15> : packRow<pixel16>;
+  library_->pack = bpp == 15 ? widestPackRow<pixel15>() : widestPackRow<pixel16>();
   if (!guarded(*library_, Library::readRows)) {
     fail(library_->message);
     return {};

@@ -11,6 +11,7 @@
 #include "foundation/limits.h"
 #include "foundation/string_tokenizer.h"
 #include "gfx/window.h"
+#include "objects/mc_button.h"
 #include "objects/mc_mouse.h"
 #include "platform/platform.h"
 #include "script/dll_ex_module_interface.h"
@@ -308,15 +309,14 @@ void CMC_Scene::stopMusic() {
 // Objects
 
 void CMC_Scene::createObject(const CXString& word, const CXString& name) {
-  int type = 0;
-  if (word == "BUTTON") type = type::kButton;
-  if (word == "VGO") type = type::kVirtualGraphicsObject;
-  if (type == 0) {
+  std::unique_ptr<CMC_Object> made;
+  if (word == "BUTTON") made = CMC_Button::makeBare(this, name);
+  if (word == "VGO") made = std::make_unique<CMC_PlainObject>(name, type::kVirtualGraphicsObject);
+  if (!made) {
     if (diagnose::isOn())
       diagnose::reportCall(diagnose::Group::arguments, "no object is made of the word " + word.str());
     return;
   }
-  auto made = std::make_unique<CMC_PlainObject>(name, type);
   made->setScene(this);
   made->initializeBehaviours(this, nullptr);
   addObject(made.release());

@@ -87,30 +87,34 @@ void CUnit6::stopMusic() { window_->StopMusic(); }
 
 // Dragging
 
-void CUnit6::onStartDragging(CGraphicsObject* object, CXPoint point, bool endsAtClick) {
+bool CUnit6::onStartDragging(CGraphicsObject* object, CXPoint point, CButton* button) {
   CRefreshScreen* canvas = getCanvas();
-  if (object == nullptr || canvas == nullptr) return;
+  if (object == nullptr || canvas == nullptr) return false;
   dragging_ = true;
-  draggingMode_ = endsAtClick;
-  dragged_ = WeakRef<CGraphicsObject>(object);
+  dragged_ = object;
+  draggedButton_ = button;
   draggedPriority_ = canvas->GetPriority(object);
   canvas->SetPriority(object, kDragPriority);
   dragStart_ = object->GetPosition();
   dragPoint_ = point;
+  if (button != nullptr) button->onStartDragging(point);
+  return true;
 }
 
 void CUnit6::onDragging(CXPoint point) {
-  CGraphicsObject* object = dragged_.get();
-  if (object == nullptr) return;
-  object->Move(point - dragPoint_);
+  if (CGraphicsObject* object = dragged_.get()) object->Move(point - dragPoint_);
   dragPoint_ = point;
+  if (CButton* button = draggedButton_.get()) button->onDragging(point);
 }
 
 void CUnit6::onEndDragging() {
   dragging_ = false;
   CGraphicsObject* object = dragged_.get();
   if (object != nullptr && getCanvas() != nullptr) getCanvas()->SetPriority(object, draggedPriority_);
-  dragged_ = WeakRef<CGraphicsObject>();
+  dragged_ = nullptr;
+  CButton* button = draggedButton_.get();
+  draggedButton_ = nullptr;
+  if (button != nullptr) button->onEndDragging(dragPoint_);
 }
 
 void CUnit6::bringBackDraggingObjectPosition() {

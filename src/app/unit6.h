@@ -12,6 +12,8 @@
 #include "foundation/xstring.h"
 #include "gfx/random_playable.h"
 #include "gfx/screen_unit.h"
+#include "input/button.h"
+#include "input/control_unit.h"
 #include "input/key_listener.h"
 #include "input/mouse_listener.h"
 
@@ -25,6 +27,8 @@ class CWindow;
 
 class CUnit6 : public CXObject,
                public CScreenUnit,
+               public CControlUnit,
+               public CControlNotifier,
                public CKeyListener,
                public CMouseListener,
                public CRandomPlayableNotifier {
@@ -47,7 +51,7 @@ class CUnit6 : public CXObject,
   virtual void done(CMC_Scene* scene, CUnit6* other);
   virtual CWindow* getWindow() const { return window_; }
   virtual CRefreshScreen* getCanvas() const;
-  virtual bool isActive() const { return active_; }
+  bool isActive() const override { return active_; }
   // Plays a music file; null means the scene's. Without `force` only if the scene says that music should
   // start.
   virtual void startMusic(const char* name, bool force);
@@ -55,10 +59,13 @@ class CUnit6 : public CXObject,
   virtual const CXString& getMusicFileName() const { return musicFileName_; }
   virtual const CXString& getBackgroundFileName() const { return backgroundFileName_; }
   virtual void setBackground();
-  // Moves an object with the mouse: on top of all others while it is dragged.
-  virtual void onStartDragging(CGraphicsObject* object, CXPoint point, bool endsAtClick);
+  // Moves an object with the mouse, on top of all others, until the release, and tells the button of it.
+  bool onStartDragging(CGraphicsObject* object, CXPoint point, CButton* button) override;
   virtual void onDragging(CXPoint point);
   virtual void onEndDragging();
+  using CControlNotifier::onDragging;
+  using CControlNotifier::onEndDragging;
+  using CControlNotifier::onStartDragging;
   virtual CResourcesManager* getResourcesManager() const { return resources_.get(); }
   virtual void onTimer(TimerId /*id*/) {}
   virtual void flushEditBoxes() {}
@@ -68,7 +75,7 @@ class CUnit6 : public CXObject,
   void addRandomPlayable(CPlayable* playable, double rate, int repeats, const CXString& event);
   // Puts the dragged object back where it was taken.
   void bringBackDraggingObjectPosition();
-  bool isDragging() const { return dragging_; }
+  bool isDragging() const override { return dragging_; }
   void setBackgroundFileName(CXString name) { backgroundFileName_ = std::move(name); }
   const CXString& getUnitName() const { return unitName_; }
   void setUnitName(CXString name) { unitName_ = std::move(name); }
@@ -98,6 +105,7 @@ class CUnit6 : public CXObject,
   bool dragging_ = false;
   bool draggingMode_ = false;  // the drag ends with the next click instead of the release
   WeakRef<CGraphicsObject> dragged_;
+  WeakRef<CButton> draggedButton_;
   int draggedPriority_ = 0;
   CXPoint dragStart_;
   CXPoint dragPoint_;

@@ -4,6 +4,7 @@
 
 #include "app/application.h"
 #include "gfx/window.h"
+#include "input/hot_spot.h"
 #include "input/input_poller.h"
 #include "input/key_listener.h"
 #include "input/mouse_listener.h"
@@ -76,60 +77,65 @@ void CWindow::tellKeyListeners(Event event) {
 }
 
 // --- mouse
-// ------------------------------------------------------------------------------------------------------- Hot
-// spots will be asked first in each of these; theirs is the answer.
+// -------------------------------------------------------------------------------------------------------
+// The hot spots hear first; theirs is the answer.
 
-int CWindow::OnMouseMove(CXPoint point, int /*flags*/) {
-  if (mouseEnabled_)
-    tellMouseListeners([&](CMouseListener* listener) { return listener->onMouseMove(point); });
-  return 0;
+int CWindow::OnMouseMove(CXPoint point, int flags) {
+  if (!mouseEnabled_) return 0;
+  const int result = CHotSpot::OnMouseEvent(_event::move, point, flags);
+  tellMouseListeners([&](CMouseListener* listener) { return listener->onMouseMove(point); });
+  return result;
 }
 
-int CWindow::OnLButtonDown(CXPoint point, int /*flags*/) {
-  if (mouseEnabled_) {
-    tellMouseListeners(
-        [&](CMouseListener* listener) { return listener->onClick(point) || listener->onClick(0, point); });
-  }
-  return 0;
+int CWindow::OnLButtonDown(CXPoint point, int flags) {
+  if (!mouseEnabled_) return 0;
+  const int result = CHotSpot::OnMouseEvent(_event::leftDown, point, flags);
+  tellMouseListeners(
+      [&](CMouseListener* listener) { return listener->onClick(point) || listener->onClick(0, point); });
+  return result;
 }
 
-int CWindow::OnLButtonUp(CXPoint point, int /*flags*/) {
-  if (mouseEnabled_) {
-    tellMouseListeners([&](CMouseListener* listener) {
-      return listener->onRelease(point) || listener->onRelease(0, point);
-    });
-  }
-  return 0;
+int CWindow::OnLButtonUp(CXPoint point, int flags) {
+  if (!mouseEnabled_) return 0;
+  const int result = CHotSpot::OnMouseEvent(_event::leftUp, point, flags);
+  tellMouseListeners(
+      [&](CMouseListener* listener) { return listener->onRelease(point) || listener->onRelease(0, point); });
+  return result;
 }
 
-int CWindow::OnLButtonDblClk(CXPoint point, int /*flags*/) {
-  if (mouseEnabled_)
-    tellMouseListeners([&](CMouseListener* listener) { return listener->onDblClick(point); });
-  return 0;
+int CWindow::OnLButtonDblClk(CXPoint point, int flags) {
+  if (!mouseEnabled_) return 0;
+  const int result = CHotSpot::OnMouseEvent(_event::leftDoubleClick, point, flags);
+  tellMouseListeners([&](CMouseListener* listener) { return listener->onDblClick(point); });
+  return result;
 }
 
-int CWindow::OnMButtonDown(CXPoint point, int /*flags*/) {
-  if (mouseEnabled_)
-    tellMouseListeners([&](CMouseListener* listener) { return listener->onClick(1, point); });
-  return 0;
+int CWindow::OnMButtonDown(CXPoint point, int flags) {
+  if (!mouseEnabled_) return 0;
+  const int result = CHotSpot::OnMouseEvent(_event::middleDown, point, flags);
+  tellMouseListeners([&](CMouseListener* listener) { return listener->onClick(1, point); });
+  return result;
 }
 
-int CWindow::OnMButtonUp(CXPoint point, int /*flags*/) {
-  if (mouseEnabled_)
-    tellMouseListeners([&](CMouseListener* listener) { return listener->onRelease(1, point); });
-  return 0;
+int CWindow::OnMButtonUp(CXPoint point, int flags) {
+  if (!mouseEnabled_) return 0;
+  const int result = CHotSpot::OnMouseEvent(_event::middleUp, point, flags);
+  tellMouseListeners([&](CMouseListener* listener) { return listener->onRelease(1, point); });
+  return result;
 }
 
-int CWindow::OnRButtonDown(CXPoint point, int /*flags*/) {
-  if (mouseEnabled_)
-    tellMouseListeners([&](CMouseListener* listener) { return listener->onClick(2, point); });
-  return 0;
+int CWindow::OnRButtonDown(CXPoint point, int flags) {
+  if (!mouseEnabled_) return 0;
+  const int result = CHotSpot::OnMouseEvent(_event::rightDown, point, flags);
+  tellMouseListeners([&](CMouseListener* listener) { return listener->onClick(2, point); });
+  return result;
 }
 
-int CWindow::OnRButtonUp(CXPoint point, int /*flags*/) {
-  if (mouseEnabled_)
-    tellMouseListeners([&](CMouseListener* listener) { return listener->onRelease(2, point); });
-  return 0;
+int CWindow::OnRButtonUp(CXPoint point, int flags) {
+  if (!mouseEnabled_) return 0;
+  const int result = CHotSpot::OnMouseEvent(_event::rightUp, point, flags);
+  tellMouseListeners([&](CMouseListener* listener) { return listener->onRelease(2, point); });
+  return result;
 }
 
 void CWindow::enableMouse(bool enabled) {

@@ -6,6 +6,7 @@
 #include "app/mc_timer.h"
 #include "objects/mc_animo.h"
 #include "objects/mc_array.h"
+#include "objects/mc_button.h"
 #include "objects/mc_canvas_observer.h"
 #include "objects/mc_image.h"
 #include "objects/mc_keyboard.h"
@@ -49,6 +50,7 @@ constexpr MakerRow kMakers[] = {
     {type::kAnimo, make<CMC_Animo>},
     {type::kImage, make<CMC_Image>},
     {type::kCanvasObserver, make<CMC_CanvasObserver>},
+    {type::kButton, make<CMC_Button>},
     {type::kMouse, make<CMC_Mouse>},
     {type::kKeyboard, make<CMC_Keyboard>},
     {type::kArray, make<CMC_Array>},
@@ -96,7 +98,8 @@ void createBareObject(CMC_ObjectsContainer* scope, const CXString& word, const C
   std::unique_ptr<CMC_Object> made;
   if (word == "IMAGE") made = std::make_unique<CMC_Image>(scope);
   if (word == "ANIMO") made = std::make_unique<CMC_Animo>(scope);
-  if (word == "SOUND" || word == "BUTTON") {
+  if (word == "BUTTON" && scope->getWindow() != nullptr) made = CMC_Button::makeBare(scope, name);
+  if (word == "SOUND") {
     made = std::make_unique<CMC_PlainObject>(CXString(), typeNumberOf(word));
     made->setScene(scope);
   }

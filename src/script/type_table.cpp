@@ -47,6 +47,9 @@ constexpr const char* kStructureProperties[] = {"FIELDS", "TOINI", "NETNOTIFY"};
 constexpr const char* kArrayProperties[] = {"SENDONCHANGE"};
 constexpr const char* kClassProperties[] = {"DEF", "BASE"};
 constexpr const char* kTimerProperties[] = {"ELAPSE", "TICKS", "ENABLED"};
+constexpr const char* kButtonProperties[] = {"ACCENT",      "GFXSTANDARD", "GFXONMOVE",  "GFXONCLICK",
+                                             "SNDSTANDARD", "SNDONMOVE",   "SNDONCLICK", "DRAG",
+                                             "RECT",        "ENABLE",      "DRAGGABLE",  "PRIORITY"};
 constexpr const char* kImageProperties[] = {"FILENAME",
                                             "TOCANVAS",
                                             "VISIBLE",
@@ -97,7 +100,7 @@ constexpr TypeDescription kTypes[] = {
     {type::kEpisode, "EPISODE", "EPISODE", nullptr, 0, kSceneSignals, kEpisodeProperties},
     {type::kScene, "SCENE", "SCENE", nullptr, 0, kSceneSignals, kSceneProperties},
     {type::kAnimo, "ANIMO", "ANIMO", "ANIMO", 5, kAnimoSignals, kAnimoProperties},
-    {type::kButton, "BUTTON", "BUTTON", "BUTTON", 6, kButtonSignals, {}},
+    {type::kButton, "BUTTON", "BUTTON", "BUTTON", 6, kButtonSignals, kButtonProperties},
     {type::kFont, "FONT", "FONT", "FONT", 5, kThree, {}},
     {type::kSequence, "SEQUENCE", "SEQUENCE", "SEQUENCE", 6, kSequenceSignals, {}},
     {type::kSound, "SOUND", "SOUND", "SOUND", 5, kSoundSignals, {}},

@@ -67,7 +67,7 @@ def rustle(seconds, softness, shape, seed):
     return out
 
 
-def save(path, sound, peak=0.8):
+def save(path, sound, peak=0.5):
     """Writes a WAV file, mono, 16 bits, brought to a loudest sample of `peak`."""
     top = max(map(abs, sound)) or 1
     words = array.array("h", (int(32767 * peak * value / top) for value in sound))

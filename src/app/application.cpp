@@ -13,6 +13,8 @@
 #include "platform/platform.h"
 #include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
+#include "sound/sound_codec.h"
+#include "sound/sound_manager.h"
 
 namespace footlight {
 
@@ -27,6 +29,8 @@ CApplication::CApplication(CWindow* window, const CXString& iniName, const CXStr
                            CCommandLine6* commandLine)
     : window_(window), commandLine_(commandLine), iniName_(iniName), bigFileName_(bigFileName) {
   animations_.reset(new CAnimationManager);
+  sounds_.reset(new CSoundManager);
+  CSoundCodec::init_codecs();
   if (bigFileName_.IsString()) CFile::openBigFile(bigFileName_);
   window_->SetApplicationInterface(this);
   if (iniName_.IsString()) config_ = std::make_unique<CConfig>(CWindow::getRootPath() + iniName_);
@@ -41,6 +45,8 @@ CApplication::~CApplication() {
   config_.reset();
   resources_.reset();
   animations_.reset();
+  CSoundCodec::done_codecs();
+  sounds_.reset();
   CFile::closeBigFile();
   CHotSpot::done();
   CMC_RunnerFactory::done();

@@ -16,6 +16,7 @@ class CConfig;
 class CMC_Application;
 class CMC_StructureParser;
 class CAnimationManager;
+class CSoundManager;
 class CResourcesManager;
 class CWindow;
 
@@ -46,6 +47,7 @@ class CApplication : public CXObject {
   // Null when the host gave no INI name.
   CConfig* GetConfigInterface() const { return config_.get(); }
   CAnimationManager* getAnimationManager() const { return animations_.get(); }
+  CSoundManager* getSoundManagerIfc() const { return sounds_.get(); }
   CResourcesManager* getGeneralResourcesManager() const { return resources_.get(); }
 
  private:
@@ -53,6 +55,7 @@ class CApplication : public CXObject {
   CCommandLine6* commandLine_;
   std::unique_ptr<CConfig> config_;
   Owned<CAnimationManager> animations_;
+  Owned<CSoundManager> sounds_;
   std::unique_ptr<CResourcesManager> resources_;
   CXString iniName_;
   CXString bigFileName_;

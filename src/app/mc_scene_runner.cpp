@@ -17,6 +17,7 @@
 #include "script/mc_groupped.h"
 #include "script/mc_variable_factory.h"
 #include "script/method_tables.h"
+#include "sound/sound_manager.h"
 
 namespace footlight {
 
@@ -192,10 +193,16 @@ CAnimationManager* animationsOf(const CMC_Scene& scene) {
   return application != nullptr ? application->getAnimationManager() : nullptr;
 }
 
+CSoundManager* soundsOf(const CMC_Scene& scene) {
+  CApplication* application = scene.getWindow()->getApplication();
+  return application != nullptr ? application->getSoundManagerIfc() : nullptr;
+}
+
 Result pause(CMC_Scene& scene, Call& call) {
   CWindow* window = scene.getWindow();
   if (CWindow::isPaused()) return {};
   if (CAnimationManager* animations = animationsOf(scene)) animations->pause();
+  if (CSoundManager* sounds = soundsOf(scene)) sounds->pause();
   CWindow::pause();
   const bool timersRun = call.has(0) && call.boolean(0);
   if (!timersRun) window->GetTimerInterface()->pause();
@@ -206,6 +213,7 @@ Result pause(CMC_Scene& scene, Call& call) {
 Result resume(CMC_Scene& scene, Call& call) {
   if (!CWindow::isPaused()) return {};
   if (CAnimationManager* animations = animationsOf(scene)) animations->resume(nullptr);
+  if (CSoundManager* sounds = soundsOf(scene)) sounds->resume();
   CWindow::resume();
   const bool timersToo = !call.has(0) || call.boolean(0);
   if (timersToo) scene.getWindow()->GetTimerInterface()->resume();
@@ -218,6 +226,7 @@ Result resumeOnly(CMC_Scene& scene, Call& call) {
   auto* group = call.named<CMC_Groupped>(0);
   CAnimationManager* animations = animationsOf(scene);
   if (group != nullptr && animations != nullptr) animations->resume(group);
+  if (CSoundManager* sounds = soundsOf(scene)) sounds->resume();
   CWindow::resume();
   const bool isGiven = call.has(1);
   if (!isGiven || call.boolean(1)) scene.getWindow()->GetTimerInterface()->resume();

@@ -1,7 +1,6 @@
 #pragma once
 
-// The sound of an animation's frame, as an animation sees it. Builds without a sound engine have silent ones:
-// they take every call and never play.
+// The sound of an animation's frame, as an animation sees it. The sound engine makes it.
 
 #include <memory>
 
@@ -14,19 +13,16 @@ class CWindow;
 class CFrameSound {
  public:
   virtual ~CFrameSound() = default;
-  virtual void play() {}
-  virtual void stop() {}
-  virtual bool isPlaying() const { return false; }
-  virtual void setVolume(int /*volume*/) {}        // hundredths of a decibel
-  virtual void setPanning(int /*panning*/) {}      // hundredths of a decibel
-  virtual void setFrequency(int /*frequency*/) {}  // samples a second
+  virtual void play() = 0;
+  virtual void stop() = 0;
+  virtual bool isPlaying() const = 0;
+  virtual void setVolume(int volume) = 0;        // hundredths of a decibel
+  virtual void setPanning(int panning) = 0;      // hundredths of a decibel
+  virtual void setFrequency(int frequency) = 0;  // samples a second
 };
 
 // The sound of a file by its full name, read now or, `streamed`, while it plays. A name with ";" is a choice
 // of several. Never null.
-inline std::unique_ptr<CFrameSound> makeFrameSound(CWindow* /*window*/, const CXString& /*name*/,
-                                                   bool /*streamed*/) {
-  return std::make_unique<CFrameSound>();
-}
+std::unique_ptr<CFrameSound> makeFrameSound(CWindow* window, const CXString& name, bool streamed);
 
 }  // namespace footlight

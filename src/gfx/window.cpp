@@ -9,13 +9,14 @@
 #include "gfx/direct_draw_surface.h"
 #include "gfx/refresh_screen.h"
 #include "gfx/surface.h"
-#include "gfx/window_music.h"
 #include "input/dx_mouse.h"
 #include "input/keyboard.h"
 #include "input/poller_thread.h"
 #include "objects/mc_mouse.h"
 #include "platform/platform.h"
 #include "script/public_trash.h"
+#include "sound/music_player.h"
+#include "sound/sound_manager.h"
 
 namespace footlight {
 
@@ -48,7 +49,8 @@ CWindow::CWindow(CCommandLine6* commandLine, CLanguageOSVer* language, CXSize si
       videoMemory_(commandLine->isVMem()),
       windowMode_(commandLine->isWindowMode()),
       soundOn_(commandLine->isSoundEnabled()),
-      musicOn_(commandLine->isMusicEnabled()) {
+      musicOn_(commandLine->isMusicEnabled()),
+      music_(new CMusicPlayer(this)) {
   Statics& all = statics();
   all = {this, asFolder(CXString(platform::current().files().currentDirectory())),
          asFolder(std::move(exePath)), false};
@@ -120,7 +122,8 @@ void CWindow::Tick() {
   timer_->domodal();
   CAnimationManager* animations = application_ != nullptr ? application_->getAnimationManager() : nullptr;
   if (animations != nullptr) animations->domodal();
-  // Here sounds take their steps.
+  CSoundManager* sounds = application_ != nullptr ? application_->getSoundManagerIfc() : nullptr;
+  if (sounds != nullptr) sounds->domodal();
   collisionInspector_->tick();
   flushPollers();
 }
@@ -168,30 +171,30 @@ int CWindow::OnMove(int x, int y) {
 // -------------------------------------------------------------------------------------------------------
 
 void CWindow::StartMusic(const CXString& name, bool looped) {
-  if (!soundOn_ || !musicOn_) return;
-  CXString full = getRootPath() + name;
-  if (music_ != nullptr && music_->fileName.equalsIgnoreCase(full)) return;
-  music_ = std::make_unique<Music>();
-  music_->fileName = std::move(full);
-  music_->looped = looped;
+  if (soundOn_ && musicOn_) music_->start(getRootPath() + name, looped);
 }
 
-void CWindow::StopMusic() { music_.reset(); }
+void CWindow::StopMusic() { music_->stop(); }
 
-CXString CWindow::getMusicFileName() const { return music_ != nullptr ? music_->fileName : CXString(); }
+bool CWindow::isMusicPlaying() const { return music_->isPlaying(); }
 
-int CWindow::getMusicVolume() const { return music_ != nullptr ? music_->volume : 0; }
+CXString CWindow::getMusicFileName() const { return isMusicPlaying() ? music_->getFileName() : CXString(); }
+
+int CWindow::getMusicVolume() const {
+  const CSndStream* stream = music_->getStream();
+  return stream != nullptr ? stream->getVolume() : 0;
+}
 
 void CWindow::setMusicVolume(int volume) {
-  if (music_ != nullptr) music_->volume = volume;
+  if (CSndStream* stream = music_->getStream()) stream->setVolume(volume);
 }
 
 void CWindow::setMusicPan(int pan) {
-  if (music_ != nullptr) music_->pan = pan;
+  if (CSndStream* stream = music_->getStream()) stream->setPan(pan);
 }
 
 void CWindow::setMusicFreq(int frequency) {
-  if (music_ != nullptr) music_->frequency = frequency;
+  if (CSndStream* stream = music_->getStream()) stream->setFreq(frequency);
 }
 
 // --- cursor and messages

@@ -42,6 +42,7 @@ class CInputPoller;
 class CKeyListener;
 class CLanguageOSVer;
 class CMouseListener;
+class CMusicPlayer;
 class CPollerThread;
 class CCollisionInspector;
 class CDXMouse;
@@ -160,7 +161,7 @@ class CWindow : public CXObject, public CFilePlaces {
   // Volume, panning and frequency belong to the piece that plays and are ignored without one.
   void StartMusic(const CXString& name, bool looped);
   void StopMusic();
-  bool isMusicPlaying() const { return music_ != nullptr; }
+  bool isMusicPlaying() const;
   CXString getMusicFileName() const;  // the full name of what plays, else empty
   int getMusicVolume() const;
   void setMusicVolume(int volume);
@@ -241,7 +242,6 @@ class CWindow : public CXObject, public CFilePlaces {
   };
   template <class T>
   using Listeners = std::vector<Listener<T>>;
-  struct Music;
 
   void addMouseListener(CMouseListener* listener, CXObject* object, int priority);
   void takeMouseCaption(CMouseListener* listener, CXObject* object);
@@ -283,7 +283,7 @@ class CWindow : public CXObject, public CFilePlaces {
   std::unique_ptr<CXTimer> timer_;
   Owned<CCollisionInspector> collisionInspector_;
   std::unique_ptr<CPublicTrash> publicTrash_;
-  std::unique_ptr<Music> music_;
+  Owned<CMusicPlayer> music_;
 
   Listeners<CMouseListener> mouseListeners_;  // ascending priority
   Listeners<CKeyListener> keyListeners_;

@@ -85,6 +85,7 @@ void Host::makePlatform() {
     machine.pacedReal = options_.pacedReal;
     machine.bpp = options_.bpp;
     machine.printFolder = start;
+    machine.recordFile = options_.record;
     if (options_.time) machine.unixSeconds = *options_.time;
     if (!options_.locale.empty()) machine.locale = options_.locale;
     auto made = std::make_unique<platform::HeadlessPlatform>(std::move(machine), std::move(files));

@@ -21,7 +21,6 @@ struct Missing {
 // clang-format off
 constexpr Missing kMissing[] = {
     {"--bind",   "there is no network"},
-    {"--record", "there is no sound"},
 };
 // clang-format on
 
@@ -89,6 +88,8 @@ void addRunOptions(CLI::App& app, Options& options) {
   app.add_option("--big", options.bigFile, "run from this big file; what the disk has comes first")
       ->type_name("FILE");
   app.add_option("--input", options.input, "scripted events, one a line: TICK EVENT ...")->type_name("FILE");
+  app.add_option("--record", options.record, "headless: write what was played as a WAV file")
+      ->type_name("FILE");
   app.add_option("--record-input", options.recordInput, "write the player's events for --input")
       ->type_name("FILE");
   app.add_option("--shot", "after a tick, write the composed screen (may be repeated)")

@@ -35,6 +35,7 @@ struct Options {
   std::string locale;                // four hexadecimal digits, upper case; empty: by the platform
   std::optional<std::int64_t> time;  // Unix seconds at the start
   std::string input;                 // the machine's name of a script of events; empty: none
+  std::string record;                // headless: the machine's name of a WAV file of what was played
   std::string recordInput;           // the machine's name of the file for the player's events; empty: none
   std::vector<ShotRequest> shots;
   std::optional<std::uint32_t> seed;

@@ -5,6 +5,7 @@
 #include "gfx/graphics_object.h"
 #include "gfx/refresh_screen.h"
 #include "gfx/window.h"
+#include "objects/mc_sound.h"
 #include "script/mc_objects_container.h"
 #include "script/melement.h"
 
@@ -73,7 +74,10 @@ CGraphicsObject* CMC_Button::picture(const CXString& name) const {
   return name.IsString() ? getScene()->getGraphicsObject(name) : nullptr;
 }
 
-CPlayable* CMC_Button::sound(const CXString& /*name*/) const { return nullptr; }
+CPlayable* CMC_Button::sound(const CXString& name) const {
+  const auto* object = name.IsString() ? object_cast<CMC_Sound>(getScene()->getObject(name)) : nullptr;
+  return object != nullptr ? object->getSound() : nullptr;
+}
 
 CXRect CMC_Button::area() {
   const CGraphicsObject* graphics = picture(rect_);

@@ -16,6 +16,7 @@
 #include "platform/input_devices.h"
 #include "platform/modules.h"
 #include "platform/shell.h"
+#include "platform/sound_device.h"
 #include "platform/window_event.h"
 
 namespace footlight::platform {
@@ -30,6 +31,8 @@ class Platform {
   virtual InputDevices& input() = 0;
   virtual Shell& shell() = 0;
   virtual Modules& modules() = 0;
+  // Null on a machine without sound.
+  virtual SoundDevice* sound() { return nullptr; }
   // The system's language as four hexadecimal digits, upper case, as in "0415".
   virtual std::string locale() const = 0;
   // An estimate of the processor's speed; a machine of virtual time has a round one.

@@ -11,6 +11,7 @@
 #include "objects/mc_image.h"
 #include "objects/mc_keyboard.h"
 #include "objects/mc_mouse.h"
+#include "objects/mc_sound.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_class.h"
 #include "script/mc_condition.h"
@@ -51,6 +52,7 @@ constexpr MakerRow kMakers[] = {
     {type::kImage, make<CMC_Image>},
     {type::kCanvasObserver, make<CMC_CanvasObserver>},
     {type::kButton, make<CMC_Button>},
+    {type::kSound, make<CMC_Sound>},
     {type::kMouse, make<CMC_Mouse>},
     {type::kKeyboard, make<CMC_Keyboard>},
     {type::kArray, make<CMC_Array>},
@@ -99,10 +101,7 @@ void createBareObject(CMC_ObjectsContainer* scope, const CXString& word, const C
   if (word == "IMAGE") made = std::make_unique<CMC_Image>(scope);
   if (word == "ANIMO") made = std::make_unique<CMC_Animo>(scope);
   if (word == "BUTTON" && scope->getWindow() != nullptr) made = CMC_Button::makeBare(scope, name);
-  if (word == "SOUND") {
-    made = std::make_unique<CMC_PlainObject>(CXString(), typeNumberOf(word));
-    made->setScene(scope);
-  }
+  if (word == "SOUND") made = std::make_unique<CMC_Sound>(scope);
   if (!made) {
     if (diagnose::isOn())
       diagnose::reportCall(diagnose::Group::arguments, "no object is made of the word " + word.str());

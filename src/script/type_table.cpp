@@ -50,6 +50,7 @@ constexpr const char* kTimerProperties[] = {"ELAPSE", "TICKS", "ENABLED"};
 constexpr const char* kButtonProperties[] = {"ACCENT",      "GFXSTANDARD", "GFXONMOVE",  "GFXONCLICK",
                                              "SNDSTANDARD", "SNDONMOVE",   "SNDONCLICK", "DRAG",
                                              "RECT",        "ENABLE",      "DRAGGABLE",  "PRIORITY"};
+constexpr const char* kSoundProperties[] = {"FILENAME", "PRELOAD", "FLUSHAFTERPLAYED"};
 constexpr const char* kImageProperties[] = {"FILENAME",
                                             "TOCANVAS",
                                             "VISIBLE",
@@ -103,7 +104,7 @@ constexpr TypeDescription kTypes[] = {
     {type::kButton, "BUTTON", "BUTTON", "BUTTON", 6, kButtonSignals, kButtonProperties},
     {type::kFont, "FONT", "FONT", "FONT", 5, kThree, {}},
     {type::kSequence, "SEQUENCE", "SEQUENCE", "SEQUENCE", 6, kSequenceSignals, {}},
-    {type::kSound, "SOUND", "SOUND", "SOUND", 5, kSoundSignals, {}},
+    {type::kSound, "SOUND", "SOUND", "SOUND", 5, kSoundSignals, kSoundProperties},
     {type::kText, "TEXT", "TEXT", "TEXT", 6, kTextSignals, {}},
     {type::kTimer, "TIMER", "TIMER", "TIMER", 6, kTimerSignals, kTimerProperties},
     {type::kImage, "IMAGE", "IMAGE", "IMAGE", 5, kImageSignals, kImageProperties},

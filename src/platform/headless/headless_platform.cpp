@@ -12,7 +12,10 @@ HeadlessPlatform::HeadlessPlatform(HeadlessOptions options, std::unique_ptr<File
       display_(options_.bpp, options_.windowX, options_.windowY),
       input_(/*wantsPollingThread=*/false),
       shell_(options_.printFolder),
-      modules_(options_.modules) {}
+      modules_(options_.modules),
+      sound_(options_.recordFile) {
+  clock_.follow([this](std::uint32_t milliseconds) { sound_.advance(milliseconds); });
+}
 
 FileSystem& HeadlessPlatform::files() {
   assert(files_ != nullptr);

@@ -9,6 +9,7 @@
 
 #include "platform/headless/headless_display.h"
 #include "platform/headless/headless_shell.h"
+#include "platform/headless/headless_sound.h"
 #include "platform/headless/virtual_clock.h"
 #include "platform/input_queue.h"
 #include "platform/platform.h"
@@ -24,6 +25,7 @@ struct HeadlessOptions {
   int windowX = 0, windowY = 0;          // where a window's client area lies on the desktop
   std::string locale = "0409";
   std::string printFolder;  // the machine's folder for printed pages; empty: no printer
+  std::string recordFile;   // the machine's name of a WAV file for what was played; empty: none
   bool modules = true;      // whether shared libraries may be loaded
 };
 
@@ -38,6 +40,7 @@ class HeadlessPlatform : public Platform {
   InputQueue& input() override { return input_; }
   HeadlessShell& shell() override { return shell_; }
   PosixModules& modules() override { return modules_; }
+  HeadlessSound* sound() override { return &sound_; }
   std::string locale() const override { return options_.locale; }
   // Gives the window events that were put in.
   std::vector<WindowEvent> pump() override;
@@ -52,6 +55,7 @@ class HeadlessPlatform : public Platform {
   InputQueue input_;
   HeadlessShell shell_;
   PosixModules modules_;
+  HeadlessSound sound_;
   std::vector<WindowEvent> windowEvents_;
 };
 

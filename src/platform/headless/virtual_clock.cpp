@@ -9,6 +9,7 @@ VirtualClock::VirtualClock(std::uint32_t start, std::int64_t unixSeconds, bool p
 
 void VirtualClock::advance(std::uint32_t milliseconds) {
   elapsed_ += milliseconds;
+  if (follower_) follower_(milliseconds);
   if (pacedReal_) std::this_thread::sleep_until(realStart_ + std::chrono::milliseconds(elapsed_.load()));
 }
 

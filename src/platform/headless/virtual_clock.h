@@ -2,6 +2,8 @@
 
 #include <atomic>
 #include <chrono>
+#include <functional>
+#include <utility>
 
 #include "platform/clock.h"
 
@@ -14,6 +16,8 @@ class VirtualClock : public Clock {
   VirtualClock(std::uint32_t start, std::int64_t unixSeconds, bool pacedReal);
 
   void advance(std::uint32_t milliseconds);
+  // Called with the milliseconds of every advance, after it.
+  void follow(std::function<void(std::uint32_t)> follower) { follower_ = std::move(follower); }
 
   std::uint32_t ticks() const override;
   std::uint64_t counter() const override { return start_ + elapsed_; }
@@ -26,6 +30,7 @@ class VirtualClock : public Clock {
   const std::int64_t unixStart_;
   const bool pacedReal_;
   const std::chrono::steady_clock::time_point realStart_ = std::chrono::steady_clock::now();
+  std::function<void(std::uint32_t)> follower_;
   std::atomic<std::uint64_t> elapsed_ = 0;  // milliseconds
 };
 

@@ -13,6 +13,7 @@
 #include "platform/sdl/sdl_display.h"
 #include "platform/sdl/sdl_input.h"
 #include "platform/sdl/sdl_shell.h"
+#include "platform/sdl/sdl_sound.h"
 
 namespace footlight::platform {
 
@@ -54,6 +55,7 @@ class SdlPlatform : public Platform {
   SdlInput& input() override { return input_; }
   SdlShell& shell() override { return shell_; }
   PosixModules& modules() override { return modules_; }
+  SdlSound* sound() override { return sound_.isOpen() ? &sound_ : nullptr; }
   std::string locale() const override { return options_.locale; }
   std::vector<WindowEvent> pump() override;
 
@@ -77,6 +79,7 @@ class SdlPlatform : public Platform {
   SdlInput input_;
   SdlShell shell_;
   PosixModules modules_;
+  SdlSound sound_;
 };
 
 }  // namespace footlight::platform

@@ -89,7 +89,8 @@ void addRunOptions(CLI::App& app, Options& options) {
       ->type_name("FILE");
   app.add_option("--input", options.input, "scripted events, one a line: TICK EVENT ...")->type_name("FILE");
   app.add_option("--record", options.record, "headless: write what was played as a WAV file")
-      ->type_name("FILE");
+      ->type_name("FILE")
+      ->needs(app.get_option("--headless"));
   app.add_option("--record-input", options.recordInput, "write the player's events for --input")
       ->type_name("FILE");
   app.add_option("--shot", "after a tick, write the composed screen (may be repeated)")

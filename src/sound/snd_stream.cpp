@@ -142,7 +142,8 @@ void CSndStream::tellLoops() {
     const CApplication* application = window != nullptr ? window->getApplication() : nullptr;
     const CMC_Application* game = application != nullptr ? application->getMCApplicationIfc() : nullptr;
     CMC_Scene* level = game != nullptr ? game->getCurrentScene() : nullptr;
-    const Ref<CMC_Scene> scene = level != nullptr ? level->getCurrentScene() : nullptr;
+    CMC_Scene* below = level != nullptr ? level->getCurrentScene() : nullptr;
+    const Ref<CMC_Scene> scene = below != nullptr ? below : level;  // a game may do without episodes
     if (scene) scene->onSignal("ONMUSICLOOPED");
   }
 }

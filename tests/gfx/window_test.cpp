@@ -335,30 +335,5 @@ TEST(WindowInput, AsksEachPollerOnceATickAndLetsThemEnd) {
   EXPECT_EQ(first.flushes, 3);
 }
 
-// --- music ---
-
-TEST(Window, StartsMusicOnlyWithBothFlagsAndOnce) {
-  ScreenWorld world;
-  CWindow& window = *world.window;
-  window.setMusicVolume(-500);
-  EXPECT_FALSE(window.isMusicPlaying());
-  window.MusicOn(false);
-  window.StartMusic("Wavs\\a.wav", true);
-  window.MusicOn(true);
-  window.SoundOn(false);
-  window.StartMusic("Wavs\\a.wav", true);
-  EXPECT_FALSE(window.isMusicPlaying());
-  window.SoundOn(true);
-  window.StartMusic("Wavs\\a.wav", true);
-  window.setMusicVolume(-500);
-  window.StartMusic("WAVS\\A.WAV", true);
-  EXPECT_EQ(window.getMusicVolume(), -500) << "the same music goes on";
-  EXPECT_EQ(window.getMusicFileName(), CWindow::getRootPath() + "Wavs\\a.wav");
-  window.StartMusic("Wavs\\b.wav", true);
-  EXPECT_EQ(window.getMusicVolume(), 0);
-  window.StopMusic();
-  EXPECT_FALSE(window.isMusicPlaying());
-}
-
 }  // namespace
 }  // namespace footlight

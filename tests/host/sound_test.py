@@ -158,7 +158,7 @@ def judge(recorded, expected):
         elif recorded[start : start + len(frames)] != frames:
             wrong = next(i for i, frame in enumerate(frames) if recorded[start + i] != frame)
             yield f"tick {tick}: sample {wrong} is {recorded[start + wrong]} instead of {frames[wrong]}"
-    packed = [left for left, _ in recorded[frame_at(53) : frame_at(53) + 900]]
+    packed = [left for left, _ in recorded[frame_at(52) : frame_at(52) + 900]]
     if not all(8000 < sample < 10000 for sample in packed):
         yield f"the packed sound goes from {min(packed)} to {max(packed)}"
 

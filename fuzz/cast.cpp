@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "code_maker.h"
+#include "gfx/ann_format.h"
 #include "gfx/img_format.h"
 #include "script/type_table.h"
 
@@ -54,6 +55,27 @@ Content picture(CXSize size, CXPoint position, int bpp) {
   return std::make_shared<const std::vector<std::byte>>(writeImg(made, _compression::none));
 }
 
+// Two frames and two events, one of which goes round.
+Content animation() {
+  AnnFile made;
+  for (int i = 0; i < 2; ++i) {
+    AnnFrame frame;
+    frame.size = {3, 3};
+    frame.position = {9 + i, 9};
+    frame.colour.assign(18, static_cast<std::byte>(i * 90));
+    made.frames.push_back(std::move(frame));
+  }
+  for (const char* name : {"GO", "ROUND"}) {
+    _annEventInfo3 event;
+    event.name = name;
+    event.frames = {0, 1, 0, 1};
+    event.loopTo = made.events.empty() ? 0 : 2;
+    event.loopCount = 3;
+    made.events.push_back(std::move(event));
+  }
+  return std::make_shared<const std::vector<std::byte>>(writeAnn(made));
+}
+
 const char* numbered(const char* word) {
   for (const char* single : {"MOUSE", "KEYBOARD", "CANVAS_OBSERVER"}) {
     if (std::string_view(word) == single) return "";
@@ -96,6 +118,14 @@ void addSights(Cast& cast) {
            "FILENAME=A.IMG|VISIBLE=TRUE|TOCANVAS=TRUE|PRIORITY=3|ASBUTTON=TRUE|ONCLICK=BODY1|"
            "ONFOCUSON=BODY2|ONFOCUSOFF=BODY3");
   cast.add("IMAGE2", "IMAGE", "FILENAME=B.IMG|VISIBLE=TRUE|TOCANVAS=TRUE|PRIORITY=1");
+  cast.add(
+      "ANIMO1", "ANIMO",
+      "FILENAME=A.ANN|VISIBLE=TRUE|TOCANVAS=TRUE|PRIORITY=2|FPS=30|MONITORCOLLISION=TRUE|ONSTARTED=BODY1|"
+      "ONFINISHED=BODY2|ONFRAMECHANGED=BODY3|ONCOLLISION=BODY1");
+  cast.add("BUTTON1", "BUTTON",
+           "GFXSTANDARD=IMAGE2|GFXONMOVE=ANIMO1|DRAGGABLE=TRUE|ENABLE=TRUE|SNDONCLICK=SOUND1|ONCLICKED=BODY1|"
+           "ONACTION=BODY2|ONENDDRAGGING=BODY3|ONFOCUSON=BODY1|ONFOCUSOFF=BODY2");
+  cast.add("SOUND1", "SOUND", "FILENAME=A.WAV|FLUSHAFTERPLAYED=TRUE|ONSTARTED=BODY1|ONFINISHED=BODY3");
   cast.add("TIMER1", "TIMER", "ELAPSE=30|TICKS=4|ONTICK=BODY2|ONTICK^3=BODY3");
   cast.add("TIMER2", "TIMER", "ELAPSE=100|ENABLED=FALSE|ONTICK=BODY1");
 }
@@ -174,6 +204,8 @@ void addCommonFiles(Disk& disk) {
   disk[dane + "OTHER.cnv"] = contentOf(kOther);
   disk[dane + "A.IMG"] = picture({4, 3}, {10, 10}, 16);
   disk[dane + "B.IMG"] = picture({6, 5}, {12, 8}, 15);
+  disk[dane + "A.ANN"] = animation();
+  disk["C:\\GAME\\Wavs\\A.WAV"] = contentOf(test::waveFile(500));
 }
 
 }  // namespace footlight::fuzz

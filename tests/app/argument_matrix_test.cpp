@@ -43,6 +43,8 @@ constexpr Target kTargets[] = {
     {type::kDialog, "TALK", "DEF:TALK(TYPE=DIALOG)"},
     {type::kMouse, "MOUSE", "DEF:MOUSE(TYPE=MOUSE)"},
     {type::kAnimo, "FIGURE", "DEF:FIGURE(TYPE=ANIMO)"},
+    {type::kButton, "PAD", "DEF:PAD(TYPE=BUTTON|RECT=0,0,9,9|ENABLE=TRUE|DRAGGABLE=TRUE|ONCLICKED=CODE)"},
+    {type::kSound, "BELL", "DEF:BELL(TYPE=SOUND|FILENAME=A.WAV|ONSTARTED=CODE|ONFINISHED=CODE)"},
     {type::kRandom, "RANDOM", ""},
     {type::kSystem, "SYSTEM", ""},
     {type::kCnvLoader, "CNVLOADER", ""},
@@ -93,6 +95,7 @@ Disk game() {
   disk[dane + "MAIN.cnv"] = contentOf(text);
   disk["C:\\GAME\\Common\\classes\\KIND.cnv"] =
       contentOf("DEF:OWN(TYPE=INTEGER)\nDEF:CONSTRUCTOR(TYPE=BEHAVIOUR|CODE={OWN^ADD($1);})\n");
+  disk["C:\\GAME\\Wavs\\A.WAV"] = contentOf(test::waveFile(300));
   return disk;
 }
 

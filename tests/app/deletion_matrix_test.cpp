@@ -99,6 +99,17 @@ constexpr Signal kSignals[] = {
      "MOUSE^CLICK(0,0);"},
     {"ONRELEASE", "TYPE=IMAGE|FILENAME=A.IMG|TOCANVAS=TRUE|VISIBLE=TRUE|ASBUTTON=TRUE", "ONRELEASE^LEFT",
      "MOUSE^MOUSERELEASE(0,0);"},
+    {"ONCLICKED", "TYPE=BUTTON|RECT=0,0,9,9|ENABLE=TRUE", "ONCLICKED", "MOUSE^CLICK(0,0);"},
+    {"ONRELEASED", "TYPE=BUTTON|RECT=0,0,9,9|ENABLE=TRUE", "ONRELEASED", "MOUSE^MOUSERELEASE(0,0);"},
+    {"ONACTION", "TYPE=BUTTON|GFXSTANDARD=WALL|ENABLE=TRUE", "ONACTION", "MOUSE^MOUSERELEASE(0,0);"},
+    {"ONSTARTDRAGGING", "TYPE=BUTTON|GFXSTANDARD=WALL|ENABLE=TRUE|DRAGGABLE=TRUE", "ONSTARTDRAGGING",
+     "MOUSE^CLICK(0,0);"},
+    {"ONENDDRAGGING", "TYPE=BUTTON|GFXSTANDARD=WALL|ENABLE=TRUE|DRAGGABLE=TRUE", "ONENDDRAGGING",
+     "MOUSE^CLICK(0,0);MOUSE^MOUSERELEASE(0,0);"},
+    {"ONSTARTED of a SOUND", "TYPE=SOUND|FILENAME=A.WAV", "ONSTARTED", "HERO^PLAY();"},
+    {"ONFINISHED of a SOUND", "TYPE=SOUND|FILENAME=A.WAV|FLUSHAFTERPLAYED=TRUE", "ONFINISHED",
+     "HERO^PLAY();"},
+    {"ONRESUMED", "TYPE=SOUND|FILENAME=A.WAV", "ONRESUMED", "HERO^PLAY();HERO^PAUSE();HERO^RESUME();"},
     {"ONUPDATE", "TYPE=CANVAS_OBSERVER", "ONUPDATE", "HERO^ENABLENOTIFY(TRUE);"},
     {"ONUPDATED", "TYPE=CANVAS_OBSERVER", "ONUPDATED", "HERO^ENABLENOTIFY(TRUE);"},
     {"ONINIT of the scene", "SCENE", "ONINIT", ""},
@@ -145,6 +156,8 @@ constexpr Act kActs[] = {
     {"starts a timer and ends it", "@RUNONTIMER(1,1,\"OTHER^INC();\");HERO^DISABLE();HERO^ENABLE();"},
     {"deletes the instance", "HERO^DELETE(\"ONE\");"},
     {"hides and loads a picture", "HERO^HIDE();HERO^LOAD(\"B.IMG\");HERO^SHOW();"},
+    {"stops and plays", "HERO^STOP();HERO^LOAD(\"A.WAV\");HERO^PLAY();"},
+    {"removes a picture of others", "MAIN^REMOVE(\"WALL\");HERO^DISABLE();"},
     {"stops", "@BREAK();", true},
     {"ends the run", "@ONEBREAK();", true},
     {"ends the game", "GAME^EXIT();"},
@@ -273,6 +286,7 @@ Disk Cell::disk() const {
   disk[dane + "MAIN.cnv"] = contentOf(handlerText + (isOnMain ? hero() : "") + kMain);
   disk[dane + "A.IMG"] = disk[dane + "B.IMG"] = contentOf(picture());
   disk[dane + "A.ANN"] = contentOf(animation());
+  disk["C:\\GAME\\Wavs\\A.WAV"] = contentOf(test::waveFile(700));
   disk[dane + "AFTER.cnv"] = contentOf("DEF:QUIET(TYPE=INTEGER)\n");
   disk[dane + "LAST.cnv"] = contentOf("DEF:QUIET(TYPE=INTEGER)\n");
   disk[dane + "HERO.cnv"] = contentOf(isLoaded ? hero() : std::string());

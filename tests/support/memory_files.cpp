@@ -23,6 +23,20 @@ std::string lastPart(std::string_view name) { return std::string(name.substr(nam
 
 }  // namespace
 
+std::string waveFile(int samples) {
+  const auto number = [](int value, int bytes) {
+    std::string text;
+    for (int i = 0; i < bytes; ++i) text += static_cast<char>(value >> (8 * i) & 0xFF);
+    return text;
+  };
+  const std::string format =
+      number(1, 2) + number(1, 2) + number(22050, 4) + number(44100, 4) + number(2, 2) + number(16, 2);
+  std::string data;
+  for (int i = 0; i < samples; ++i) data += number(i * 991 % 20000, 2);
+  const std::string body = "WAVEfmt " + number(16, 4) + format + "data" + number(2 * samples, 4) + data;
+  return "RIFF" + number(static_cast<int>(body.size()), 4) + body;
+}
+
 Content contentOf(std::string_view text) {
   const auto* start = reinterpret_cast<const std::byte*>(text.data());
   return std::make_shared<const std::vector<std::byte>>(start, start + text.size());

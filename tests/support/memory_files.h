@@ -18,6 +18,8 @@ using Content = std::shared_ptr<const std::vector<std::byte>>;
 using Disk = std::map<std::string, Content>;
 
 Content contentOf(std::string_view text);
+// A sound of so many samples: mono, 16 bits, 22050 samples a second.
+std::string waveFile(int samples);
 
 class MemoryFiles : public platform::FileSystem {
  public:

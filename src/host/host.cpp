@@ -112,6 +112,9 @@ bool Host::openInput() {
       complain("--input: " + fault);
       return false;
     }
+    if (script_.usesController()) {
+      for (const int port : platform::InputScript::kScriptedPorts) devices_->connectController(port);
+    }
   }
   if (!options_.recordInput.empty()) {
     recorder_ = std::make_unique<platform::InputRecorder>(options_.recordInput);

@@ -3,7 +3,9 @@
 // Buffered input. Events wait in bounded queues until a poller takes them. All operations may be called on
 // the thread that polls as well as on the engine's thread.
 
+#include <array>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -27,6 +29,26 @@ struct KeyEvent {
   friend bool operator==(const KeyEvent&, const KeyEvent&) = default;
 };
 
+// What a game controller's stick or button does. Axes are 0, 1 and 2 for X, Y and Z, from -1000 to 1000, up
+// and left being below 0; buttons count from 0 and are 0 or 1.
+struct ControllerEvent {
+  int port;  // which controller, in the order in which they came
+  bool isButton;
+  int number;
+  int value;
+
+  friend bool operator==(const ControllerEvent&, const ControllerEvent&) = default;
+};
+
+struct ControllerState {
+  static constexpr int kAxes = 3;
+  static constexpr int kButtons = 16;
+  static constexpr int kFarthest = 1000;
+
+  std::array<int, kAxes> axes{};
+  std::array<bool, kButtons> buttons{};
+};
+
 struct CursorPosition {
   int x, y;  // pixels of the engine's screen
 
@@ -41,6 +63,8 @@ class InputDevices {
   virtual std::vector<KeyEvent> takeKeyEvents() = 0;
   // False for a code outside 0 to 255.
   virtual bool isKeyDown(int scanCode) const = 0;
+  // How a controller stands now; nothing for a port without one.
+  virtual std::optional<ControllerState> controller(int /*port*/) const { return std::nullopt; }
   // Where the cursor is. Moving it makes no mouse event and is the engine's thread's alone.
   virtual CursorPosition cursorPosition() const { return {0, 0}; }
   virtual void moveCursor(CursorPosition) {}

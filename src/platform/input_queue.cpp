@@ -1,5 +1,6 @@
 #include "platform/input_queue.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "foundation/diagnose.h"
@@ -36,6 +37,36 @@ void InputQueue::put(const MouseEvent& event) {
   cursor_ = {event.x, event.y};
   append(mouse_, event);
   if (recorder_ != nullptr) recorder_->write(event);
+}
+
+void InputQueue::put(const ControllerEvent& event) {
+  const int count = event.isButton ? ControllerState::kButtons : ControllerState::kAxes;
+  if (event.port < 0 || event.port >= kPorts || event.number < 0 || event.number >= count) return;
+  const std::lock_guard lock(mutex_);
+  auto& state = controllers_[static_cast<std::size_t>(event.port)];
+  if (!state) state.emplace();
+  const auto number = static_cast<std::size_t>(event.number);
+  if (event.isButton) {
+    state->buttons[number] = event.value != 0;
+  } else {
+    state->axes[number] = std::clamp(event.value, -ControllerState::kFarthest, ControllerState::kFarthest);
+  }
+  if (recorder_ != nullptr && event.port == 0) recorder_->write(event);
+}
+
+void InputQueue::connectController(int port) {
+  const std::lock_guard lock(mutex_);
+  if (port >= 0 && port < kPorts) controllers_[static_cast<std::size_t>(port)].emplace();
+}
+
+void InputQueue::disconnectController(int port) {
+  const std::lock_guard lock(mutex_);
+  if (port >= 0 && port < kPorts) controllers_[static_cast<std::size_t>(port)].reset();
+}
+
+std::optional<ControllerState> InputQueue::controller(int port) const {
+  const std::lock_guard lock(mutex_);
+  return port >= 0 && port < kPorts ? controllers_[static_cast<std::size_t>(port)] : std::nullopt;
 }
 
 void InputQueue::recordTo(InputRecorder* recorder) {

@@ -16,18 +16,24 @@ class InputRecorder;
 class InputQueue : public InputDevices {
  public:
   static constexpr int kScanCodes = 256;
+  static constexpr int kPorts = 8;
 
   explicit InputQueue(bool wantsPollingThread) : wantsPollingThread_(wantsPollingThread) {}
 
   // A scan code outside 0 to 255 is ignored.
   void put(const KeyEvent& event);
   void put(const MouseEvent& event);
+  // A first event connects the controller. What no controller has is ignored.
+  void put(const ControllerEvent& event);
+  void connectController(int port);
+  void disconnectController(int port);
   // Every event is also written there; null ends that. The recorder stays the caller's.
   void recordTo(InputRecorder* recorder);
 
   std::vector<MouseEvent> takeMouseEvents() override;
   std::vector<KeyEvent> takeKeyEvents() override;
   bool isKeyDown(int scanCode) const override;
+  std::optional<ControllerState> controller(int port) const override;
   CursorPosition cursorPosition() const override;
   void moveCursor(CursorPosition position) override;
   bool wantsPollingThread() const override { return wantsPollingThread_; }
@@ -38,6 +44,7 @@ class InputQueue : public InputDevices {
   std::vector<MouseEvent> mouse_;
   std::vector<KeyEvent> keys_;
   std::bitset<kScanCodes> down_;
+  std::array<std::optional<ControllerState>, kPorts> controllers_;
   CursorPosition cursor_{0, 0};
   InputRecorder* recorder_ = nullptr;
 };

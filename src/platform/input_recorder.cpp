@@ -23,6 +23,11 @@ void InputRecorder::write(const KeyEvent& event) {
   line((event.down ? "keydown " : "keyup ") + std::to_string(event.scanCode));
 }
 
+void InputRecorder::write(const ControllerEvent& event) {
+  line((event.isButton ? "joy button " : "joy axis ") + std::to_string(event.number) + " " +
+       std::to_string(event.value));
+}
+
 void InputRecorder::write(const WindowEvent& event) {
   if (event.kind == WindowEvent::Kind::activate) line("activate " + std::to_string(event.a));
 }

@@ -24,6 +24,7 @@ class InputRecorder {
 
   void write(const MouseEvent& event);
   void write(const KeyEvent& event);
+  void write(const ControllerEvent& event);
   // Only activation is written: the rest is no input.
   void write(const WindowEvent& event);
 

@@ -72,6 +72,17 @@ std::optional<Event> activateEvent(const Words& words) {
   return WindowEvent{WindowEvent::Kind::activate, *active};
 }
 
+std::optional<Event> controllerEvent(const Words& words) {
+  const bool isButton = words[2] == "button";
+  if (!isButton && words[2] != "axis") return std::nullopt;
+  const int count = isButton ? ControllerState::kButtons : ControllerState::kAxes;
+  const int most = isButton ? 1 : ControllerState::kFarthest;
+  const auto which = number<int>(words[3], 0, count - 1);
+  const auto value = number<int>(words[4], isButton ? 0 : -most, most);
+  if (!which || !value) return std::nullopt;
+  return ControllerEvent{0, isButton, *which, *value};
+}
+
 struct Verb {
   std::string_view name;
   std::size_t words;  // of the whole line
@@ -87,6 +98,7 @@ constexpr Verb kVerbs[] = {
     {"up",       3, [](const Words& w) { return buttonEvent(false, w); },                      "up left|middle|right"},
     {"keydown",  3, [](const Words& w) { return keyEvent(true, w); },                          "keydown SCAN (0 to 255)"},
     {"keyup",    3, [](const Words& w) { return keyEvent(false, w); },                         "keyup SCAN (0 to 255)"},
+    {"joy",      5, [](const Words& w) { return controllerEvent(w); },                         "joy axis 0-2 -1000-1000, or joy button 0-15 0|1"},
     {"activate", 3, [](const Words& w) { return activateEvent(w); },                           "activate 0|1"},
 };
 // clang-format on
@@ -140,6 +152,11 @@ std::string InputScript::load(const std::string& machinePath) {
   return parse(text, machinePath);
 }
 
+bool InputScript::usesController() const {
+  return std::ranges::any_of(
+      lines_, [](const Line& line) { return std::holds_alternative<ControllerEvent>(line.event); });
+}
+
 void InputScript::play(std::uint32_t tick, InputQueue& devices, std::vector<WindowEvent>& windowEvents) {
   for (; next_ < lines_.size() && lines_[next_].tick <= tick; ++next_) {
     const Event& event = lines_[next_].event;
@@ -149,6 +166,9 @@ void InputScript::play(std::uint32_t tick, InputQueue& devices, std::vector<Wind
       devices.put(*key);
     } else if (const auto* mouse = std::get_if<MouseEvent>(&event)) {
       devices.put(*mouse);
+    } else if (const auto* controller = std::get_if<ControllerEvent>(&event)) {
+      for (const int port : kScriptedPorts)
+        devices.put(ControllerEvent{port, controller->isButton, controller->number, controller->value});
     } else if (const auto* button = std::get_if<Button>(&event)) {
       const CursorPosition at = devices.cursorPosition();
       devices.put(MouseEvent{button->down ? MouseEventKind::buttonDown : MouseEventKind::buttonUp, at.x, at.y,

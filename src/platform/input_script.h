@@ -4,10 +4,12 @@
 //
 //     TICK move X Y            TICK down left|middle|right      TICK keydown SCAN
 //     TICK dblclick X Y        TICK up   left|middle|right      TICK keyup SCAN
+//     TICK joy axis N VALUE    TICK joy button N 0|1
 //     TICK activate 0|1        # a comment, also behind an event
 //
 // Ticks count from 1. Events of one tick keep the order of their lines; the lines need not be in the order of
-// their ticks. A button event happens where the cursor is.
+// their ticks. A button event happens where the cursor is. The one scripted controller stands at the first
+// two ports; its axes are numbered from 0 and go from -1000 to 1000, buttons count from 0.
 
 #include <cstddef>
 #include <string>
@@ -29,8 +31,10 @@ class InputScript {
   struct Line {
     std::uint32_t tick;
     // A mouse event here is a move or a double click.
-    std::variant<MouseEvent, Button, KeyEvent, WindowEvent> event;
+    std::variant<MouseEvent, Button, KeyEvent, WindowEvent, ControllerEvent> event;
   };
+
+  static constexpr int kScriptedPorts[] = {0, 1};
 
   InputScript() = default;
 
@@ -42,6 +46,9 @@ class InputScript {
 
   // Hands over the events of a tick; ticks must be given in ascending order.
   void play(std::uint32_t tick, InputQueue& devices, std::vector<WindowEvent>& windowEvents);
+
+  // Whether there is a controller in it.
+  bool usesController() const;
 
   const std::vector<Line>& lines() const { return lines_; }
 

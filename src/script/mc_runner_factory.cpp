@@ -50,6 +50,7 @@ void CMC_RunnerFactory::initialize() {
   add(methods::canvasObserver(), {type::kCanvasObserver});
   add(methods::button(), {type::kButton});
   add(methods::sound(), {type::kSound});
+  add(methods::joystick(), {type::kJoystick});
   add(methods::mouse(), {type::kMouse});
   add(methods::keyboard(), {type::kKeyboard});
   add(methods::array(), {type::kArray});
@@ -60,12 +61,26 @@ void CMC_RunnerFactory::initialize() {
   add(std::make_unique<CMC_Groupped_Runner>(methods::groupped()), {type::kGroup});
   add(std::make_unique<CMC_Class_Runner>(methods::scriptClass()), {type::kClass});
   // Types whose own methods are not there yet have those of every object.
-  add(std::span<const Method>(),
-      {type::kFont,      type::kSequence, type::kText,         type::kEditBox,  type::kNetServer,
-       type::kNetClient, type::kFilter,   type::kStaticFilter, type::kVector,   type::kPath,
-       type::kFifo,      type::kLifo,     type::kCanvas,       type::kPattern,  type::kScroll,
-       type::kJoystick,  type::kMovie,    type::kGrBuffer,     type::kDatabase, type::kVirtualGraphicsObject,
-       type::kMultiArray});
+  add(std::span<const Method>(), {type::kFont,
+                                  type::kSequence,
+                                  type::kText,
+                                  type::kEditBox,
+                                  type::kNetServer,
+                                  type::kNetClient,
+                                  type::kFilter,
+                                  type::kStaticFilter,
+                                  type::kVector,
+                                  type::kPath,
+                                  type::kFifo,
+                                  type::kLifo,
+                                  type::kCanvas,
+                                  type::kPattern,
+                                  type::kScroll,
+                                  type::kMovie,
+                                  type::kGrBuffer,
+                                  type::kDatabase,
+                                  type::kVirtualGraphicsObject,
+                                  type::kMultiArray});
 }
 
 void CMC_RunnerFactory::done() {

@@ -28,6 +28,7 @@ std::span<const Method> animo();
 std::span<const Method> image();
 std::span<const Method> button();
 std::span<const Method> sound();
+std::span<const Method> joystick();
 std::span<const Method> canvasObserver();
 std::span<const Method> mouse();
 std::span<const Method> keyboard();

@@ -9,6 +9,7 @@
 #include "objects/mc_button.h"
 #include "objects/mc_canvas_observer.h"
 #include "objects/mc_image.h"
+#include "objects/mc_joystick.h"
 #include "objects/mc_keyboard.h"
 #include "objects/mc_mouse.h"
 #include "objects/mc_sound.h"
@@ -53,6 +54,7 @@ constexpr MakerRow kMakers[] = {
     {type::kCanvasObserver, make<CMC_CanvasObserver>},
     {type::kButton, make<CMC_Button>},
     {type::kSound, make<CMC_Sound>},
+    {type::kJoystick, make<CMC_Joystick>},
     {type::kMouse, make<CMC_Mouse>},
     {type::kKeyboard, make<CMC_Keyboard>},
     {type::kArray, make<CMC_Array>},

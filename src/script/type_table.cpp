@@ -51,6 +51,7 @@ constexpr const char* kButtonProperties[] = {"ACCENT",      "GFXSTANDARD", "GFXO
                                              "SNDSTANDARD", "SNDONMOVE",   "SNDONCLICK", "DRAG",
                                              "RECT",        "ENABLE",      "DRAGGABLE",  "PRIORITY"};
 constexpr const char* kSoundProperties[] = {"FILENAME", "PRELOAD", "FLUSHAFTERPLAYED"};
+constexpr const char* kJoystickProperties[] = {"PORT"};
 constexpr const char* kImageProperties[] = {"FILENAME",
                                             "TOCANVAS",
                                             "VISIBLE",
@@ -122,7 +123,7 @@ constexpr TypeDescription kTypes[] = {
     {type::kCanvas, "CANVAS", nullptr, "CANVAS", 6, kCanvasSignals, {}},
     {type::kPattern, "PATTERN", nullptr, "PATTERN", 6, kCanvasSignals, {}},
     {type::kScroll, "SCROLL", nullptr, "SCROLL", 6, kScrollSignals, {}},
-    {type::kJoystick, nullptr, nullptr, "JOYSTICK", 6, kJoystickSignals, {}},
+    {type::kJoystick, nullptr, nullptr, "JOYSTICK", 6, kJoystickSignals, kJoystickProperties},
     {type::kMovie, nullptr, nullptr, "MOVIE", 6, kThree, {}},
     {type::kGrBuffer, nullptr, nullptr, "GRBUFFER", 5, kThree, {}},
     {type::kGroup, "GROUP", nullptr, "GROUP", 6, kThree, {}},

@@ -43,6 +43,7 @@ constexpr Target kTargets[] = {
     {type::kDialog, "TALK", "DEF:TALK(TYPE=DIALOG)"},
     {type::kMouse, "MOUSE", "DEF:MOUSE(TYPE=MOUSE)"},
     {type::kAnimo, "FIGURE", "DEF:FIGURE(TYPE=ANIMO)"},
+    {type::kJoystick, "STICK", "DEF:STICK(TYPE=JOYSTICK|PORT=0)"},
     {type::kButton, "PAD", "DEF:PAD(TYPE=BUTTON|RECT=0,0,9,9|ENABLE=TRUE|DRAGGABLE=TRUE|ONCLICKED=CODE)"},
     {type::kSound, "BELL", "DEF:BELL(TYPE=SOUND|FILENAME=A.WAV|ONSTARTED=CODE|ONFINISHED=CODE)"},
     {type::kRandom, "RANDOM", ""},

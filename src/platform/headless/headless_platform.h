@@ -40,7 +40,7 @@ class HeadlessPlatform : public Platform {
   InputQueue& input() override { return input_; }
   HeadlessShell& shell() override { return shell_; }
   PosixModules& modules() override { return modules_; }
-  HeadlessSound* sound() override { return &sound_; }
+  SoundDevice* sound() override { return &sound_; }
   std::string locale() const override { return options_.locale; }
   // Gives the window events that were put in.
   std::vector<WindowEvent> pump() override;

@@ -1,5 +1,9 @@
 #include "platform/sdl/sdl_input.h"
 
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
 #include "platform/sdl/scan_codes.h"
 
 namespace footlight::platform {
@@ -14,6 +18,12 @@ void SdlInput::handle(const SDL_Event& event) {
     case SDL_KEYDOWN:
     case SDL_KEYUP:
       return handleKey(event.key);
+    case SDL_CONTROLLERDEVICEADDED:
+    case SDL_CONTROLLERDEVICEREMOVED:
+    case SDL_CONTROLLERAXISMOTION:
+    case SDL_CONTROLLERBUTTONDOWN:
+    case SDL_CONTROLLERBUTTONUP:
+      return handleController(event);
     default:
       return;
   }
@@ -49,6 +59,38 @@ void SdlInput::handleKey(const SDL_KeyboardEvent& event) {
   const int code = scanCodeOf(event.keysym.scancode);
   if (code < 0 || event.repeat != 0) return;
   put(KeyEvent{code, event.type == SDL_KEYDOWN});
+}
+
+int SdlInput::portOf(SDL_JoystickID id) const {
+  const auto found = std::ranges::find_if(controllers_, [id](SDL_GameController* controller) {
+    return controller != nullptr && SDL_JoystickInstanceID(SDL_GameControllerGetJoystick(controller)) == id;
+  });
+  return found != controllers_.end() ? static_cast<int>(found - controllers_.begin()) : -1;
+}
+
+void SdlInput::handleController(const SDL_Event& event) {
+  if (event.type == SDL_CONTROLLERDEVICEADDED) {
+    const auto free = std::ranges::find(controllers_, nullptr);
+    if (free == controllers_.end()) return;
+    *free = SDL_GameControllerOpen(event.cdevice.which);
+    if (*free != nullptr) connectController(static_cast<int>(free - controllers_.begin()));
+    return;
+  }
+  const int port = portOf(event.cdevice.which);
+  if (port < 0) return;
+  if (event.type == SDL_CONTROLLERDEVICEREMOVED) {
+    SDL_GameControllerClose(std::exchange(controllers_[static_cast<std::size_t>(port)], nullptr));
+    disconnectController(port);
+  } else if (event.type == SDL_CONTROLLERAXISMOTION) {
+    // Both triggers are one axis, the left one inwards.
+    constexpr int kAxes[] = {0, 1, -1, -1, 2, 2};
+    const int axis = event.caxis.axis < std::size(kAxes) ? kAxes[event.caxis.axis] : -1;
+    const int side = event.caxis.axis == SDL_CONTROLLER_AXIS_TRIGGERRIGHT ? -1 : 1;
+    put(ControllerEvent{port, false, axis,
+                        side * event.caxis.value * ControllerState::kFarthest / SDL_JOYSTICK_AXIS_MAX});
+  } else {
+    put(ControllerEvent{port, true, event.cbutton.button, event.type == SDL_CONTROLLERBUTTONDOWN ? 1 : 0});
+  }
 }
 
 void SdlInput::moveCursor(CursorPosition position) {

@@ -25,9 +25,12 @@ class SdlInput : public InputQueue {
   void handleMotion(const SDL_MouseMotionEvent& event);
   void handleButton(const SDL_MouseButtonEvent& event);
   void handleKey(const SDL_KeyboardEvent& event);
+  void handleController(const SDL_Event& event);
+  int portOf(SDL_JoystickID id) const;
 
   const SdlDisplay& display_;
   bool focused_ = true;
+  std::array<SDL_GameController*, kPorts> controllers_{};  // closed with SDL
   std::optional<CursorPosition> moved_;  // a motion event to here is the echo of `moveCursor`
 };
 

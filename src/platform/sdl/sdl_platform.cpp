@@ -27,6 +27,7 @@ SdlPlatform::Session::Session() {
   SDL_SetMainReady();
   SDL_Init(SDL_INIT_TIMER);
   SDL_InitSubSystem(SDL_INIT_VIDEO);
+  SDL_InitSubSystem(SDL_INIT_GAMECONTROLLER);
 }
 
 SdlPlatform::Session::~Session() { SDL_Quit(); }

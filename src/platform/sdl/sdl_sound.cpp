@@ -1,51 +1,15 @@
 #include "platform/sdl/sdl_sound.h"
 
-#include <algorithm>
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
-#include <thread>
 #include <utility>
+
+#include "platform/thread_timer.h"
 
 namespace footlight::platform {
 
 namespace {
 
 constexpr Uint16 kFramesAtOnce = 1024;  // 23 milliseconds
-
-class ThreadTimer final : public PeriodicTimer {
- public:
-  ThreadTimer(std::chrono::milliseconds period, std::function<void()> work)
-      : thread_([this, period, work = std::move(work)] { run(period, work); }) {}
-  ~ThreadTimer() override {
-    {
-      const std::lock_guard lock(mutex_);
-      ends_ = true;
-    }
-    wake_.notify_one();
-    thread_.join();
-  }
-  ThreadTimer(const ThreadTimer&) = delete;
-  ThreadTimer& operator=(const ThreadTimer&) = delete;
-
- private:
-  void run(std::chrono::milliseconds period, const std::function<void()>& work) {
-    auto due = std::chrono::steady_clock::now();
-    std::unique_lock lock(mutex_);
-    while (!ends_) {
-      due = std::max(due + period, std::chrono::steady_clock::now());  // what was missed is not made up
-      if (wake_.wait_until(lock, due, [this] { return ends_; })) return;
-      lock.unlock();
-      work();
-      lock.lock();
-    }
-  }
-
-  std::mutex mutex_;
-  std::condition_variable wake_;
-  bool ends_ = false;
-  std::thread thread_;
-};
 
 }  // namespace
 

@@ -1,0 +1,71 @@
+#pragma once
+
+// JOYSTICK: a game controller, as signals and states. PORT says which one, 0 being the first; without that
+// controller it is still.
+//
+// The controller is asked where the pollers are, on their thread; what changed waits in a queue and is told
+// on the engine's thread.
+
+#include <array>
+#include <vector>
+
+#include "input/input_poller.h"
+#include "platform/input_devices.h"
+#include "script/mc_object.h"
+
+namespace footlight {
+
+class CWindow;
+
+class CMC_Joystick : public CMC_Object, public CInputPoller {
+ public:
+  static constexpr int kUsualPort = 1;
+  static constexpr int kNoPosition = -1;
+
+  CMC_Joystick(CMC_ObjectsContainer* container, const CMElement* element);
+  ~CMC_Joystick() override;
+  static bool isTypeOf(int type) { return type == type::kJoystick; }
+
+  int getPort() const { return port_; }
+  // False for a button that is not there.
+  bool getButtonState(int button) const;
+  // X and Y are 0 and 1, -1000 to 1000; kNoPosition for any other.
+  int getAxis(int axis) const;
+
+  void tick() override;
+  void flushSignals(bool deliver) override;
+
+ protected:
+  void unlink() override;
+
+ private:
+  enum class Kind { buttonDown, buttonUp, move };
+  struct Record {
+    Kind kind;
+    int button;
+    const char* direction;
+    const char* axis;
+  };
+  struct Axis {
+    const char* name;
+    const char* low;
+    const char* high;
+    int threshold;  // between readings that count as different
+    int readings;   // in a row that it takes
+    int edge;       // up to it the direction is the low one
+  };
+
+  void readButtons(const platform::ControllerState& state);
+  void readAxis(const Axis& axis, std::size_t number, int value);
+  void queue(const Record& record);
+  void tell(const Record& record);
+
+  CWindow* window_;
+  int port_ = kUsualPort;
+  // Below, what the poller's thread and the engine's share, under the window's lock.
+  platform::ControllerState last_;
+  std::array<int, platform::ControllerState::kAxes> counts_{};
+  std::vector<Record> queue_;
+};
+
+}  // namespace footlight

@@ -1,0 +1,152 @@
+#include <array>
+#include <atomic>
+#include <gtest/gtest.h>
+#include <memory>
+#include <random>
+#include <thread>
+#include <vector>
+
+#include "platform/headless/headless_platform.h"
+#include "platform/sound_mixer.h"
+#include "platform/thread_timer.h"
+#include "sound/snd_stream.h"
+#include "sound/sound4.h"
+#include "sound/sound_codec.h"
+#include "support/memory_files.h"
+
+namespace footlight {
+namespace {
+
+using platform::SoundBuffer;
+using platform::SoundFormat;
+using platform::SoundMixer;
+
+std::vector<std::byte> bytesOf(const std::vector<std::int16_t>& samples) {
+  std::vector<std::byte> bytes;
+  for (const std::int16_t sample : samples) {
+    bytes.push_back(static_cast<std::byte>(sample & 0xFF));
+    bytes.push_back(static_cast<std::byte>(sample >> 8 & 0xFF));
+  }
+  return bytes;
+}
+
+TEST(SoundMixer, GoesRoundAndKeepsItsPlaceToTheBlock) {
+  SoundMixer mixer;
+  const auto buffer = mixer.createBuffer({.channels = 2, .rate = SoundMixer::kRate, .bits = 16}, 12);
+  buffer->write(8, bytesOf({5, 6, 1, 2, 3, 4}));  // goes on at the start
+  buffer->play(true);
+  std::array<std::int16_t, 8> heard{};
+  mixer.mix(heard);
+  EXPECT_EQ(heard, (std::array<std::int16_t, 8>{1, 2, 3, 4, 5, 6, 1, 2}));
+  EXPECT_EQ(buffer->cursor(), 4);
+  buffer->setCursor(11);
+  EXPECT_EQ(buffer->cursor(), 8) << "whole blocks";
+  buffer->setCursor(12);
+  EXPECT_EQ(buffer->cursor(), 0) << "beyond the end is the start";
+  buffer->play(false);
+  mixer.mix(heard);
+  EXPECT_EQ(heard, (std::array<std::int16_t, 8>{1, 2, 3, 4, 5, 6, 0, 0}));
+  EXPECT_FALSE(buffer->isPlaying());
+  EXPECT_TRUE(mixer.isSilent());
+}
+
+TEST(SoundMixer, RefusesWhatItCannotPlay) {
+  SoundMixer mixer;
+  for (const SoundFormat format :
+       {SoundFormat{.channels = 0}, SoundFormat{.channels = 9}, SoundFormat{.rate = 999},
+        SoundFormat{.rate = 192001}, SoundFormat{.bits = 12}}) {
+    EXPECT_EQ(mixer.createBuffer(format, 1000), nullptr);
+  }
+  EXPECT_EQ(mixer.createBuffer({}, 0), nullptr);
+}
+
+// A device whose samples a thread of its own takes, as a loudspeaker does.
+class ThreadedDevice final : public platform::SoundDevice {
+ public:
+  ThreadedDevice() : thread_([this] { listen(); }) {}
+  ~ThreadedDevice() override {
+    ends_ = true;
+    thread_.join();
+  }
+  ThreadedDevice(const ThreadedDevice&) = delete;
+  ThreadedDevice& operator=(const ThreadedDevice&) = delete;
+
+  std::unique_ptr<SoundBuffer> createBuffer(const SoundFormat& format, int bytes) override {
+    return mixer_.createBuffer(format, bytes);
+  }
+  std::unique_ptr<platform::PeriodicTimer> startTimer(std::uint32_t /*milliseconds*/,
+                                                      std::function<void()> work) override {
+    return std::make_unique<platform::ThreadTimer>(std::chrono::milliseconds(1), std::move(work));
+  }
+
+ private:
+  void listen() {
+    std::vector<std::int16_t> samples(4096);
+    while (!ends_) mixer_.mix(samples);
+  }
+
+  SoundMixer mixer_;
+  std::atomic<bool> ends_ = false;
+  std::thread thread_;
+};
+
+class LoudPlatform final : public platform::HeadlessPlatform {
+ public:
+  using HeadlessPlatform::HeadlessPlatform;
+  platform::SoundDevice* sound() override { return &device_; }
+
+ private:
+  ThreadedDevice device_;
+};
+
+TEST(ThreadedSound, StreamsAndSoundsComeAndGo) {
+  const test::Disk disk = {{"C:\\GAME\\a.wav", test::contentOf(test::waveFile(30000))},
+                           {"C:\\GAME\\b.wav", test::contentOf(test::waveFile(90))}};
+  LoudPlatform machine({}, std::make_unique<test::MemoryFiles>(disk));
+  platform::use(&machine);
+  CSoundCodec::init_codecs();
+  {
+    std::vector<Owned<CSndStream>> streams(4);
+    CSound4 sound(nullptr);
+    EXPECT_TRUE(sound.Load("b.wav"));
+    std::mt19937 random(1);
+    int wereHeard = 0;
+    for (int i = 0; i < 1500; ++i) {
+      Owned<CSndStream>& stream = streams[random() % streams.size()];
+      switch (random() % 8) {
+        case 0:
+          stream.reset();
+          break;
+        case 1:
+          stream.reset(new CSndStream(nullptr, random() % 2 == 0 ? "a.wav" : "b.wav"));
+          stream->Play(random() % 2 == 0);
+          break;
+        case 2:
+          if (stream) stream->Stop();
+          break;
+        case 3:
+          if (stream) stream->Resume();
+          break;
+        case 4:
+          if (stream) stream->setVolume(-static_cast<int>(random() % 3000));
+          break;
+        case 5:
+          if (stream && stream->IsPlaying()) ++wereHeard;
+          break;
+        case 6:
+          sound.play();
+          break;
+        default:
+          sound.Stop();
+      }
+      if (i % 16 == 0) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    EXPECT_GT(wereHeard, 20);
+    CSndStream::tellLoops();
+  }
+  CSoundCodec::done_codecs();
+  platform::use(nullptr);
+}
+
+}  // namespace
+}  // namespace footlight

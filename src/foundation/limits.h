@@ -34,7 +34,8 @@ inline constexpr std::int64_t kPictureFileBytes = kPicturePixels * 6;
 inline constexpr std::int64_t kAnimationPixels = usualOrSmall(std::int64_t{1} << 28, std::int64_t{16384});
 inline constexpr std::int64_t kAnimationFileBytes = std::int64_t{1} << 30;
 inline constexpr int kEventsOfAnimation = usualOrSmall(65536, 64);
-inline constexpr int kSoundBytes = usualOrSmall(64 << 20, 1 << 16);  // of one sound that is decoded as a whole
+inline constexpr int kSoundBytes =
+    usualOrSmall(64 << 20, 1 << 16);  // of one sound that is decoded as a whole
 inline constexpr std::int64_t kTextFileBytes = std::int64_t{64} << 20;
 inline constexpr std::int64_t kLogicalLineBytes = std::int64_t{1} << 20;
 inline constexpr int kFilledTextBytes = usualOrSmall(1 << 20, 8192);  // of code with its arguments filled in

@@ -70,6 +70,7 @@ void CCollisionInspector::onPositionChanged(CGraphicsObject* object) {
 void CCollisionInspector::tick() {
   if (monitored_.empty()) return;
   ++tick_;
+  ++age_;
   std::vector<Ref<CMonitoredObject>> later;
   for (std::size_t i = 0; i < moved_.size(); ++i) {
     const Ref<CMonitoredObject> entry = moved_[i];
@@ -89,23 +90,32 @@ void CCollisionInspector::tick() {
 }
 
 void CCollisionInspector::test(CMonitoredObject& moved) {
-  std::vector<Ref<CMonitoredObject>> others;
-  others.reserve(monitored_.size());
-  for (const auto& other : monitored_) others.emplace_back(other.get());
-  for (const Ref<CMonitoredObject>& other : others) {
-    if (!moved.object) return;
-    if (other->enabled && other->object && other.get() != &moved) testPair(moved, *other);
+  // Observers may add to the list; it shrinks at the end of the tick alone.
+  const std::size_t count = monitored_.size();
+  for (std::size_t i = 0; i < count && moved.object; ++i) {
+    CMonitoredObject& other = *monitored_[i];
+    if (other.enabled && other.object && &other != &moved) testPair(moved, other);
   }
 }
 
+// Asking an object for its box takes longer than comparing two, so it is asked once an age.
+const CXRect& CCollisionInspector::boxOf(CMonitoredObject& entry) const {
+  if (entry.boxAge != age_) {
+    entry.box = entry.object->GetBoundingBox();
+    entry.boxAge = age_;
+  }
+  return entry.box;
+}
+
 void CCollisionInspector::testPair(CMonitoredObject& moved, CMonitoredObject& other) {
+  const CXRect boxA = boxOf(moved);
+  const CXRect boxB = boxOf(other);
+  const CXRect common = boxA.Common(boxB);
+  const bool overlap = common.Width() != 0 && common.Height() != 0;
+  if (!overlap && moved.touching.empty()) return;
   const Ref<CGraphicsObject> a(moved.object.get());
   const Ref<CGraphicsObject> b(other.object.get());
-  const CXRect boxA = a->GetBoundingBox();
-  const CXRect boxB = b->GetBoundingBox();
-  const CXRect common = boxA.Common(boxB);
-  const bool isTouching = common.Width() != 0 && common.Height() != 0 &&
-                          (!moved.useAlpha || checkAlphaCollision(a.get(), boxA, b.get(), boxB));
+  const bool isTouching = overlap && (!moved.useAlpha || checkAlphaCollision(a.get(), boxA, b.get(), boxB));
   const bool wasTouching = findIn(moved.touching, b.get()) != moved.touching.end();
   if (isTouching == wasTouching) return;
   if (isTouching) {
@@ -120,6 +130,7 @@ void CCollisionInspector::testPair(CMonitoredObject& moved, CMonitoredObject& ot
 
 void CCollisionInspector::notify(int kind, CGraphicsObject* a, CGraphicsObject* b) {
   if (kind != 1 && kind != 2) return;
+  ++age_;
   const std::vector<Observer> snapshot = observers_;
   for (const Observer& entry : snapshot) {
     const Ref<CXObject> object(entry.object.get());

@@ -36,6 +36,8 @@ class CMonitoredObject : public CXObject {
   bool isMoved = false;
   bool enabled = true;
   std::uint64_t turn = 0;  // the last tick in which it was tested
+  CXRect box;              // as it was in that age; see CCollisionInspector::boxOf
+  std::uint64_t boxAge = 0;
   std::vector<WeakRef<CGraphicsObject>> touching;
 };
 
@@ -71,6 +73,7 @@ class CCollisionInspector : public CXObject {
   void addObserver(CCollisionObserver* observer, CXObject* object);
   void test(CMonitoredObject& moved);
   void testPair(CMonitoredObject& moved, CMonitoredObject& other);
+  const CXRect& boxOf(CMonitoredObject& entry) const;
   void drop(const CMonitoredObject* entry);
   void dropDead();
 
@@ -79,6 +82,7 @@ class CCollisionInspector : public CXObject {
   std::vector<Ref<CMonitoredObject>> moved_;
   std::vector<Observer> observers_;
   std::uint64_t tick_ = 0;
+  std::uint64_t age_ = 0;  // begins anew with a tick, and whenever observers may have moved something
 };
 
 }  // namespace footlight

@@ -28,11 +28,13 @@ void CMC_Joystick::unlink() {
 }
 
 bool CMC_Joystick::getButtonState(int button) const {
+  const std::lock_guard lock(stateMutex_);
   const auto index = static_cast<std::size_t>(button);
   return button >= 0 && index < last_.buttons.size() && last_.buttons[index];
 }
 
 int CMC_Joystick::getAxis(int axis) const {
+  const std::lock_guard lock(stateMutex_);
   return axis == 0 || axis == 1 ? last_.axes[static_cast<std::size_t>(axis)] : kNoPosition;
 }
 
@@ -47,6 +49,7 @@ void CMC_Joystick::tick() {
       {"X", "LEFT", "RIGHT", 50, 1, 5}, {"Y", "UP", "DOWN", 300, 4, 0}, {"Z", "OUT", "IN", 300, 4, 0}};
   const auto state = platform::current().input().controller(port_);
   if (!state) return;
+  const std::lock_guard lock(stateMutex_);
   readButtons(*state);
   for (std::size_t i = 0; i < std::size(kAxes); ++i) readAxis(kAxes[i], i, state->axes[i]);
 }

@@ -7,6 +7,7 @@
 // on the engine's thread.
 
 #include <array>
+#include <mutex>
 #include <vector>
 
 #include "input/input_poller.h"
@@ -62,8 +63,10 @@ class CMC_Joystick : public CMC_Object, public CInputPoller {
 
   CWindow* window_;
   int port_ = kUsualPort;
-  // Below, what the poller's thread and the engine's share, under the window's lock.
+  // The poller's thread writes the state, scripts read it at any time.
+  mutable std::mutex stateMutex_;
   platform::ControllerState last_;
+  // The rest is touched under the window's lock alone.
   std::array<int, platform::ControllerState::kAxes> counts_{};
   std::vector<Record> queue_;
 };

@@ -77,9 +77,8 @@ void CMC_Sound::giveBack() {
 }
 
 bool CMC_Sound::done(bool keep) {
-  const bool isDone = CMC_Object::done(keep);
   giveBack();
-  return isDone;
+  return CMC_Object::done(keep);
 }
 
 void CMC_Sound::unlink() { giveBack(); }

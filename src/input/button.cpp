@@ -104,7 +104,7 @@ std::unique_ptr<CXObject> CButton::clone() const {
   made->sndOnMove_ = sndOnMove_;
   made->sndOnClick_ = sndOnClick_;
   made->draggingEnabled_ = draggingEnabled_;
-  if (gfxCurrent_) made->hotSpot_->Set(gfxCurrent_.get());
+  made->hotSpot_->takeArea(*hotSpot_);
   made->hotSpot_->setPriority(hotSpot_->getPriority());
   made->setEnabled(IsEnabled());
   made->hotSpot_->Enable(hotSpot_->IsEnabled());

@@ -39,6 +39,11 @@ void CHotSpot::SetActiveRect(const CXRect& rect) {
   graphics_ = nullptr;
 }
 
+void CHotSpot::takeArea(const CHotSpot& other) {
+  activeRect_ = other.activeRect_;
+  graphics_ = other.graphics_;
+}
+
 void CHotSpot::setUnit(CControlUnit* unit, CXObject* object) {
   unit_ = unit;
   unitObject_ = object;

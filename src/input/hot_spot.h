@@ -58,6 +58,7 @@ class CHotSpot : public CXObject {
   // Takes the place of a rectangle, or of a picture.
   void Set(CGraphicsObject* graphics);
   void SetActiveRect(const CXRect& rect);
+  void takeArea(const CHotSpot& other);
   void setUnit(CControlUnit* unit, CXObject* object);
   CControlUnit* getUnit() const { return unitObject_ ? unit_ : nullptr; }
   CXObject* getUnitObject() const { return unitObject_.get(); }

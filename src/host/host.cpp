@@ -116,6 +116,10 @@ bool Host::openInput() {
       for (const int port : platform::InputScript::kScriptedPorts) devices_->connectController(port);
     }
   }
+  if (headless_ != nullptr && !headless_->isRecording()) {
+    complain("--record: " + options_.record + ": cannot be written");
+    return false;
+  }
   if (!options_.recordInput.empty()) {
     recorder_ = std::make_unique<platform::InputRecorder>(options_.recordInput);
     if (!recorder_->isGood()) {

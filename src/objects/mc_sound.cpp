@@ -76,6 +76,18 @@ void CMC_Sound::giveBack() {
   sound_ = nullptr;
 }
 
+std::unique_ptr<CMC_Object> CMC_Sound::copy() const {
+  const CSound4* sound = getSound();
+  if (sound == nullptr) return nullptr;
+  auto made = std::make_unique<CMC_Sound>(getScene());
+  made->preload_ = preload_;
+  made->flushAfterPlayed_ = flushAfterPlayed_;
+  made->own_.reset(new CSound4(getScene()->getWindow(), sound->getFileName(), flushAfterPlayed_, preload_));
+  made->sound_ = made->own_.get();
+  made->own_->addNotifier(made.get());
+  return made;
+}
+
 bool CMC_Sound::done(bool keep) {
   giveBack();
   return CMC_Object::done(keep);

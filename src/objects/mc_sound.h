@@ -24,6 +24,8 @@ class CMC_Sound : public CMC_Object, public CPlayableObserver {
   // A file of the sound folder in place of the one before.
   void initSound(const CXString& name);
 
+  // With a sound of its own.
+  std::unique_ptr<CMC_Object> copy() const override;
   bool done(bool keep) override;
   bool onPlayableStarted(CPlayable* playable) override;
   bool onPlayableFinished(CPlayable* playable) override;

@@ -112,10 +112,7 @@ void CSndStream::timeFunc() {
   const std::lock_guard lock(lock_);
   const int cursor = buffer_->cursor();
   if (cursor == nextWriteOffset_) return;
-  if (foundEnd_ && bytesRemaining_ == 0) {
-    donePlaying_ = true;
-    return;
-  }
+  if (foundEnd_ && bytesRemaining_ == 0) donePlaying_ = true;  // from here on silence goes round
   const int length = distance(nextWriteOffset_, cursor);
   if (foundEnd_) bytesRemaining_ = std::max(0, bytesRemaining_ - length);
   refill(cursor, length);

@@ -22,6 +22,7 @@ bool CStreamedWAV::open() {
   dataSize_ = wave_file::findChunk(file_, "data");
   if (format_.wFormatTag != wave_file::kPcm || !format.isPlayable() || dataSize_ < 0) return false;
   dataStart_ = file_.Tell();
+  if (dataSize_ == 0) dataSize_ = std::max(0, file_.Length() - dataStart_);  // whoever wrote it did not know
   const int block = format.blockBytes();
   buffer_ = device->createBuffer(
       format, static_cast<int>(std::int64_t{format.rate} * kRingMilliseconds / 1000) * block);

@@ -50,6 +50,7 @@ CLOCK:ONTICK^46={LONG^RESUME();}
 CLOCK:ONTICK^48={LONG^STOP(FALSE);LONG^PLAY();}
 CLOCK:ONTICK^49={LONG^STOP();}
 CLOCK:ONTICK^52={PACKED^PLAY();}
+CLOCK:ONTICK^56={LEFT^CLONE();LEFT_1^PLAY();LOG^ADD(LEFT_1^ISPLAYING());}
 CLOCK:ONTICK^62={MAIN^STARTMUSIC("Wavs\\\\music.wav");}
 CLOCK:ONTICK^140={MAIN^STOPMUSIC();HEARD^SET(LOG);}
 """
@@ -60,14 +61,14 @@ def noise(seed, count, most=32767):
     return [chance.randint(-most, most) for _ in range(count)]
 
 
-def write_wav(path, samples, rate=RATE, channels=1, bits=16, before=b""):
-    """Samples of 16 bits; `before` are chunks in front of the format."""
+def write_wav(path, samples, rate=RATE, channels=1, bits=16, before=b"", size=None):
+    """Samples of 16 bits; `before` are chunks in front of the format, `size` is what the file says of its data."""
     data = array.array("h", samples).tobytes() if bits == 16 else bytes((s >> 8) + 128 for s in samples)
     if bits == 24:
         data = b"".join((s << 8 & 0xFFFFFF).to_bytes(3, "little") for s in samples)
     block = channels * bits // 8
     fmt = b"fmt \x10\0\0\0" + b"".join(v.to_bytes(n, "little") for v, n in ((1, 2), (channels, 2), (rate, 4), (rate * block, 4), (block, 2), (bits, 2)))
-    body = b"WAVE" + before + fmt + b"data" + len(data).to_bytes(4, "little") + data
+    body = b"WAVE" + before + fmt + b"data" + (len(data) if size is None else size).to_bytes(4, "little") + data
     path.write_bytes(b"RIFF" + len(body).to_bytes(4, "little") + body)
 
 
@@ -122,7 +123,7 @@ class Sounds:
         write_wav(folder / "loud1.wav", loud1)
         write_wav(folder / "long.wav", [0] * RATE)
         write_packed(folder / "packed.wav")
-        write_wav(folder / "music.wav", music)
+        write_wav(folder / "music.wav", music, size=0)
         (folder / "none.wav").write_bytes(b"RIFF\xff\xff\xff\xffWAVEfmt \xff\xff\xff\xff")
         half, panned, side = gain(-1600), gain(-1600 - 800), gain(-800)
         soft_left, soft_right = stretched(soft8[0::2]), stretched(soft8[1::2])
@@ -132,6 +133,7 @@ class Sounds:
             12: [(scaled(a, panned), scaled(b, half)) for a, b in zip(soft_left, soft_right)],
             22: [(s, scaled(s, side)) for s in slow],
             32: [(clipped(a + b),) * 2 for a, b in zip(loud0, loud1)],
+            56: [(s, s) for s in left],
             62: [(music[i % 3000],) * 2 for i in range(RATE)],
         }
 
@@ -166,8 +168,9 @@ def judge(recorded, expected):
 def judge_ini(text):
     heard = re.search(r"HEARD=(.*)", text)
     # Started and playing, the missing one not; each of two objects hears the shared end; the long one starts, is
-    # paused, goes on, ends silently, starts again, ends with a word.
-    wanted = "sTRUEFALSEfFlFALSErlL"
+    # paused, goes on, ends silently, starts again, ends with a word. A clone
+    # plays a sound of its own, with settings of its own.
+    wanted = "sTRUEFALSEfFlFALSErlLTRUE"
     if heard is None or heard.group(1).strip() != wanted:
         yield f"HEARD is {heard and heard.group(1)!r} instead of {wanted!r}"
     # The ring took 52,920 frames ahead; of 78 ticks 24 periods of 50 milliseconds are refilled, 2,205 frames each.

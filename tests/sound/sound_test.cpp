@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <chrono>
@@ -61,6 +62,55 @@ TEST(SoundMixer, RefusesWhatItCannotPlay) {
   EXPECT_EQ(mixer.createBuffer({}, 0), nullptr);
 }
 
+// A device that plays and rings when it is told.
+class SteppedDevice final : public platform::SoundDevice {
+ public:
+  std::unique_ptr<SoundBuffer> createBuffer(const SoundFormat& format, int bytes) override {
+    return mixer_.createBuffer(format, bytes);
+  }
+  std::unique_ptr<platform::PeriodicTimer> startTimer(std::uint32_t /*milliseconds*/,
+                                                      std::function<void()> work) override {
+    work_ = std::move(work);
+    return std::make_unique<platform::PeriodicTimer>();
+  }
+  // 50 milliseconds, then the timer. Whether anything was heard.
+  bool step() {
+    std::vector<std::int16_t> samples(2 * SoundMixer::kRate / 20);
+    mixer_.mix(samples);
+    work_();
+    return std::ranges::any_of(samples, [](std::int16_t sample) { return sample != 0; });
+  }
+
+ private:
+  SoundMixer mixer_;
+  std::function<void()> work_;
+};
+
+template <class Device>
+class PlatformWith final : public platform::HeadlessPlatform {
+ public:
+  using HeadlessPlatform::HeadlessPlatform;
+  Device* sound() override { return &device_; }
+
+ private:
+  Device device_;
+};
+
+TEST(SndStream, IsSilentWhenItHasPlayedOut) {
+  const test::Disk disk = {{"C:\\GAME\\a.wav", test::contentOf(test::waveFile(30000))}};  // 1.36 seconds
+  PlatformWith<SteppedDevice> machine({}, std::make_unique<test::MemoryFiles>(disk));
+  platform::use(&machine);
+  {
+    CSndStream stream(nullptr, "a.wav");
+    stream.Play(false);
+    int heard = 0;
+    for (int i = 0; i < 100; ++i) heard += machine.sound()->step() ? 1 : 0;
+    EXPECT_EQ(heard, 28) << "once to its end, and nothing of it again";
+    EXPECT_FALSE(stream.IsPlaying());
+  }
+  platform::use(nullptr);
+}
+
 // A device whose samples a thread of its own takes, as a loudspeaker does.
 class ThreadedDevice final : public platform::SoundDevice {
  public:
@@ -94,19 +144,10 @@ class ThreadedDevice final : public platform::SoundDevice {
   std::thread thread_;
 };
 
-class LoudPlatform final : public platform::HeadlessPlatform {
- public:
-  using HeadlessPlatform::HeadlessPlatform;
-  platform::SoundDevice* sound() override { return &device_; }
-
- private:
-  ThreadedDevice device_;
-};
-
 TEST(ThreadedSound, StreamsAndSoundsComeAndGo) {
   const test::Disk disk = {{"C:\\GAME\\a.wav", test::contentOf(test::waveFile(30000))},
                            {"C:\\GAME\\b.wav", test::contentOf(test::waveFile(90))}};
-  LoudPlatform machine({}, std::make_unique<test::MemoryFiles>(disk));
+  PlatformWith<ThreadedDevice> machine({}, std::make_unique<test::MemoryFiles>(disk));
   platform::use(&machine);
   CSoundCodec::init_codecs();
   {

@@ -1,6 +1,8 @@
 #include "anim/words.h"
 
-#include <CLI/CLI.hpp>
+#include <utility>
+
+#include "command_line.h"
 
 namespace footlight::anim {
 
@@ -55,14 +57,8 @@ Parsed parseWords(int count, const char* const* words) {
   app.set_help_flag("--help", "print this and leave");
   app.require_subcommand(1);
   addCommands(app, parsed);
-  try {
-    app.parse(count, words);
-  } catch (const CLI::CallForHelp&) {
-    const auto chosen = app.get_subcommands();
-    return {std::nullopt, kDone, chosen.empty() ? app.help() : chosen.front()->help()};
-  } catch (const CLI::ParseError& error) {
-    return {std::nullopt, kFailed, "footlight-anim: " + std::string(error.what()) + "\n"};
-  }
+  if (auto answer = tools::answerTo(app, count, words, kFailed))
+    return {std::nullopt, answer->exitStatus, std::move(answer->message)};
   return {std::move(parsed), kDone, {}};
 }
 

@@ -1,6 +1,8 @@
 #include "words.h"
 
-#include <CLI/CLI.hpp>
+#include <utility>
+
+#include "command_line.h"
 
 namespace footlight::check {
 
@@ -30,13 +32,8 @@ Parsed parseWords(int count, const char* const* words) {
       "when something was, 2 when the check could not be made.",
       "footlight-check");
   addOptions(app, parsed);
-  try {
-    app.parse(count, words);
-  } catch (const CLI::CallForHelp&) {
-    return {std::nullopt, kNothingFound, app.help()};
-  } catch (const CLI::ParseError& error) {
-    return {std::nullopt, kNoWork, "footlight-check: " + std::string(error.what()) + "\n"};
-  }
+  if (auto answer = tools::answerTo(app, count, words, kNoWork))
+    return {std::nullopt, answer->exitStatus, std::move(answer->message)};
   return {std::move(parsed), kNothingFound, {}};
 }
 

@@ -1,6 +1,8 @@
 #include "words.h"
 
-#include <CLI/CLI.hpp>
+#include <utility>
+
+#include "command_line.h"
 
 namespace footlight::image {
 
@@ -63,13 +65,8 @@ Parsed parseWords(int count, const char* const* words) {
       "when not.",
       "footlight-image");
   addOptions(app, typed);
-  try {
-    app.parse(count, words);
-  } catch (const CLI::CallForHelp&) {
-    return {std::nullopt, kDone, app.help()};
-  } catch (const CLI::ParseError& error) {
-    return refused(error.what());
-  }
+  if (auto answer = tools::answerTo(app, count, words, kNoWork))
+    return {std::nullopt, answer->exitStatus, std::move(answer->message)};
   Options& options = typed.options;
   if (options.isInfo != options.output.empty()) {
     return refused(options.isInfo ? "--info writes no file: " + options.output : "OUTPUT is required");

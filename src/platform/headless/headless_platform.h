@@ -41,6 +41,8 @@ class HeadlessPlatform : public Platform {
   HeadlessShell& shell() override { return shell_; }
   PosixModules& modules() override { return modules_; }
   SoundDevice* sound() override { return &sound_; }
+  // False when the file for what was played cannot be written.
+  bool isRecording() const { return sound_.isRecording(); }
   std::string locale() const override { return options_.locale; }
   // Gives the window events that were put in.
   std::vector<WindowEvent> pump() override;

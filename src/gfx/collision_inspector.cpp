@@ -26,6 +26,11 @@ void leave(Touching& list, const CGraphicsObject* object) {
   if (place != list.end()) list.erase(place);
 }
 
+bool overlap(const CXRect& a, const CXRect& b) {
+  const CXRect common = a.Common(b);
+  return common.Width() != 0 && common.Height() != 0;
+}
+
 }  // namespace
 
 CMonitoredObject* CCollisionInspector::find(const CGraphicsObject* object) const {
@@ -76,11 +81,11 @@ void CCollisionInspector::tick() {
     const Ref<CMonitoredObject> entry = moved_[i];
     if (entry->turn == tick_) {
       later.push_back(entry);
-    } else if (entry->enabled && entry->object) {
-      entry->turn = tick_;
-      test(*entry);
-      entry->isMoved = false;
+      continue;
     }
+    entry->turn = tick_;
+    if (entry->enabled && entry->object) test(*entry);
+    entry->isMoved = false;
   }
   const std::vector<Ref<CMonitoredObject>> done = std::exchange(moved_, std::move(later));
   for (const Ref<CMonitoredObject>& entry : done) {
@@ -89,33 +94,66 @@ void CCollisionInspector::tick() {
   dropDead();
 }
 
+// All others in the order of the list, without those that neither touch nor touched: to look at each would
+// take the square of their number a tick. Observers may add to the list, it shrinks at the tick's end alone.
 void CCollisionInspector::test(CMonitoredObject& moved) {
-  // Observers may add to the list; it shrinks at the end of the tick alone.
-  const std::size_t count = monitored_.size();
-  for (std::size_t i = 0; i < count && moved.object; ++i) {
-    CMonitoredObject& other = *monitored_[i];
-    if (other.enabled && other.object && &other != &moved) testPair(moved, other);
+  const std::size_t end = monitored_.size();
+  std::size_t next = 0;
+  while (next < end && moved.object) {
+    lookAtBoxes();
+    const std::vector<std::uint32_t> places = placesToTest(moved, next, end);
+    const std::uint64_t age = age_;
+    next = end;
+    for (const std::uint32_t place : places) {
+      testPair(moved, *monitored_[place]);
+      if (age == age_) continue;
+      next = std::size_t{place} + 1;
+      break;
+    }
   }
 }
 
-// Asking an object for its box takes longer than comparing two, so it is asked once an age.
-const CXRect& CCollisionInspector::boxOf(CMonitoredObject& entry) const {
-  if (entry.boxAge != age_) {
-    entry.box = entry.object->GetBoundingBox();
-    entry.boxAge = age_;
+// Within a tick the grid only grows: where a box has been before does no harm, and few boxes change.
+void CCollisionInspector::lookAtBoxes() {
+  if (boxesAge_ == age_) return;
+  boxesAge_ = age_;
+  const bool isFresh = gridTick_ != tick_ || grid_.count() > 4 * monitored_.size();
+  if (isFresh) grid_.clear();
+  gridTick_ = tick_;
+  for (std::uint32_t place = 0; place < monitored_.size(); ++place) {
+    CMonitoredObject& entry = *monitored_[place];
+    entry.place = place;
+    const CXRect box = entry.object ? entry.object->GetBoundingBox() : CXRect();
+    if (!isFresh && box == entry.box) continue;
+    entry.box = box;
+    grid_.add(place, box);
   }
-  return entry.box;
+}
+
+std::vector<std::uint32_t> CCollisionInspector::placesToTest(const CMonitoredObject& moved, std::size_t from,
+                                                             std::size_t end) {
+  std::vector<std::uint32_t> places;
+  grid_.near(moved.box, places);
+  std::erase_if(places, [&](std::uint32_t place) { return !overlap(moved.box, monitored_[place]->box); });
+  for (const auto& other : moved.touching) {
+    if (const CMonitoredObject* entry = find(other.get())) places.push_back(entry->place);
+  }
+  std::erase_if(places, [&](std::uint32_t place) {
+    return place < from || place >= end || monitored_[place].get() == &moved || !monitored_[place]->enabled;
+  });
+  std::sort(places.begin(), places.end());
+  places.erase(std::unique(places.begin(), places.end()), places.end());
+  return places;
 }
 
 void CCollisionInspector::testPair(CMonitoredObject& moved, CMonitoredObject& other) {
-  const CXRect boxA = boxOf(moved);
-  const CXRect boxB = boxOf(other);
-  const CXRect common = boxA.Common(boxB);
-  const bool overlap = common.Width() != 0 && common.Height() != 0;
-  if (!overlap && moved.touching.empty()) return;
+  if (!other.object) return;
+  const CXRect boxA = moved.box;
+  const CXRect boxB = other.box;
   const Ref<CGraphicsObject> a(moved.object.get());
   const Ref<CGraphicsObject> b(other.object.get());
-  const bool isTouching = overlap && (!moved.useAlpha || checkAlphaCollision(a.get(), boxA, b.get(), boxB));
+  const bool isTouching =
+      overlap(boxA, boxB) && (!moved.useAlpha || checkAlphaCollision(a.get(), boxA, b.get(), boxB));
   const bool wasTouching = findIn(moved.touching, b.get()) != moved.touching.end();
   if (isTouching == wasTouching) return;
   if (isTouching) {
@@ -129,7 +167,7 @@ void CCollisionInspector::testPair(CMonitoredObject& moved, CMonitoredObject& ot
 }
 
 void CCollisionInspector::notify(int kind, CGraphicsObject* a, CGraphicsObject* b) {
-  if (kind != 1 && kind != 2) return;
+  if ((kind != 1 && kind != 2) || observers_.empty()) return;
   ++age_;
   const std::vector<Observer> snapshot = observers_;
   for (const Observer& entry : snapshot) {

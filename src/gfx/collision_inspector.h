@@ -14,6 +14,7 @@
 
 #include "foundation/geometry.h"
 #include "foundation/xobject.h"
+#include "gfx/box_grid.h"
 #include "gfx/graphics_object.h"
 
 namespace footlight {
@@ -36,8 +37,9 @@ class CMonitoredObject : public CXObject {
   bool isMoved = false;
   bool enabled = true;
   std::uint64_t turn = 0;  // the last tick in which it was tested
-  CXRect box;              // as it was in that age; see CCollisionInspector::boxOf
-  std::uint64_t boxAge = 0;
+  // Both as they were when the boxes were looked at last; see CCollisionInspector::lookAtBoxes.
+  CXRect box;
+  std::uint32_t place = 0;
   std::vector<WeakRef<CGraphicsObject>> touching;
 };
 
@@ -73,7 +75,8 @@ class CCollisionInspector : public CXObject {
   void addObserver(CCollisionObserver* observer, CXObject* object);
   void test(CMonitoredObject& moved);
   void testPair(CMonitoredObject& moved, CMonitoredObject& other);
-  const CXRect& boxOf(CMonitoredObject& entry) const;
+  void lookAtBoxes();
+  std::vector<std::uint32_t> placesToTest(const CMonitoredObject& moved, std::size_t from, std::size_t end);
   void drop(const CMonitoredObject* entry);
   void dropDead();
 
@@ -82,7 +85,11 @@ class CCollisionInspector : public CXObject {
   std::vector<Ref<CMonitoredObject>> moved_;
   std::vector<Observer> observers_;
   std::uint64_t tick_ = 0;
-  std::uint64_t age_ = 0;  // begins anew with a tick, and whenever observers may have moved something
+  BoxGrid grid_;
+  // A new age begins with a tick, and whenever observers may have moved something: boxes keep for one age.
+  std::uint64_t age_ = 0;
+  std::uint64_t boxesAge_ = 0;
+  std::uint64_t gridTick_ = 0;
 };
 
 }  // namespace footlight

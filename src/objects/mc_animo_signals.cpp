@@ -73,22 +73,12 @@ bool CMC_Animo::onPlayableTick(CPlayable* playable) {
 // --- collisions
 // ----------------------------------------------------------------------------------------------------
 
-void CMC_Animo::signalCollision(int index, const char* signal, CGraphicsObject* a, CGraphicsObject* b) {
-  if (!isSignalBound(index) || a != getAnimo() || getScene() == nullptr) return;
-  const Ref<CMC_Animo> self(this);
-  const CXString own = getScene()->getGraphicsObjectName(a, true);
-  const CXString other = getScene()->getGraphicsObjectName(b, true);
-  const CXString head = CXString(signal) + "^";
-  if (!onSignal(head + signalEvent() + "^" + other) && !onSignal(head + other))
-    onSignal(signal, {own, other});
-}
-
 void CMC_Animo::onCollision(CGraphicsObject* a, CGraphicsObject* b) {
-  signalCollision(kOnCollision, "ONCOLLISION", a, b);
+  signalCollision(kOnCollision, "ONCOLLISION", a, b, signalEvent());
 }
 
 void CMC_Animo::onCollisionFinished(CGraphicsObject* a, CGraphicsObject* b) {
-  signalCollision(kOnCollisionFinished, "ONCOLLISIONFINISHED", a, b);
+  signalCollision(kOnCollisionFinished, "ONCOLLISIONFINISHED", a, b, signalEvent());
 }
 
 // --- the mouse
@@ -99,16 +89,6 @@ void CMC_Animo::setAsButton(bool asButton, bool changeCursor) {
   changeCursor_ = changeCursor;
   if (CAnimo6* animo = getAnimo()) animo->Play("ONNOEVENT", 0, CAnimo::kUsualFps);
   focus_ = false;
-}
-
-bool CMC_Animo::verifyBehaviour(const CXString& signal) {
-  if (signal.startsWith("ONCLICK") || signal.startsWith("ONRELEASE") || signal == "ONFOCUSON" ||
-      signal == "ONFOCUSOFF") {
-    focus_ = false;
-    mouseBound_ = true;
-    if (window_ != nullptr) window_->registerMouseListener(this, priority_);
-  }
-  return true;
 }
 
 bool CMC_Animo::isButton() const {
@@ -131,7 +111,7 @@ void CMC_Animo::playButton(const char* event) {
 void CMC_Animo::enterFocus(bool announces) {
   const bool isClicked = getAnimo()->isPlaying("ONCLICK");
   playButton("ONFOCUSON");
-  if (!isClicked && changeCursor_) window_->BeginActiveCursor();
+  if (!isClicked && changeCursor_) window()->BeginActiveCursor();
   if (!announces) return;
   focus_ = true;
   onSignal("ONFOCUSON");
@@ -139,7 +119,7 @@ void CMC_Animo::enterFocus(bool announces) {
 
 void CMC_Animo::leaveFocus(bool announces) {
   playButton("ONFOCUSOFF");
-  if (changeCursor_) window_->EndActiveCursor();
+  if (changeCursor_) window()->EndActiveCursor();
   if (!announces) return;
   focus_ = false;
   onSignal("ONFOCUSOFF");
@@ -158,16 +138,11 @@ bool CMC_Animo::onMouseMove(CXPoint point) {
   return CMouseListener::onMouseMove(point);
 }
 
-// The signal with the button's name, else the plain one.
-void CMC_Animo::signalButton(const char* signal, int button) {
-  if (!onSignal(CXString(signal) + "^" + mouseButtonName(button))) onSignal(signal);
-}
-
 bool CMC_Animo::onClick(int button, CXPoint point) {
   const Ref<CMC_Animo> self(this);
   if (isButton() && mouseBound_ && isHit(point)) {
     playButton("ONCLICK");
-    if (changeCursor_) window_->EndActiveCursor();
+    if (changeCursor_) window()->EndActiveCursor();
     if (isSignalBound(kOnClick)) signalButton("ONCLICK", button);
   }
   return CMouseListener::onClick(button, point);

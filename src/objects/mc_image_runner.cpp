@@ -2,14 +2,10 @@
 
 #include <cmath>
 
-#include "foundation/byte_reader.h"
-#include "foundation/diagnose.h"
-#include "gfx/refresh_screen.h"
-#include "gfx/window.h"
 #include "objects/graphics_arguments.h"
+#include "objects/graphics_methods.h"
 #include "objects/mc_array.h"
 #include "objects/mc_image.h"
-#include "script/mc_variable_factory.h"
 #include "script/method_tables.h"
 
 namespace footlight {
@@ -17,32 +13,17 @@ namespace footlight {
 namespace {
 
 using Factory = CMC_VariableFactory;
+using namespace graphics_methods;
 
-// A method on the picture; one without a picture is a silent null.
-template <Result (*F)(CImage&, Call&)>
+template <auto F>
 Result onImage(CMC_Image& object, Call& call) {
-  const Ref<CImage> image(object.getImage());
-  if (!image) diagnose::reportCall(diagnose::Group::object, "there is no picture");
-  return image ? F(*image, call) : Result();
+  return onGraphic<F>(object.getImage(), call);
 }
-
-CRefreshScreen* screenOf(const CImage& image) {
-  return image.getWindow() != nullptr ? image.getWindow()->getRefreshScreen() : nullptr;
-}
-
-CXPoint point(const Call& call, int first) { return {call.integer(first), call.integer(first + 1)}; }
 
 // Showing and placing
 
-Result show(CImage& image, Call& /*call*/) {
-  image.Visible(true);
-  return {};
-}
-
-Result hide(CImage& image, Call& /*call*/) {
-  image.Visible(false);
-  return {};
-}
+void show(CImage& image) { image.Visible(true); }
+void hide(CImage& image) { image.Visible(false); }
 
 void moveTo(CImage& image, CXPoint position) {
   image.Invalidate();
@@ -65,75 +46,10 @@ Result resetPosition(CMC_Image& object, Call& /*call*/) {
   return {};
 }
 
-Result move(CImage& image, Call& call) {
-  image.Move(call.integer(0), call.integer(1));
-  return {};
-}
-
-Result setPriority(CImage& image, Call& call) {
-  if (CRefreshScreen* screen = screenOf(image); screen != nullptr)
-    screen->SetPriority(&image, call.integer(0));
-  return {};
-}
-
-Result invalidate(CImage& image, Call& /*call*/) {
-  image.Invalidate();
-  return {};
-}
-
-struct AnchorWord {
-  const char* word;
-  int x, y;  // in halves of the size
-};
-constexpr AnchorWord kAnchors[] = {
-    {"CENTER", 1, 1}, {"LEFTUPPER", 0, 0}, {"RIGHTUPPER", 2, 0}, {"LEFTLOWER", 0, 2}, {"RIGHTLOWER", 2, 2},
-    {"LEFT", 0, 1},   {"RIGHT", 2, 1},     {"TOP", 1, 0},        {"BOTTOM", 1, 2},
-};
-
-int halves(int size, int count) { return count == 2 ? size : count * (size / 2); }
-
-Result setAnchor(CImage& image, Call& call) {
-  if (call.count() != 1) {
-    image.setAnchor(point(call, 0));
-    return {};
-  }
-  const CXString word = call.text(0);
-  CXPoint anchor;
-  bool isKnown = false;
-  for (const AnchorWord& row : kAnchors) {
-    if (word != row.word) continue;
-    anchor = image.GetPosition() + CXPoint(halves(image.Width(), row.x), halves(image.Height(), row.y));
-    isKnown = true;
-  }
-  if (!isKnown && diagnose::isOn())
-    diagnose::reportCall(diagnose::Group::arguments, "no anchor has the word " + word.str());
-  image.setAnchor(anchor);
-  return {};
-}
-
-// Clipping and opacity
-
-Result clearClipping(CImage& image, Call& /*call*/) {
-  image.SetClippingRect({});
-  return {};
-}
-
-Result setClipping(CImage& image, Call& call) {
-  if (call.count() == 1) {
-    const CGraphicsObject* other = graphicsArgument(call, 0);
-    image.SetClippingRect(other != nullptr ? other->GetBoundingBox() : CXRect());
-  } else {
-    image.SetClippingRect(rectangleArgument(call, 0));
-  }
-  return {};
-}
-
 Result setOpacity(CImage& image, Call& call) {
   image.SetOpacity(static_cast<std::uint8_t>(call.integer(0) & 0xFF));
   return {};
 }
-
-Result getOpacity(CImage& image, Call& /*call*/) { return Factory::makeInteger(image.GetOpacity()); }
 
 // Files and other pictures
 
@@ -156,12 +72,6 @@ Result link(CImage& image, Call& call) {
   return {};
 }
 
-Result drawOnto(CImage& image, Call& call) {
-  CGraphicsObject* target = graphicsArgument(call, 0);
-  if (target != nullptr) target->addObject(&image, call.count() == 2 ? call.integer(1) : 0);
-  return {};
-}
-
 Result mergeAlpha(CImage& image, Call& call) {
   image.mergeAlpha(point(call, 0), graphicsArgument(call, 2));
   return {};
@@ -172,45 +82,11 @@ Result mergeAlpha2(CImage& image, Call& call) {
   return {};
 }
 
-Result flipH(CImage& image, Call& /*call*/) {
-  image.FlipH();
-  image.Invalidate();
-  return {};
-}
-
-Result flipV(CImage& image, Call& /*call*/) {
-  image.FlipV();
-  image.Invalidate();
-  return {};
-}
-
-Result resetFlips(CImage& image, Call& /*call*/) {
-  image.resetFlips();
-  image.Invalidate();
-  return {};
-}
-
 // Questions
 
-Result getPositionX(CImage& image, Call& /*call*/) { return Factory::makeInteger(image.GetPosition().x); }
-Result getPositionY(CImage& image, Call& /*call*/) { return Factory::makeInteger(image.GetPosition().y); }
-Result getWidth(CImage& image, Call& /*call*/) { return Factory::makeInteger(image.Width()); }
-Result getHeight(CImage& image, Call& /*call*/) { return Factory::makeInteger(image.Height()); }
-
 // The sum is halved, not the size alone.
-Result getCenterX(CImage& image, Call& /*call*/) {
-  return Factory::makeInteger(wrap_add(image.GetPosition().x, image.Width()) / 2);
-}
-Result getCenterY(CImage& image, Call& /*call*/) {
-  return Factory::makeInteger(wrap_add(image.GetPosition().y, image.Height()) / 2);
-}
-
-Result isVisible(CImage& image, Call& /*call*/) { return Factory::makeBool(image.isVisible()); }
-
-Result isNear(CImage& image, Call& call) {
-  if (call.count() == 2) return Factory::makeBool(image.isNear(graphicsArgument(call, 0), call.integer(1)));
-  return Factory::makeBool(image.isNear(rectangleArgument(call, 0), call.integer(4)));
-}
+int centerX(CImage& image) { return wrap_add(image.GetPosition().x, image.Width()) / 2; }
+int centerY(CImage& image) { return wrap_add(image.GetPosition().y, image.Height()) / 2; }
 
 Result isInside(CImage& image, Call& call) {
   return Factory::makeBool(image.isInside(call.integer(0), call.integer(1), call.boolean(2)));
@@ -220,34 +96,8 @@ Result isAt(CImage& image, Call& call) {
   return Factory::makeBool(image.isAt(point(call, 0), call.boolean(2)));
 }
 
-// The index of the pixel at a place of the screen; -1 outside of the picture.
-std::int64_t pixelIndex(const CImage& image, CXPoint place) {
-  const CXPoint position = image.GetPosition();
-  const std::int64_t x = std::int64_t{place.x} - position.x;
-  const std::int64_t y = std::int64_t{place.y} - position.y;
-  return x < 0 || y < 0 || x >= image.Width() || y >= image.Height() ? -1 : y * image.Width() + x;
-}
-
-// Both read signed numbers, so an alpha above 127 comes out negative.
-Result getAlpha(CImage& image, Call& call) {
-  image.unpack();
-  const std::int64_t index = pixelIndex(image, point(call, 0));
-  const auto plane = image.AlphaChannel().bytes();
-  const bool inside = index >= 0 && index < static_cast<std::int64_t>(plane.size());
-  return Factory::makeInteger(inside ? static_cast<std::int8_t>(plane[static_cast<std::size_t>(index)]) : 0);
-}
-
-Result getPixel(CImage& image, Call& call) {
-  image.unpack();
-  const std::int64_t index = pixelIndex(image, point(call, 0));
-  const auto data = image.pixels().bytes();
-  if (index < 0 || index * 2 + 2 > static_cast<std::int64_t>(data.size())) return Factory::makeInteger(0);
-  ByteReader reader(data.subspan(static_cast<std::size_t>(index * 2)));
-  return Factory::makeInteger(reader.i16());
-}
-
 // Nothing is read: the three give an integer, and the fourth four of them.
-Result getColorPart(CImage& /*image*/, Call& /*call*/) { return Factory::makeInteger(0); }
+int getColorPart(CImage& /*image*/) { return 0; }
 
 Result getColor(CMC_Image& /*object*/, Call& call) {
   auto* array = call.named<CMC_Array>(2);
@@ -298,22 +148,10 @@ Result getSlideComps(CImage& image, Call& call) {
   return {};
 }
 
-// Mouse and collisions
+// The mouse
 
 Result setAsButton(CMC_Image& object, Call& call) {
   object.setAsButton(true, call.boolean(1));
-  return {};
-}
-
-Result monitorCollision(CMC_Image& object, Call& call) {
-  object.monitorCollisions(call.boolean(0));
-  if (CImage* image = object.getImage()) image->setMonitorCollisions(true);
-  return {};
-}
-
-Result removeMonitorCollision(CMC_Image& object, Call& /*call*/) {
-  object.removeCollisionsMonitoring();
-  if (CImage* image = object.getImage()) image->setMonitorCollisions(false);
   return {};
 }
 
@@ -331,10 +169,10 @@ constexpr Method kMethods[] = {
     {52, "SAVE", 1, 1, method<onImage<save>>},
     {8, "CLEARCLIPPING", 0, 0, method<onImage<clearClipping>>},
     {9, "SETCLIPPING", 1, 4, method<onImage<setClipping>>},
-    {15, "GETPOSITIONX", 0, 0, method<onImage<getPositionX>>},
-    {16, "GETPOSITIONY", 0, 0, method<onImage<getPositionY>>},
-    {17, "GETWIDTH", 0, 0, method<onImage<getWidth>>},
-    {18, "GETHEIGHT", 0, 0, method<onImage<getHeight>>},
+    {15, "GETPOSITIONX", 0, 0, method<onImage<positionX>>},
+    {16, "GETPOSITIONY", 0, 0, method<onImage<positionY>>},
+    {17, "GETWIDTH", 0, 0, method<onImage<width>>},
+    {18, "GETHEIGHT", 0, 0, method<onImage<height>>},
     {23, "ISNEAR", 2, 5, method<onImage<isNear>>},
     {24, "ISINSIDE", 3, 3, method<onImage<isInside>>},
     {26, "MONITORCOLLISION", 1, 1, method<monitorCollision>},
@@ -346,13 +184,13 @@ constexpr Method kMethods[] = {
     {36, "MERGEALPHA", 3, 3, method<onImage<mergeAlpha>>},
     {70, "MERGEALPHA2", 4, 4, method<onImage<mergeAlpha2>>},
     {37, "INVALIDATE", 0, 0, method<onImage<invalidate>>},
-    {40, "GETCENTERX", 0, 0, method<onImage<getCenterX>>},
-    {41, "GETCENTERY", 0, 0, method<onImage<getCenterY>>},
+    {40, "GETCENTERX", 0, 0, method<onImage<centerX>>},
+    {41, "GETCENTERY", 0, 0, method<onImage<centerY>>},
     {48, "ISVISIBLE", 0, 0, method<onImage<isVisible>>},
     {49, "LINK", 1, 1, method<onImage<link>>},
     {50, "SETASBUTTON", 2, 2, method<setAsButton>},
     {51, "SETOPACITY", 1, 1, method<onImage<setOpacity>>},
-    {64, "GETOPACITY", 0, 0, method<onImage<getOpacity>>},
+    {64, "GETOPACITY", 0, 0, method<onImage<opacity>>},
     {53, "SETANCHOR", 1, 2, method<onImage<setAnchor>>},
     {54, "FLIPH", 0, 0, method<onImage<flipH>>},
     {55, "FLIPV", 0, 0, method<onImage<flipV>>},

@@ -1,9 +1,6 @@
 #include "objects/mc_sound.h"
 
 #include "app/application.h"
-#include "app/mc_scene.h"
-#include "app/unit6.h"
-#include "files/resources_manager.h"
 #include "gfx/window.h"
 #include "script/mc_objects_container.h"
 #include "script/melement.h"
@@ -33,47 +30,23 @@ CMC_Sound::CMC_Sound(CMC_ObjectsContainer* container, const CMElement* element)
 
 CMC_Sound::~CMC_Sound() { CMC_Sound::unlink(); }
 
-// Only scenes share sounds.
-CResourcesManager* CMC_Sound::manager() const {
-  const CMC_ObjectsContainer* container = getScene();
-  if (container == nullptr || container->getType() != type::kScene) return nullptr;
-  const CUnit6* unit = CMC_Scene::getDefUnit();
-  return unit != nullptr ? unit->getResourcesManager() : nullptr;
+Owned<CSound4> CMC_Sound::makeSound(const CXString& path) const {
+  return Owned<CSound4>(new CSound4(getScene()->getWindow(), path, flushAfterPlayed_, preload_));
 }
 
 void CMC_Sound::initSound(const CXString& name) {
   giveBack();
-  CWindow* window = getScene()->getWindow();
+  const CWindow* window = getScene()->getWindow();
   if (window == nullptr) return;
   const CApplication* application = window->getApplication();
   const CXString path = application != nullptr ? application->getWAVPath(name) : name;
-  CResourcesManager* resources = manager();
-  CFileResolver* known = resources != nullptr ? resources->get(path) : nullptr;
-  auto* shared = dynamic_cast<CSound4*>(known);
-  if (known != nullptr && shared == nullptr)
-    resources->remove(known);  // the file is something else to others
-  if (shared == nullptr) {
-    Owned<CSound4> made(new CSound4(window, path, flushAfterPlayed_, preload_));
-    shared = made.get();
-    if (resources != nullptr) {
-      resources->add(made.release());
-    } else {
-      own_ = std::move(made);
-    }
-  }
-  sound_ = shared;
-  shared->addNotifier(this);
+  sound_.take(managerFor(getScene()), path, [&] { return makeSound(path); });
+  getSound()->addNotifier(this);
 }
 
-// Lets the sound go: to the manager, which ends it after its last user, or to its end.
 void CMC_Sound::giveBack() {
-  CSound4* sound = getSound();
-  if (sound != nullptr) sound->removeNotifier(this);
-  if (sound != nullptr && own_ == nullptr) {
-    if (CResourcesManager* resources = manager(); resources != nullptr) resources->remove(sound);
-  }
-  own_.reset();
-  sound_ = nullptr;
+  if (CSound4* sound = getSound()) sound->removeNotifier(this);
+  sound_.giveBack(managerFor(getScene()));
 }
 
 std::unique_ptr<CMC_Object> CMC_Sound::copy() const {
@@ -82,9 +55,8 @@ std::unique_ptr<CMC_Object> CMC_Sound::copy() const {
   auto made = std::make_unique<CMC_Sound>(getScene());
   made->preload_ = preload_;
   made->flushAfterPlayed_ = flushAfterPlayed_;
-  made->own_.reset(new CSound4(getScene()->getWindow(), sound->getFileName(), flushAfterPlayed_, preload_));
-  made->sound_ = made->own_.get();
-  made->own_->addNotifier(made.get());
+  made->sound_.own(made->makeSound(sound->getFileName()));
+  made->getSound()->addNotifier(made.get());
   return made;
 }
 

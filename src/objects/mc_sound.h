@@ -1,15 +1,12 @@
 #pragma once
 
-// SOUND: the script's face of a sound. The sound of a scene's object belongs to the scene's resources manager
-// and is shared by all objects of the same file; elsewhere the object owns it. Either way it is referred to
-// weakly: one that has gone is silent.
+// SOUND: the script's face of a sound. One that has gone is silent.
 
+#include "objects/shared_resource.h"
 #include "script/mc_object.h"
 #include "sound/sound4.h"
 
 namespace footlight {
-
-class CResourcesManager;
 
 class CMC_Sound : public CMC_Object, public CPlayableObserver {
  public:
@@ -35,14 +32,13 @@ class CMC_Sound : public CMC_Object, public CPlayableObserver {
   void unlink() override;
 
  private:
-  CResourcesManager* manager() const;
+  Owned<CSound4> makeSound(const CXString& path) const;
   void giveBack();
   bool signal(int index, const char* name);
 
   bool preload_ = false;
   bool flushAfterPlayed_ = false;
-  WeakRef<CSound4> sound_;
-  Owned<CSound4> own_;  // the sound, unless a manager owns it
+  SharedResource<CSound4> sound_;
 };
 
 }  // namespace footlight

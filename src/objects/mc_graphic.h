@@ -1,0 +1,64 @@
+#pragma once
+
+// What IMAGE and ANIMO have in common: a graphic on the screen that can be watched for collisions and hears
+// the mouse over it.
+
+#include "gfx/collision_inspector.h"
+#include "input/mouse_listener.h"
+#include "script/mc_object.h"
+
+namespace footlight {
+
+class CMC_Scene;
+class CRefreshScreen;
+
+class CMC_Graphic : public CMC_Object, public CCollisionObserver, public CMouseListener {
+ public:
+  static bool isTypeOf(int type) { return type == type::kImage || type == type::kAnimo; }
+
+  // The graphic, or null.
+  virtual CGraphicsObject* getGraphic() const = 0;
+  int getPriority() const { return priority_; }
+
+  bool verifyBehaviour(const CXString& signal) override;
+
+  // Signals when the graphic begins and ends to touch another one that the scene watches.
+  void monitorCollisions(bool useAlpha);
+  virtual void removeCollisionsMonitoring();
+
+ protected:
+  static constexpr int kOffScreen = -1;  // the priority of what is not on the screen
+
+  // Of no name.
+  CMC_Graphic(CMC_ObjectsContainer* container, int type);
+  CMC_Graphic(CMC_ObjectsContainer* container, const CMElement* element, int type);
+
+  CRefreshScreen* screen() const;
+  CWindow* window() const { return window_; }
+  bool isMonitored() const { return monitorCollision_ || monitorCollisionAlpha_; }
+  // As the definition says.
+  void monitorIfWanted();
+  // Puts a newly loaded graphic where the one before was on the screen.
+  void takePlace(int priority);
+  // With the event's and the other's name, with the other's alone, else plain. Nothing when `a` is not this.
+  void signalCollision(int index, const char* signal, CGraphicsObject* a, CGraphicsObject* b,
+                       const CXString& event = {});
+  // The signal with the button's name, else the plain one.
+  void signalButton(const char* signal, int button);
+  void forgetMouse();
+
+  bool focus_ = false;       // the mouse is over the graphic
+  bool mouseBound_ = false;  // a mouse signal has been bound
+  bool asButton_ = false;
+  bool changeCursor_ = true;
+
+ private:
+  CMC_Scene* level() const;
+
+  CWindow* window_;
+  int priority_ = 0;
+  bool monitorCollision_ = false;
+  bool monitorCollisionAlpha_ = false;
+};
+
+}  // namespace footlight

@@ -75,6 +75,9 @@ void CAnimo::take(AnnFile file) {
                     std::move(alpha));
     frame.SetPosition(stored.position);
     frame.DeCompress();
+    if (file.isPak && stored.compression == _compression::none && window_ != nullptr &&
+        window_->GetSurface() != nullptr)
+      frame.Convert(window_->GetBpp());
     framePositions_.push_back(stored.position);
   }
   preloadSounds();

@@ -251,6 +251,7 @@ Found readPak(View bytes, const char** why) {
   numbers.skip(kMagicBytes);
   const int frameCount = numbers.i16();
   AnnFile file;
+  file.isPak = true;
   file.author = textOf(header.subspan(kMagicBytes + 2, kPakDescription - kMagicBytes - 2));
   file.description = textOf(header.subspan(kPakDescription, kPakNumbers - kPakDescription));
   numbers.skip(kPakNumbers - numbers.position());

@@ -68,6 +68,7 @@ struct AnnFile {
   std::uint8_t opacity = 255;
   int randomFrames = 0;
   bool isLater = false;  // "NVP" or "NV+"
+  bool isPak = false;
   CXString author;
   CXString description;
   std::vector<_annEventInfo3> events;

@@ -50,5 +50,28 @@ def play_by_their_events():
     (folder / "figure.ann").write_bytes(ann(events, frames))
 
 
+# Each object plays a file of its own, named like the object: the events and the animation's flags.
+COURSES = {
+    "LOOP": ([event("E", [3, 2, 1, 0, 3], loop=(1, 2, 2))], 0),
+    "ONCE": ([event("E", [0, 1], loop=(0, 0, 9))], 0),
+    "BOUNCE": ([event("E", [0, 1, 2, 3], loop=(1, 2, 0), flags=0x20000)], 0),
+    "HIDES": ([event("E", [0, 1], flags=0x100)], 0),
+    "FIRM": ([event("E", [0, 1, 2], flags=0x40000), event("F", [3])], 0),
+    "GOESON": ([event("E", [0, 1]), event("F", [2]), event("G", [])], 0x800000),
+    "SOUNDLESS": ([event("E", [0, 1, 2, 3, 0], loop=(1, 2, 0), flags=0x100000)], 0),
+    "BACK": ([event("E", [0, 1, 2])], 0),
+    "REVERSE": ([event("E", [1, 2, 3])], 0),
+    "DIM": ([event("E", [0, 1], opacity=100, positions=[position(), position(opacity=50)])], 0),
+}
+
+
+def take_their_course():
+    frames = [frame(8 + i, 6, 10 * i, 5, 0x1111 * i, 200) for i in range(4)]
+    folder = GAMES / "animations_take_their_course" / "Dane" / "MAIN"
+    for name, (events, flags) in COURSES.items():
+        (folder / f"{name.lower()}.ann").write_bytes(ann(events, frames, flags=flags))
+
+
 if __name__ == "__main__":
     play_by_their_events()
+    take_their_course()

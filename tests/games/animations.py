@@ -15,9 +15,9 @@ def text(value, zero=False):
     return struct.pack("<i", len(data)) + data
 
 
-def position(name="", x=0, y=0, opacity=255):
-    head = struct.pack("<IIhhiIIB5x", 1 if name else 0, 0, x, y, -1, 0, 0, opacity)
-    return head + (text(name, True) if name else b"")
+def position(name="", x=0, y=0, opacity=255, sound=""):
+    head = struct.pack("<IIhhiIIB5x", bool(name), 0, x, y, -1, bool(sound), 0, opacity)
+    return head + b"".join(text(word, True) for word in (name, sound) if word)
 
 
 def event(name, frames, loop=(0, 0, 0), flags=0, opacity=255, positions=None, fps=15):

@@ -46,8 +46,13 @@ def play_by_their_events():
         event("LOOP", [3, 2, 1, 0], loop=(1, 2, 2)),
         event("BOUNCE", [0, 1, 2, 3], loop=(1, 2, 0), flags=0x20000),
     ]
-    folder = GAMES / "animations_play_by_their_events" / "Dane" / "MAIN"
-    (folder / "figure.ann").write_bytes(ann(events, frames))
+    for game in ("animations_play_by_their_events", "animations_answer_their_methods"):
+        (GAMES / game / "Dane" / "MAIN" / "figure.ann").write_bytes(ann(events, frames))
+
+
+def answer_their_methods():
+    folder = GAMES / "animations_answer_their_methods" / "Dane" / "MAIN"
+    (folder / "patch.ann").write_bytes(ann([event("E", [0])], [frame(4, 3, 0, 0, 0x1234, 90)]))
 
 
 # Each object plays a file of its own, named like the object: the events and the animation's flags.
@@ -74,4 +79,5 @@ def take_their_course():
 
 if __name__ == "__main__":
     play_by_their_events()
+    answer_their_methods()
     take_their_course()

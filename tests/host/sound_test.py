@@ -18,6 +18,7 @@ import wave
 
 HERE = pathlib.Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE.parent / "games"))
+import animations  # noqa: E402
 import game_folder  # noqa: E402
 
 RATE = 44100
@@ -41,6 +42,11 @@ DEF:PACKED(TYPE=SOUND|FILENAME=packed.wav)
 DEF:NONE(TYPE=SOUND|FILENAME=none.wav|ONSTARTED={LOG^ADD("!");})
 DEF:CLOCK(TYPE=TIMER|ELAPSE=10)
 CLOCK:ONTICK^2={PLAIN^PLAY();NONE^PLAY();LOG^ADD(PLAIN^ISPLAYING());LOG^ADD(NONE^ISPLAYING());}
+DEF:FRAMES(TYPE=STRING|VALUE=h|TOINI=TRUE)
+DEF:TALKER(TYPE=ANIMO|FILENAME=talker.ann|TOCANVAS=TRUE|VISIBLE=TRUE|FPS=60)
+TALKER:ONFRAMECHANGED={FRAMES^ADD(TALKER^GETCFRAMEINEVENT());}
+TALKER:ONFINISHED={FRAMES^ADD("f");}
+CLOCK:ONTICK^6={TALKER^PLAY("TALK");}
 CLOCK:ONTICK^12={SOFT^SETVOLUME(400);SOFT^SETPAN(800);SOFT^PLAY();}
 CLOCK:ONTICK^22={LEFT^SETPAN(0);LEFT^SETFREQ(22050);LEFT^PLAY();}
 CLOCK:ONTICK^32={LOUD0^PLAY();LOUD1^PLAY();}
@@ -114,7 +120,7 @@ class Sounds:
     def __init__(self, folder):
         plain, soft = noise(1, 900), noise(2, 800)
         left, loud0, loud1 = noise(3, 500), noise(4, 700), noise(5, 700)
-        music = noise(7, 3000)
+        music, talk = noise(7, 3000), noise(8, 2470)  # the talk 56 milliseconds
         soft8 = [s >> 8 << 8 for s in soft]
         write_wav(folder / "plain.wav", plain, before=b"LIST\x04\0\0\0abcd")
         write_wav(folder / "soft.wav", soft8, rate=22050, channels=2, bits=8)
@@ -122,6 +128,7 @@ class Sounds:
         write_wav(folder / "loud0.wav", loud0)
         write_wav(folder / "loud1.wav", loud1)
         write_wav(folder / "long.wav", [0] * RATE)
+        write_wav(folder / "talk.wav", talk)
         write_packed(folder / "packed.wav")
         write_wav(folder / "music.wav", music, size=0)
         (folder / "none.wav").write_bytes(b"RIFF\xff\xff\xff\xffWAVEfmt \xff\xff\xff\xff")
@@ -130,6 +137,7 @@ class Sounds:
         slow = stretched(left)
         self.expected = {
             2: [(s, s) for s in plain],
+            6: [(s, s) for s in talk],
             12: [(scaled(a, panned), scaled(b, half)) for a, b in zip(soft_left, soft_right)],
             22: [(s, scaled(s, side)) for s in slow],
             32: [(clipped(a + b),) * 2 for a, b in zip(loud0, loud1)],
@@ -168,15 +176,26 @@ def judge(recorded, expected):
 def judge_ini(text):
     heard = re.search(r"HEARD=(.*)", text)
     # Started and playing, the missing one not; each of two objects hears the shared end; the long one starts, is
-    # paused, goes on, ends silently, starts again, ends with a word. A clone
-    # plays a sound of its own, with settings of its own.
+    # paused, goes on, ends silently, starts again, ends with a word. A clone plays a sound of its own, with settings
+    # of its own.
     wanted = "sTRUEFALSEfFlFALSErlLTRUE"
     if heard is None or heard.group(1).strip() != wanted:
         yield f"HEARD is {heard and heard.group(1)!r} instead of {wanted!r}"
+    # While the sound of the first frame plays the loop goes on, and then to the last frame, which comes once more
+    # behind the end.
+    if "FRAMES=h012124f4" not in text:
+        yield f"FRAMES is {re.search('FRAMES=.*', text)}"
     # The ring took 52,920 frames ahead; of 78 ticks 24 periods of 50 milliseconds are refilled, 2,205 frames each.
     loops = re.search(r"LOOPS=(\d+)", text)
     if loops is None or int(loops.group(1)) != (52920 + 24 * 2205) // 3000 - 52920 // 3000:
         yield f"LOOPS is {loops and loops.group(1)}"
+
+
+def write_talker(path):
+    """A loop that lasts as long as the sound of the frame before it."""
+    steps = [animations.position(sound="talk.wav"), *[animations.position()] * 4]
+    event = animations.event("TALK", [0] * 5, loop=(1, 2, 0), flags=0x100000, positions=steps)
+    path.write_bytes(animations.ann([event], [animations.frame(8, 6, 10, 5, 0x1111)]))
 
 
 def run(host, game, sound, *more):
@@ -194,6 +213,7 @@ def main():
         (game / "Dane" / "MAIN").mkdir(parents=True)
         (game / "Dane" / "application.def").write_text(game_folder.ONE_SCENE)
         (game / "Dane" / "MAIN" / "MAIN.cnv").write_text(SCENE)
+        write_talker(game / "Dane" / "MAIN" / "talker.ann")
         (game / "Wavs").mkdir()
         sounds = Sounds(game / "Wavs")
         run(host, game, work / "first.wav")

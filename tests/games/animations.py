@@ -77,7 +77,16 @@ def take_their_course():
         (folder / f"{name.lower()}.ann").write_bytes(ann(events, frames, flags=flags))
 
 
+def behave_as_buttons():
+    events = [event("ONNOEVENT", [0]), event("ONFOCUSON", [1]), event("ONFOCUSOFF", [2]), event("ONCLICK", [3, 3, 3])]
+    frames = [frame(10, 10, 0, 0, 0x1111 * (i + 1)) for i in range(4)]
+    folder = GAMES / "animations_behave_as_buttons" / "Dane" / "MAIN"
+    for name in ("lamp", "bell", "deaf", "late"):
+        (folder / f"{name}.ann").write_bytes(ann(events, frames))
+
+
 if __name__ == "__main__":
     play_by_their_events()
     answer_their_methods()
     take_their_course()
+    behave_as_buttons()

@@ -15,7 +15,10 @@
 #include "gfx/direct_draw_surface.h"
 #include "gfx/refresh_screen.h"
 #include "input/hot_spot.h"
+#include "objects/mc_animo.h"
+#include "objects/mc_button.h"
 #include "objects/mc_image.h"
+#include "objects/mc_sound.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_behaviour_entry.h"
 #include "script/mc_class.h"
@@ -94,7 +97,8 @@ class Writer {
   void value(const CMC_Variable& variable);
   void behaviour(const CMC_Behaviour& behaviour);
   void group(const CMC_Groupped& group);
-  void image(const CMC_Image& image);
+  void graphic(const CMC_Graphic& object);
+  void button(const CMC_Button& object);
   void particulars(const CMC_Object& object);
   void sceneParts(const CMC_Scene& scene);
 
@@ -153,16 +157,32 @@ void Writer::group(const CMC_Groupped& group) {
   line("members ", group.toString(), " at ", group.getMarker());
 }
 
-void Writer::image(const CMC_Image& image) {
-  const CImage* picture = image.getImage();
-  if (picture == nullptr) {
+void Writer::graphic(const CMC_Graphic& object) {
+  const CGraphicsObject* graphic = object.getGraphic();
+  if (graphic == nullptr) {
     line("no picture");
     return;
   }
-  const CXRect place = picture->getRect();
-  line("picture ", picture->getFileName(), " ", place.left, " ", place.top, " ", picture->Width(), "x",
-       picture->Height(), " visible ", picture->isVisible(), " opacity ", int{picture->GetOpacity()},
-       " home ", image.GetStartingPosition().x, " ", image.GetStartingPosition().y);
+  const CXRect place = graphic->GetBoundingBox();
+  line("picture ", graphic->getObjectFileName(), " ", place.left, " ", place.top, " ", graphic->Width(), "x",
+       graphic->Height(), " visible ", graphic->isVisible(), " opacity ", int{graphic->GetOpacity()},
+       " anchor ", graphic->getAnchor().x, " ", graphic->getAnchor().y, " watched ",
+       graphic->getMonitorCollisionsFlag());
+  if (const auto* image = as<CMC_Image>(object))
+    line("home ", image->GetStartingPosition().x, " ", image->GetStartingPosition().y);
+  if (const auto* animation = as<CMC_Animo>(object)) {
+    const CAnimo6& animo = *animation->getAnimo();
+    line("event ", animo.GetEventName(animo.GetCurrentEvent()), " at ", animo.GetCurrentFrameInSequence(),
+         " frame ", animo.Current(), " status ", static_cast<int>(animo.GetStatus()), " speed ",
+         animo.getFPS());
+  }
+}
+
+void Writer::button(const CMC_Button& object) {
+  const CButton* button = object.getButton();
+  if (button == nullptr) return;
+  line("button ", button->IsEnabled(), button->IsDraggingEnabled(), " priority ", button->getPriority(),
+       " last click ", button->getClick().x, " ", button->getClick().y);
 }
 
 void Writer::sceneParts(const CMC_Scene& scene) {
@@ -176,7 +196,10 @@ void Writer::particulars(const CMC_Object& object) {
   if (const auto* variable = as<CMC_Variable>(object)) value(*variable);
   if (const auto* procedure = as<CMC_Behaviour>(object)) behaviour(*procedure);
   if (const auto* members = as<CMC_Groupped>(object)) group(*members);
-  if (const auto* picture = as<CMC_Image>(object)) image(*picture);
+  if (const auto* picture = as<CMC_Graphic>(object)) graphic(*picture);
+  if (const auto* control = as<CMC_Button>(object)) button(*control);
+  if (const auto* sound = as<CMC_Sound>(object); sound != nullptr && sound->getSound() != nullptr)
+    line("sound ", sound->getSound()->getFileName(), " status ", sound->getSound()->getStatus());
   if (const auto* timer = as<CMC_Timer>(object)) line("timer ", timer->isEnabled(), " ", timer->getTicks());
   if (const auto* instance = as<CMC_Class>(object)) level(*instance);
 }

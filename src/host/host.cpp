@@ -222,6 +222,7 @@ int Host::runGame(CWindow& window, CApplication& application, const CCommandLine
   window.OnCreate();
   window.OnActivateApp(true);
   watchdog::use([this] { return !isCloseAsked(); });
+  takeEvents();  // controllers that are there already
   application.preinitializeApplication();
   if (application.LastError() != 0) {
     window.ShowError(kCaption);

@@ -72,18 +72,21 @@ CXPoint CMC_Mouse::screenOrigin() const {
   return screen != nullptr ? screen->GetPosition() : CXPoint();
 }
 
+// The position is one of the desktop until the mouse moves; the machine's cursor counts from the screen's
+// corner.
 void CMC_Mouse::setPosition(int x, int y) {
   position_ = CXPoint(x, y) + screenOrigin();
-  platform::current().input().moveCursor({position_.x, position_.y});
+  platform::current().input().moveCursor({x, y});
 }
 
 void CMC_Mouse::move(CXPoint distance) {
   position_ = position_ + distance;
-  platform::current().input().moveCursor({position_.x, position_.y});
+  const CXPoint place = position_ - screenOrigin();
+  platform::current().input().moveCursor({place.x, place.y});
 }
 
 void CMC_Mouse::setClipRect(CXRect rect) {
-  clipRect_ = rect + screenOrigin();
+  clipRect_ = rect;
   clipTo(clipRect_);
 }
 

@@ -196,8 +196,9 @@ TEST_F(SdlPlatformTest, AltEnterIsThePlayersAndNotTheGames) {
   EXPECT_NE(SDL_GetWindowFlags(platform_.display().window()) & SDL_WINDOW_FULLSCREEN_DESKTOP, 0U);
   EXPECT_FALSE(platform_.display().isFullScreen()) << "the engine keeps its window mode";
   push(key(SDL_KEYDOWN, SDL_SCANCODE_RETURN));
+  push(key(SDL_KEYUP, SDL_SCANCODE_RETURN, KMOD_LALT));
   platform_.pump();
-  EXPECT_THAT(platform_.input().takeKeyEvents(), ElementsAre(KeyEvent{28, true}));
+  EXPECT_THAT(platform_.input().takeKeyEvents(), ElementsAre(KeyEvent{28, true}, KeyEvent{28, false}));
 }
 
 }  // namespace

@@ -101,9 +101,12 @@ void SdlPlatform::handleWindow(const SDL_WindowEvent& event, std::vector<WindowE
 }
 
 bool SdlPlatform::handleShortcut(const SDL_KeyboardEvent& event) {
-  if (event.keysym.scancode != SDL_SCANCODE_RETURN || (event.keysym.mod & KMOD_ALT) == 0) return false;
-  if (event.type == SDL_KEYDOWN && event.repeat == 0) display_.toggleFullScreen();
-  return true;
+  if (event.keysym.scancode != SDL_SCANCODE_RETURN) return false;
+  if (event.type == SDL_KEYUP) return std::exchange(isShortcutDown_, false);
+  if (event.repeat != 0) return isShortcutDown_;
+  isShortcutDown_ = (event.keysym.mod & KMOD_ALT) != 0;
+  if (isShortcutDown_) display_.toggleFullScreen();
+  return isShortcutDown_;
 }
 
 }  // namespace footlight::platform

@@ -69,6 +69,7 @@ class SdlPlatform : public Platform {
   };
 
   void handleWindow(const SDL_WindowEvent& event, std::vector<WindowEvent>& events);
+  // Alt and Enter are the window's; whoever took the press takes the release too.
   bool handleShortcut(const SDL_KeyboardEvent& event);
 
   SdlOptions options_;
@@ -80,6 +81,7 @@ class SdlPlatform : public Platform {
   SdlShell shell_;
   PosixModules modules_;
   SdlSound sound_;
+  bool isShortcutDown_ = false;
 };
 
 }  // namespace footlight::platform

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
-#include "app/mc_dialog.h"
 #include "app/mc_timer.h"
 #include "objects/mc_animo.h"
 #include "objects/mc_array.h"
 #include "objects/mc_button.h"
 #include "objects/mc_canvas_observer.h"
+#include "objects/mc_dialog.h"
 #include "objects/mc_image.h"
 #include "objects/mc_joystick.h"
 #include "objects/mc_keyboard.h"

@@ -1,0 +1,25 @@
+#pragma once
+
+// DIALOG: the script's face of a dialog with a background, pictures and buttons of other script objects.
+
+#include "input/dialog.h"
+#include "script/mc_object.h"
+
+namespace footlight {
+
+class CMC_Dialog : public CMC_Object {
+ public:
+  CMC_Dialog(CMC_ObjectsContainer* container, const CMElement* element);
+  static bool isTypeOf(int type) { return type == type::kDialog; }
+
+  // Null when there is no window.
+  CXDialog* getDialog() const { return dialog_.get(); }
+
+ protected:
+  void unlink() override { dialog_.reset(); }
+
+ private:
+  Owned<CXDialog> dialog_;
+};
+
+}  // namespace footlight

@@ -23,7 +23,8 @@ import game_folder  # noqa: E402
 
 RATE = 44100
 STEP = 16  # milliseconds a tick
-TICKS = 150
+TICKS = 180
+CHATTERS = range(144, 176, 4)
 
 SCENE = """# Sounds in all forms, one after the other; the loud ones at once.
 DEF:LOG(TYPE=STRING)
@@ -59,7 +60,8 @@ CLOCK:ONTICK^52={PACKED^PLAY();}
 CLOCK:ONTICK^56={LEFT^CLONE();LEFT_1^PLAY();LOG^ADD(LEFT_1^ISPLAYING());}
 CLOCK:ONTICK^62={MAIN^STARTMUSIC("Wavs\\\\music.wav");}
 CLOCK:ONTICK^140={MAIN^STOPMUSIC();HEARD^SET(LOG);}
-"""
+DEF:CHATTER(TYPE=ANIMO|FILENAME=chatter.ann|TOCANVAS=TRUE|VISIBLE=TRUE)
+""" + "".join(f'CLOCK:ONTICK^{tick}={{CHATTER^PLAY("TALK");}}\n' for tick in CHATTERS)
 
 
 def noise(seed, count, most=32767):
@@ -129,6 +131,9 @@ class Sounds:
         write_wav(folder / "loud1.wav", loud1)
         write_wav(folder / "long.wav", [0] * RATE)
         write_wav(folder / "talk.wav", talk)
+        self.chatter = [noise(9, 300), noise(10, 300)]
+        for i, samples in enumerate(self.chatter):
+            write_wav(folder / f"chatter{i}.wav", samples)
         write_packed(folder / "packed.wav")
         write_wav(folder / "music.wav", music, size=0)
         (folder / "none.wav").write_bytes(b"RIFF\xff\xff\xff\xffWAVEfmt \xff\xff\xff\xff")
@@ -173,6 +178,16 @@ def judge(recorded, expected):
         yield f"the packed sound goes from {min(packed)} to {max(packed)}"
 
 
+def judge_chatter(recorded, variants):
+    """One of the two sounds at a time, and each of them now and then."""
+    choices = []
+    for tick in CHATTERS:
+        heard = [left for left, _ in recorded[frame_at(tick) : frame_at(tick + 1)]]
+        choices += [i for i, samples in enumerate(variants) if heard[: len(samples)] == samples]
+    if len(choices) != len(CHATTERS) or len(set(choices)) != len(variants):
+        yield f"of the sounds of one frame come {choices}"
+
+
 def judge_ini(text):
     heard = re.search(r"HEARD=(.*)", text)
     # Started and playing, the missing one not; each of two objects hears the shared end; the long one starts, is
@@ -191,11 +206,15 @@ def judge_ini(text):
         yield f"LOOPS is {loops and loops.group(1)}"
 
 
-def write_talker(path):
-    """A loop that lasts as long as the sound of the frame before it."""
+def write_animations(folder):
+    """A loop that lasts as long as the sound of the frame before it, and one frame with two sounds to choose from."""
+    frames = [animations.frame(8, 6, 10, 5, 0x1111)]
     steps = [animations.position(sound="talk.wav"), *[animations.position()] * 4]
     event = animations.event("TALK", [0] * 5, loop=(1, 2, 0), flags=0x100000, positions=steps)
-    path.write_bytes(animations.ann([event], [animations.frame(8, 6, 10, 5, 0x1111)]))
+    (folder / "talker.ann").write_bytes(animations.ann([event], frames))
+    steps = [animations.position(sound="chatter0.wav;chatter1.wav")]
+    event = animations.event("TALK", [0], flags=0x80000, positions=steps)  # the sound survives the end
+    (folder / "chatter.ann").write_bytes(animations.ann([event], frames))
 
 
 def run(host, game, sound, *more):
@@ -213,11 +232,12 @@ def main():
         (game / "Dane" / "MAIN").mkdir(parents=True)
         (game / "Dane" / "application.def").write_text(game_folder.ONE_SCENE)
         (game / "Dane" / "MAIN" / "MAIN.cnv").write_text(SCENE)
-        write_talker(game / "Dane" / "MAIN" / "talker.ann")
+        write_animations(game / "Dane" / "MAIN")
         (game / "Wavs").mkdir()
         sounds = Sounds(game / "Wavs")
         run(host, game, work / "first.wav")
-        faults = list(judge(read(work / "first.wav"), sounds.expected))
+        recorded = read(work / "first.wav")
+        faults = [*judge(recorded, sounds.expected), *judge_chatter(recorded, sounds.chatter)]
         faults += judge_ini((game / "footlight.ini").read_text())
         run(host, game, work / "again.wav")
         if (work / "again.wav").read_bytes() != (work / "first.wav").read_bytes():

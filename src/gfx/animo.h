@@ -88,7 +88,8 @@ class CAnimo : public CGraphicsObject, public CPlayable {
   virtual void playReverse(const CXString& event, int position);
 
   void play() override { Play(lastEvent_, 0, kUsualFps); }
-  using CPlayable::play;
+  // An unknown event, or one without frames, leaves the one that played last.
+  void play(const CXString& event) override;
   void stop(bool notifies) override;
   void pause() override { Pause(); }
   void resume() override { Resume(); }
@@ -111,6 +112,8 @@ class CAnimo : public CGraphicsObject, public CPlayable {
   int GetNOFInEvent(const CXString& event) const { return GetNOFInEvent(GetEventNo(event)); }
   int GetCurrentEvent() const { return currentEvent_; }
   void setCurrentEvent(int event);
+  int getLastEvent() const { return lastEvent_; }
+  void setLastEvent(int event) { lastEvent_ = event; }
   int GetCurrentFrameInSequence() const { return frameInEvent_; }
   int getFirstEvent() const;
   // The frame at a position of an event, or of that name; -1 when there is none.

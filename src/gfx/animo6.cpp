@@ -4,6 +4,12 @@
 
 namespace footlight {
 
+namespace {
+
+constexpr std::uint8_t kOpaque = 255;
+
+}  // namespace
+
 void CAnimo6::redraw(CGraphicsObject* destination) {
   const Ref<CFrame> frame(currentFrame());
   if (!frame) return;
@@ -35,8 +41,24 @@ void CAnimo6::unpack() { expandCurrent(); }
 
 void CAnimo6::pack(bool /*freePlain*/) { clearLastRefreshed(); }
 
+// A load that comes late, or anew, leaves what the definition and scripts have set.
 void CAnimo6::ensureLoaded() {
-  if (!isLoaded() && getFileName().IsString()) Load(CXString(getFileName()));
+  if (isLoaded() || getFileName().IsEmpty()) return;
+  const int fps = getFPS();
+  const int event = getLastEvent();
+  const std::uint8_t opacity = opacity_;
+  const bool wasVisible = CGraphicsObject::isVisible();
+  if (Load(CXString(getFileName())) != 0) return;
+  SetFPS(fps);
+  if (GetNOFInEvent(event) > 0) setLastEvent(event);
+  if (opacity != kOpaque) opacity_ = opacity;
+  Visible(wasVisible);
+}
+
+void CAnimo6::flush() {
+  const int event = getLastEvent();
+  Flush();
+  setLastEvent(event);
 }
 
 void CAnimo6::show() {
@@ -57,6 +79,16 @@ void CAnimo6::Play(int event, int position, int fps) {
 void CAnimo6::Play(const CXString& event, int position, int fps) {
   ensureLoaded();
   CAnimo::Play(event, position, fps);
+}
+
+void CAnimo6::play(const CXString& event) {
+  ensureLoaded();
+  CAnimo::play(event);
+}
+
+void CAnimo6::playReverse(const CXString& event, int position) {
+  ensureLoaded();
+  CAnimo::playReverse(event, position);
 }
 
 // --- all frames

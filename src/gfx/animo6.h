@@ -21,6 +21,9 @@ class CAnimo6 : public CAnimo {
   using CAnimo::Play;
   void Play(int event, int position, int fps) override;
   void Play(const CXString& event, int position, int fps) override;
+  void playReverse(const CXString& event, int position) override;
+  void play(const CXString& event) override;
+  using CAnimo::play;
   // Of all frames; clones keep theirs.
   void FlipH() override;
   void FlipV() override;
@@ -31,9 +34,8 @@ class CAnimo6 : public CAnimo {
   void setPanning(int panning) override;
   void setFrequency(int frequency) override;
 
-  virtual void flush() {
-    Flush();
-  }  // NOLINT(bugprone-virtual-near-miss): both names are part of the interface
+  // Back to unloaded. The event that played last stays the one to play without a name.
+  virtual void flush();  // NOLINT(bugprone-virtual-near-miss): both names are part of the interface
   // On the current frame, in pixels of the screen; false without one.
   virtual bool isAt(CXPoint point, bool useAlpha);
   bool isInside(int px, int py, bool useAlpha) { return isAt({px, py}, useAlpha); }
@@ -43,8 +45,10 @@ class CAnimo6 : public CAnimo {
   virtual int GetMaxWidth() const;
   virtual int GetMaxHeight() const;
 
- private:
+  // Loads an animation that was to be loaded later, or that was flushed.
   void ensureLoaded();
+
+ private:
   void expandCurrent();
   template <class Change>
   void changeFrames(Change change);

@@ -48,6 +48,12 @@ void CAnimo::Play(const CXString& event, int position, int fps) {
   if (number >= 0) Play(number, position, fps);
 }
 
+void CAnimo::play(const CXString& event) {
+  const int number = resolveEventName(event);
+  if (GetNOFInEvent(number) > 0) lastEvent_ = number;
+  CPlayable::play(event);
+}
+
 void CAnimo::Continue() {
   const _annEventInfo3* event = GetEventInfo(currentEvent_);
   if (event == nullptr) return;

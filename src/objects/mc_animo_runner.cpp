@@ -101,6 +101,7 @@ Result playReverse(CAnimo6& animo, Call& call) {
   const Ref<CMC_Variable> event = call.variable(0);
   const int kind = event ? event->getType() : 0;
   if (kind != type::kInteger && kind != type::kString) return {};
+  animo.ensureLoaded();
   const CXString name =
       kind == type::kInteger ? animo.GetEventName(eventArgument(animo, call, 0)) : call.text(0);
   animo.playReverse(name, call.has(1) ? call.integer(1) : CAnimo::kCurrent);
@@ -108,6 +109,7 @@ Result playReverse(CAnimo6& animo, Call& call) {
 }
 
 Result nPlay(CAnimo6& animo, Call& call) {
+  animo.ensureLoaded();
   const CXString name = animo.GetEventName(animo.GetEventNo(call.integer(0)));
   animo.Play(name, call.has(1) ? call.integer(1) : CAnimo::kCurrent, 0);
   return {};

@@ -66,6 +66,9 @@ COURSES = {
     "SOUNDLESS": ([event("E", [0, 1, 2, 3, 0], loop=(1, 2, 0), flags=0x100000)], 0),
     "BACK": ([event("E", [0, 1, 2])], 0),
     "REVERSE": ([event("E", [1, 2, 3])], 0),
+    "LATER": ([event("E", [0, 1])], 0),
+    "FLUSHED": ([event("E", [0, 1]), event("F", [2])], 0),
+    "CHANCE": ([event("E", [0]), event("F", [1])], 0),
     "DIM": ([event("E", [0, 1], opacity=100, positions=[position(), position(opacity=50)])], 0),
 }
 

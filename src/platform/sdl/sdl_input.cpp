@@ -82,15 +82,25 @@ void SdlInput::handleController(const SDL_Event& event) {
     SDL_GameControllerClose(std::exchange(controllers_[static_cast<std::size_t>(port)], nullptr));
     disconnectController(port);
   } else if (event.type == SDL_CONTROLLERAXISMOTION) {
-    // Both triggers are one axis, the left one inwards.
-    constexpr int kAxes[] = {0, 1, -1, -1, 2, 2};
-    const int axis = event.caxis.axis < std::size(kAxes) ? kAxes[event.caxis.axis] : -1;
-    const int side = event.caxis.axis == SDL_CONTROLLER_AXIS_TRIGGERRIGHT ? -1 : 1;
-    put(ControllerEvent{port, false, axis,
-                        side * event.caxis.value * ControllerState::kFarthest / SDL_JOYSTICK_AXIS_MAX});
+    handleAxis(port, event.caxis);
   } else {
     put(ControllerEvent{port, true, event.cbutton.button, event.type == SDL_CONTROLLERBUTTONDOWN ? 1 : 0});
   }
+}
+
+// Both triggers are one axis, the left one inwards.
+void SdlInput::handleAxis(int port, const SDL_ControllerAxisEvent& event) {
+  SDL_GameController* controller = controllers_[static_cast<std::size_t>(port)];
+  int axis = event.axis;
+  int value = event.value;
+  if (axis == SDL_CONTROLLER_AXIS_TRIGGERLEFT || axis == SDL_CONTROLLER_AXIS_TRIGGERRIGHT) {
+    axis = 2;
+    value = SDL_GameControllerGetAxis(controller, SDL_CONTROLLER_AXIS_TRIGGERLEFT) -
+            SDL_GameControllerGetAxis(controller, SDL_CONTROLLER_AXIS_TRIGGERRIGHT);
+  } else if (axis > SDL_CONTROLLER_AXIS_LEFTY) {
+    return;  // the second stick
+  }
+  put(ControllerEvent{port, false, axis, value * ControllerState::kFarthest / SDL_JOYSTICK_AXIS_MAX});
 }
 
 void SdlInput::moveCursor(CursorPosition position) {

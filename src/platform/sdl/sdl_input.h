@@ -26,6 +26,7 @@ class SdlInput : public InputQueue {
   void handleButton(const SDL_MouseButtonEvent& event);
   void handleKey(const SDL_KeyboardEvent& event);
   void handleController(const SDL_Event& event);
+  void handleAxis(int port, const SDL_ControllerAxisEvent& event);
   int portOf(SDL_JoystickID id) const;
 
   const SdlDisplay& display_;

@@ -35,7 +35,6 @@ CAnimo::CAnimo(const CAnimo& source)
       CPlayable(source.getWindow()),
       frames_(source.frames_),
       events_(source.events_),
-      sounds_(source.sounds_),
       framePositions_(source.framePositions_),
       author_(source.author_),
       description_(source.description_),

@@ -189,6 +189,9 @@ class CAnimo : public CGraphicsObject, public CPlayable {
   bool isInterruptible() const;
   int addReverse(const _annEventInfo3& event);
   void preloadSounds();
+  std::shared_ptr<CFrameSound>& soundAt(int event, int position, const CXString& name);
+  // With the volume, the pan and the frequency that the animation was given.
+  void start(CFrameSound& sound) const;
   void PlaySoundFX(int event, int position);
 
   std::vector<_annEventInfo3> events_;

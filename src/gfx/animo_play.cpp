@@ -274,33 +274,45 @@ bool CAnimo::stepBack(const _annEventInfo3& event, int* position) {
 void CAnimo::preloadSounds() {
   sounds_.clear();
   if (has(animoFlags_, kStreamsSounds) || window_ == nullptr) return;
-  sounds_.resize(events_.size());
-  for (std::size_t i = 0; i < events_.size(); ++i) {
-    const auto& infos = events_[i].infos;
-    for (std::size_t k = 0; k < infos.size(); ++k) {
-      if (infos[k].soundName.IsEmpty()) continue;
-      sounds_[i].resize(infos.size());
-      sounds_[i][k] = makeFrameSound(window_, window_->GetSoundFXFullPath(infos[k].soundName), false);
+  for (int event = 0; event < GetNOE(); ++event) {
+    const auto& infos = events_[static_cast<std::size_t>(event)].infos;
+    for (std::size_t i = 0; i < infos.size(); ++i) {
+      if (infos[i].soundName.IsString()) soundAt(event, static_cast<int>(i), infos[i].soundName);
     }
   }
 }
 
-void CAnimo::PlaySoundFX(int event, int position) {
+// The sound of a position; a clone makes its own when it first plays it.
+std::shared_ptr<CFrameSound>& CAnimo::soundAt(int event, int position, const CXString& name) {
   const auto row = static_cast<std::size_t>(event);
   const auto column = static_cast<std::size_t>(position);
+  if (sounds_.size() <= row) sounds_.resize(row + 1);
+  if (sounds_[row].size() <= column) sounds_[row].resize(column + 1);
+  auto& sound = sounds_[row][column];
+  if (sound == nullptr) sound = makeFrameSound(window_, window_->GetSoundFXFullPath(name), false);
+  return sound;
+}
+
+void CAnimo::start(CFrameSound& sound) const {
+  sound.setVolume(getVolume());
+  sound.setPanning(getPanning());
+  if (getFrequency() > 0) sound.setFrequency(getFrequency());
+  sound.play();
+}
+
+void CAnimo::PlaySoundFX(int event, int position) {
+  const _annEventInfo3* info = GetEventInfo(event);
+  const _anmFrameInfo3* record = info != nullptr ? info->info(position) : nullptr;
+  if (record == nullptr || record->soundName.IsEmpty() || window_ == nullptr) return;
   if (has(animoFlags_, kStreamsSounds)) {
-    const _annEventInfo3* info = GetEventInfo(event);
-    const _anmFrameInfo3* record = info != nullptr ? info->info(position) : nullptr;
-    if (record == nullptr || record->soundName.IsEmpty() || window_ == nullptr) return;
     if (streamedSound_ != nullptr) streamedSound_->stop();
     streamedSound_ = makeFrameSound(window_, window_->GetSoundFXFullPath(record->soundName), true);
-    streamedSound_->play();
+    start(*streamedSound_);
     return;
   }
-  if (row >= sounds_.size() || column >= sounds_[row].size() || sounds_[row][column] == nullptr) return;
   if (currentSound_ != nullptr) currentSound_->stop();
-  currentSound_ = sounds_[row][column];
-  currentSound_->play();
+  currentSound_ = soundAt(event, position, record->soundName);
+  start(*currentSound_);
 }
 
 }  // namespace footlight

@@ -61,6 +61,7 @@ CLOCK:ONTICK^56={LEFT^CLONE();LEFT_1^PLAY();LOG^ADD(LEFT_1^ISPLAYING());}
 CLOCK:ONTICK^62={MAIN^STARTMUSIC("Wavs\\\\music.wav");}
 CLOCK:ONTICK^140={MAIN^STOPMUSIC();HEARD^SET(LOG);}
 DEF:CHATTER(TYPE=ANIMO|FILENAME=chatter.ann|TOCANVAS=TRUE|VISIBLE=TRUE)
+CLOCK:ONTICK^141={CHATTER^SETVOLUME(400);}
 """ + "".join(f'CLOCK:ONTICK^{tick}={{CHATTER^PLAY("TALK");}}\n' for tick in CHATTERS)
 
 
@@ -131,14 +132,15 @@ class Sounds:
         write_wav(folder / "loud1.wav", loud1)
         write_wav(folder / "long.wav", [0] * RATE)
         write_wav(folder / "talk.wav", talk)
-        self.chatter = [noise(9, 300), noise(10, 300)]
-        for i, samples in enumerate(self.chatter):
+        chatter = [noise(9, 300), noise(10, 300)]
+        for i, samples in enumerate(chatter):
             write_wav(folder / f"chatter{i}.wav", samples)
         write_packed(folder / "packed.wav")
         write_wav(folder / "music.wav", music, size=0)
         (folder / "none.wav").write_bytes(b"RIFF\xff\xff\xff\xffWAVEfmt \xff\xff\xff\xff")
         half, panned, side = gain(-1600), gain(-1600 - 800), gain(-800)
         soft_left, soft_right = stretched(soft8[0::2]), stretched(soft8[1::2])
+        self.chatter = [[scaled(s, half) for s in samples] for samples in chatter]
         slow = stretched(left)
         self.expected = {
             2: [(s, s) for s in plain],
@@ -179,7 +181,7 @@ def judge(recorded, expected):
 
 
 def judge_chatter(recorded, variants):
-    """One of the two sounds at a time, and each of them now and then."""
+    """One of the two sounds at a time, and each of them now and then, at the volume that the animation was given."""
     choices = []
     for tick in CHATTERS:
         heard = [left for left, _ in recorded[frame_at(tick) : frame_at(tick + 1)]]

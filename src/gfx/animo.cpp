@@ -48,6 +48,9 @@ CAnimo::CAnimo(const CAnimo& source)
       globalPosition_(source.globalPosition_),
       direction_(source.direction_) {
   setType(kType);
+  CPlayable::setVolume(source.getVolume());
+  CPlayable::setPanning(source.getPanning());
+  CPlayable::setFrequency(source.getFrequency());
   setFilename(source.getFileName());
   setLoaded(source.isLoaded());
   toRelease(source.releaseAfterUse());

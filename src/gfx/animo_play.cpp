@@ -52,6 +52,7 @@ void CAnimo::play(const CXString& event) {
   const int number = resolveEventName(event);
   if (GetNOFInEvent(number) > 0) lastEvent_ = number;
   CPlayable::play(event);
+  if (isPlaying() && !IsPlaying()) setStatus(kStopped);  // there was nothing to play
 }
 
 void CAnimo::Continue() {

@@ -173,7 +173,8 @@ void checkEvents(AnnFile& file) {
     event.infos.resize(std::min(event.infos.size(), event.frames.size()));
     const int last = std::max(0, event.frameCount() - 1);
     event.loopFrom = std::clamp(event.loopFrom, 0, last);
-    event.loopTo = std::clamp(event.loopTo, 0, last);
+    // 0 says that there is no loop, so the shortest loop ends at 1, be there such a position or not.
+    event.loopTo = event.loopTo > 0 ? std::clamp(event.loopTo, 1, std::max(1, last)) : 0;
     event.loopCount = std::max(0, event.loopCount);
   }
 }

@@ -96,16 +96,18 @@ void CCollisionInspector::tick() {
 
 // All others in the order of the list, without those that neither touch nor touched: to look at each would
 // take the square of their number a tick. Observers may add to the list, it shrinks at the tick's end alone.
+// The moved one has the box of its turn's start, the others have theirs of the moment.
 void CCollisionInspector::test(CMonitoredObject& moved) {
   const std::size_t end = monitored_.size();
+  const CXRect box = moved.object->GetBoundingBox();
   std::size_t next = 0;
   while (next < end && moved.object) {
     lookAtBoxes();
-    const std::vector<std::uint32_t> places = placesToTest(moved, next, end);
+    const std::vector<std::uint32_t> places = placesToTest(moved, box, next, end);
     const std::uint64_t age = age_;
     next = end;
     for (const std::uint32_t place : places) {
-      testPair(moved, *monitored_[place]);
+      testPair(moved, box, *monitored_[place]);
       if (age == age_) continue;
       next = std::size_t{place} + 1;
       break;
@@ -130,11 +132,11 @@ void CCollisionInspector::lookAtBoxes() {
   }
 }
 
-std::vector<std::uint32_t> CCollisionInspector::placesToTest(const CMonitoredObject& moved, std::size_t from,
-                                                             std::size_t end) {
+std::vector<std::uint32_t> CCollisionInspector::placesToTest(const CMonitoredObject& moved, const CXRect& box,
+                                                             std::size_t from, std::size_t end) {
   std::vector<std::uint32_t> places;
-  grid_.near(moved.box, places);
-  std::erase_if(places, [&](std::uint32_t place) { return !overlap(moved.box, monitored_[place]->box); });
+  grid_.near(box, places);
+  std::erase_if(places, [&](std::uint32_t place) { return !overlap(box, monitored_[place]->box); });
   for (const auto& other : moved.touching) {
     if (const CMonitoredObject* entry = find(other.get())) places.push_back(entry->place);
   }
@@ -146,9 +148,8 @@ std::vector<std::uint32_t> CCollisionInspector::placesToTest(const CMonitoredObj
   return places;
 }
 
-void CCollisionInspector::testPair(CMonitoredObject& moved, CMonitoredObject& other) {
+void CCollisionInspector::testPair(CMonitoredObject& moved, const CXRect& boxA, CMonitoredObject& other) {
   if (!other.object) return;
-  const CXRect boxA = moved.box;
   const CXRect boxB = other.box;
   const Ref<CGraphicsObject> a(moved.object.get());
   const Ref<CGraphicsObject> b(other.object.get());

@@ -74,9 +74,10 @@ class CCollisionInspector : public CXObject {
 
   void addObserver(CCollisionObserver* observer, CXObject* object);
   void test(CMonitoredObject& moved);
-  void testPair(CMonitoredObject& moved, CMonitoredObject& other);
+  void testPair(CMonitoredObject& moved, const CXRect& box, CMonitoredObject& other);
   void lookAtBoxes();
-  std::vector<std::uint32_t> placesToTest(const CMonitoredObject& moved, std::size_t from, std::size_t end);
+  std::vector<std::uint32_t> placesToTest(const CMonitoredObject& moved, const CXRect& box, std::size_t from,
+                                          std::size_t end);
   void drop(const CMonitoredObject* entry);
   void dropDead();
 

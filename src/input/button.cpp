@@ -10,6 +10,17 @@
 
 namespace footlight {
 
+namespace {
+
+// What stood behind the picture shows again.
+void takeOff(CRefreshScreen& screen, CGraphicsObject* graphics) {
+  if (graphics == nullptr) return;
+  graphics->Invalidate();
+  screen.remove(graphics);
+}
+
+}  // namespace
+
 // --- the hot spot
 
 CButtonHotSpot::CButtonHotSpot(CWindow* window, CButton* owner) : CHotSpot(window), owner_(owner) {}
@@ -88,9 +99,7 @@ CButton::CButton(CWindow* window, const CXRect& rect)
 CButton::~CButton() {
   CRefreshScreen* screen = window()->getRefreshScreen();
   if (screen == nullptr) return;
-  for (const auto* picture : {&gfxStandard_, &gfxOnMove_, &gfxOnClick_}) {
-    if (const CGraphicsObject* graphics = picture->get()) screen->remove(graphics);
-  }
+  for (const auto* picture : {&gfxStandard_, &gfxOnMove_, &gfxOnClick_}) takeOff(*screen, picture->get());
 }
 
 std::unique_ptr<CXObject> CButton::clone() const {
@@ -122,7 +131,7 @@ void CButton::play(const WeakPlayable& sound) {
 void CButton::Set(CGraphicsObject* graphics, bool replaces) {
   CRefreshScreen* screen = window()->getRefreshScreen();
   if (screen != nullptr) {
-    if (const CGraphicsObject* old = gfxStandard_.get(); old != nullptr && replaces) screen->remove(old);
+    if (replaces) takeOff(*screen, gfxStandard_.get());
     *screen << graphics;
   }
   gfxStandard_ = graphics;

@@ -1,5 +1,7 @@
 #include "objects/mc_button.h"
 
+#include <algorithm>
+
 #include "app/mc_scene.h"
 #include "app/unit6.h"
 #include "gfx/graphics_object.h"
@@ -82,8 +84,9 @@ CPlayable* CMC_Button::sound(const CXString& name) const {
 CXRect CMC_Button::area() {
   const CGraphicsObject* graphics = picture(rect_);
   if (graphics == nullptr) return rect_.toRect();
+  // A picture that only marks an area is not on the screen.
   if (const CRefreshScreen* screen = getScene()->getWindow()->getRefreshScreen())
-    priority_ = screen->GetPriority(graphics);
+    priority_ = std::max(0, screen->GetPriority(graphics));
   return graphics->GetBoundingBox();
 }
 

@@ -189,7 +189,7 @@ void CMC_Object::rebind(CMC_ObjectsContainer* container) {
 void CMC_Object::addBehaviour(const CXString& signal, CMC_Behaviour* behaviour,
                               std::shared_ptr<const TextList> arguments, CMC_ObjectsContainer* container) {
   if (behaviour == nullptr || !verifyBehaviour(signal)) return;
-  if (diagnose::isOn() && getSignalIndex(signal) < 0 && !signal.startsWith("@"))
+  if (diagnose::isOn() && getSignalIndex(plainSignal(type_, signal)) < 0 && !signal.startsWith("@"))
     diagnose::report(diagnose::Group::behaviour, name_, signal, "nobody raises such a signal");
   if (bindings_ == nullptr) bindings_ = std::make_unique<BindingTable>();
   if (overrideSignals_) removeBehaviourForce(signal);

@@ -170,4 +170,9 @@ int typeNumberOf(std::string_view idWord) {
   return found != nullptr ? found->number : -1;
 }
 
+std::string_view plainSignal(int type, std::string_view name) {
+  const std::string_view plain = name.substr(0, name.find('^'));
+  return type == type::kAnimo && plain == "ONFRAMECHANGEDFRAME" ? "ONFRAMECHANGED" : plain;
+}
+
 }  // namespace footlight

@@ -81,6 +81,8 @@ std::span<const TypeDescription> allTypes();
 const TypeDescription* findType(int number);
 // By the word of the property TYPE, compared exactly; null for an unknown word.
 const TypeDescription* findTypeByDefinition(std::string_view word);
+// The name in the type's list of which this one is a form: what stands before "^", with one exception.
+std::string_view plainSignal(int type, std::string_view name);
 // The number of an exact getTypeId word, -1 for an unknown one.
 int typeNumberOf(std::string_view idWord);
 

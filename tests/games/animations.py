@@ -64,6 +64,7 @@ COURSES = {
     "FIRM": ([event("E", [0, 1, 2], flags=0x40000), event("F", [3])], 0),
     "GOESON": ([event("E", [0, 1]), event("F", [2]), event("G", [])], 0x800000),
     "SOUNDLESS": ([event("E", [0, 1, 2, 3, 0], loop=(1, 2, 0), flags=0x100000)], 0),
+    "SHORT": ([event("E", [1], loop=(0, 1, 0))], 0),
     "BACK": ([event("E", [0, 1, 2])], 0),
     "REVERSE": ([event("E", [1, 2, 3])], 0),
     "LATER": ([event("E", [0, 1])], 0),

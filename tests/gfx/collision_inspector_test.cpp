@@ -48,8 +48,9 @@ class PlainWatch {
       }
       hadTurn[a] = true;
       const std::vector<int> others = order_;
+      const CXRect box = objects_[a]->GetBoundingBox();
       if (enabled_[a]) {
-        for (const int b : others) compare(a, b, tell);
+        for (const int b : others) compare(a, box, b, tell);
       }
       isMoved_[a] = false;
     }
@@ -68,9 +69,9 @@ class PlainWatch {
   }
 
   template <class Tell>
-  void compare(int a, int b, const Tell& tell) {
+  void compare(int a, const CXRect& box, int b, const Tell& tell) {
     if (a == b || !enabled_[b]) return;
-    const CXRect common = objects_[a]->GetBoundingBox().Common(objects_[b]->GetBoundingBox());
+    const CXRect common = box.Common(objects_[b]->GetBoundingBox());
     const bool touches = common.Width() != 0 && common.Height() != 0;
     if (touches == pairs_.contains({a, b})) return;
     for (const auto& pair : {std::pair(a, b), std::pair(b, a)}) {

@@ -93,8 +93,7 @@ const TypeDescription* findLevelType(std::string_view word) {
 }
 
 const char* findSignal(const TypeDescription& type, std::string_view name) {
-  name = name.substr(0, name.find('^'));
-  const auto found = std::find(type.signals.begin(), type.signals.end(), name);
+  const auto found = std::find(type.signals.begin(), type.signals.end(), plainSignal(type.number, name));
   return found == type.signals.end() ? nullptr : *found;
 }
 

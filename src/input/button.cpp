@@ -98,12 +98,13 @@ CButton::CButton(CWindow* window, const CXRect& rect)
 
 CButton::~CButton() {
   CRefreshScreen* screen = window()->getRefreshScreen();
-  if (screen == nullptr) return;
+  if (screen == nullptr || isClone_) return;
   for (const auto* picture : {&gfxStandard_, &gfxOnMove_, &gfxOnClick_}) takeOff(*screen, picture->get());
 }
 
 std::unique_ptr<CXObject> CButton::clone() const {
   auto made = std::make_unique<CButton>(window(), activeRect_);
+  made->isClone_ = true;
   made->hotSpot_->setUnit(hotSpot_->getUnit(), hotSpot_->getUnitObject());
   made->gfxStandard_ = gfxStandard_;
   made->gfxOnMove_ = gfxOnMove_;

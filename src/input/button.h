@@ -110,6 +110,7 @@ class CButton final : public CControl {
   int startDragging(CXPoint point);
 
   CXRect activeRect_;
+  bool isClone_ = false;  // its pictures stay on the screen for the button that has them too
   bool forced_ = false;
   bool frozen_ = false;
   bool draggingEnabled_ = false;

@@ -62,7 +62,10 @@ std::unique_ptr<CMC_Button> CMC_Button::makeBare(CMC_ObjectsContainer* container
   return std::make_unique<CMC_Button>(container, std::move(button), std::move(name));
 }
 
-void CMC_Button::unlink() { button_.reset(); }
+void CMC_Button::unlink() {
+  if (isDragged_) setDraggedName(CXString());
+  button_.reset();
+}
 
 std::unique_ptr<CMC_Object> CMC_Button::copy() const {
   if (!button_) return nullptr;
@@ -122,6 +125,10 @@ CMC_Scene* CMC_Button::level() const {
   return object_cast<CMC_Scene>(container);
 }
 
+void CMC_Button::setDraggedName(const CXString& name) const {
+  if (CMC_Scene* scene = level()) scene->setDraggedName(name);
+}
+
 void CMC_Button::signal(int index, const char* name) {
   const Ref<CMC_Button> self(this);
   if (isSignalBound(index)) onSignal(name);
@@ -144,7 +151,8 @@ void CMC_Button::onControlAction(CControl* /*control*/, CXPoint /*point*/) { sig
 void CMC_Button::onStartDragging(CControl* /*control*/, CXPoint /*point*/) {
   const CGraphicsObject* dragged = button_->GetDragging();
   if (dragged == nullptr) dragged = button_->getCurrent();
-  if (CMC_Scene* scene = level()) scene->setDraggedName(getScene()->getGraphicsObjectName(dragged, true));
+  isDragged_ = true;
+  setDraggedName(getScene()->getGraphicsObjectName(dragged, true));
   signal(kOnStartDragging, "ONSTARTDRAGGING");
 }
 
@@ -153,6 +161,7 @@ void CMC_Button::onDragging(CControl* /*control*/, CXPoint /*point*/) { signal(k
 void CMC_Button::onEndDragging(CControl* /*control*/, CXPoint /*point*/) {
   const Ref<CMC_Button> self(this);
   const WeakRef<CMC_Scene> scene = level();
+  isDragged_ = false;
   signal(kOnEndDragging, "ONENDDRAGGING");
   if (CMC_Scene* there = scene.get()) there->setDraggedName(CXString());
 }

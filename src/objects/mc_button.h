@@ -44,6 +44,7 @@ class CMC_Button : public CMC_Object, public CControlNotifier {
   CPlayable* sound(const CXString& name) const;
   CGraphicsObject* picture(const CXString& name) const;
   CMC_Scene* level() const;
+  void setDraggedName(const CXString& name) const;
   void signal(int index, const char* name);
 
   CXString accent_, gfxStandard_, gfxOnMove_, gfxOnClick_;
@@ -51,6 +52,7 @@ class CMC_Button : public CMC_Object, public CControlNotifier {
   CXString drag_, rect_;
   bool enable_ = false;
   bool draggable_ = false;
+  bool isDragged_ = false;
   int priority_ = 0;
   Owned<CButton> button_;
 };

@@ -22,5 +22,5 @@ for target in "${targets[@]}"; do
     grep 'Test unit written' "$log" || true
     exit 1
   fi
-  echo "$target: $(grep DONE "$log" | cut -f 2-)"
+  echo "$target: $(grep $'\tDONE ' "$log" | cut -f 2-)"
 done

@@ -128,10 +128,11 @@ int CAnimo6::GetMaxHeight() const {
 bool CAnimo6::isAt(CXPoint point, bool useAlpha) {
   const Ref<CFrame> frame(currentFrame());
   if (!frame) return false;
-  if (!GetBoundingBox().IsInRect(point)) return false;
+  const CXPoint place = point - framePlace(Current());
+  if (!CXRect(0, 0, frame->Width(), frame->Height()).IsInRect(place)) return false;
   if (!useAlpha) return true;
   expandCurrent();
-  return GetPixel(_channel::alpha, ClientCoords(point)) > 0;
+  return GetPixel(_channel::alpha, place) > 0;
 }
 
 bool CAnimo6::isPlaying(const CXString& event) const {

@@ -85,7 +85,8 @@ void CAnimo::take(AnnFile file) {
 
 void CAnimo::Flush() {
   StopNoNotify();
-  if (status_ == _astatus::paused) stop(false);
+  status_ = _astatus::stopped;
+  setStatus(kStopped);
   ++course_;
   if (isVisible()) Invalidate();
   CGraphicsObject::Flush();

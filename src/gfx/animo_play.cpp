@@ -120,14 +120,8 @@ void CAnimo::Stop() {
   if (status_ == _astatus::playing) StopNoNotify();
 }
 
-// An animation that is paused stops as well; only one that plays tells of its end.
+// One that is paused stays so.
 void CAnimo::stop(bool notifies) {
-  if (status_ == _astatus::paused) {
-    ++course_;
-    status_ = _astatus::stopped;
-    setStatus(kStopped);
-    return;
-  }
   if (status_ != _astatus::playing) return;
   StopNoNotify();
   if (notifies) notify(kFinished);

@@ -69,7 +69,8 @@ int CButtonHotSpot::OnLButtonDown(CXPoint point) {
   const Ref<CButton> owner = owner_.get();
   if (!owner || !owner->IsEnabled() || (getUnit() != nullptr && getUnit()->isDragging())) return 0;
   owner->OnClick(point);
-  if (!owner->isDisposed()) owner->Force(true);
+  // A handler, or a drag, may have disabled it: then it would look pressed from now on.
+  if (!owner->isDisposed() && owner->IsEnabled()) owner->Force(true);
   return 1;
 }
 

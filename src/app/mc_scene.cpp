@@ -58,6 +58,12 @@ CMC_Scene::~CMC_Scene() = default;
 
 CUnit6* CMC_Scene::getDefUnit() { return defaultUnit().get(); }
 
+CMC_Scene* CMC_Scene::around(CMC_ObjectsContainer* container) {
+  while (container != nullptr && object_cast<CMC_Scene>(container) == nullptr)
+    container = container->getParent();
+  return object_cast<CMC_Scene>(container);
+}
+
 void CMC_Scene::doneDefUnit() { defaultUnit().reset(); }
 
 // The tree

@@ -95,6 +95,9 @@ class CMC_Scene : public CMC_ObjectsContainer {
 
   // The one unit of the process; made by the first scene.
   static CUnit6* getDefUnit();
+  // The level around a container; a class instance stands in its own scope within one. Null when there is
+  // none.
+  static CMC_Scene* around(CMC_ObjectsContainer* container);
   static void doneDefUnit();
 
  protected:

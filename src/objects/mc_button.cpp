@@ -118,15 +118,8 @@ void CMC_Button::setPictures() {
 
 // --- signals
 
-CMC_Scene* CMC_Button::level() const {
-  CMC_ObjectsContainer* container = getScene();
-  while (container != nullptr && object_cast<CMC_Scene>(container) == nullptr)
-    container = container->getParent();
-  return object_cast<CMC_Scene>(container);
-}
-
 void CMC_Button::setDraggedName(const CXString& name) const {
-  if (CMC_Scene* scene = level()) scene->setDraggedName(name);
+  if (CMC_Scene* scene = CMC_Scene::around(getScene())) scene->setDraggedName(name);
 }
 
 void CMC_Button::signal(int index, const char* name) {
@@ -160,7 +153,7 @@ void CMC_Button::onDragging(CControl* /*control*/, CXPoint /*point*/) { signal(k
 
 void CMC_Button::onEndDragging(CControl* /*control*/, CXPoint /*point*/) {
   const Ref<CMC_Button> self(this);
-  const WeakRef<CMC_Scene> scene = level();
+  const WeakRef<CMC_Scene> scene = CMC_Scene::around(getScene());
   isDragged_ = false;
   signal(kOnEndDragging, "ONENDDRAGGING");
   if (CMC_Scene* there = scene.get()) there->setDraggedName(CXString());

@@ -8,8 +8,6 @@
 
 namespace footlight {
 
-class CMC_Scene;
-
 class CMC_Button : public CMC_Object, public CControlNotifier {
  public:
   // Around a ready control that it takes over, with empty properties.
@@ -43,7 +41,6 @@ class CMC_Button : public CMC_Object, public CControlNotifier {
   void setPictures();
   CPlayable* sound(const CXString& name) const;
   CGraphicsObject* picture(const CXString& name) const;
-  CMC_Scene* level() const;
   void setDraggedName(const CXString& name) const;
   void signal(int index, const char* name);
 

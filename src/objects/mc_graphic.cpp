@@ -36,27 +36,20 @@ void CMC_Graphic::takePlace(int priority) {
 // --- collisions
 // ----------------------------------------------------------------------------------------------------
 
-// The scene around the object; a class instance stands in its own scope within one.
-CMC_Scene* CMC_Graphic::level() const {
-  CMC_ObjectsContainer* container = getScene();
-  while (container != nullptr && object_cast<CMC_Scene>(container) == nullptr)
-    container = container->getParent();
-  return object_cast<CMC_Scene>(container);
-}
-
 void CMC_Graphic::monitorIfWanted() {
   if (isMonitored()) monitorCollisions(monitorCollisionAlpha_);
 }
 
 void CMC_Graphic::monitorCollisions(bool useAlpha) {
   CGraphicsObject* graphic = getGraphic();
-  CMC_Scene* scene = level();
+  CMC_Scene* scene = CMC_Scene::around(getScene());
   if (graphic != nullptr && scene != nullptr) scene->monitorCollisions(graphic, useAlpha, this);
 }
 
 void CMC_Graphic::removeCollisionsMonitoring() {
   CGraphicsObject* graphic = getGraphic();
-  CMC_Scene* scene = graphic != nullptr && graphic->getMonitorCollisionsFlag() ? level() : nullptr;
+  CMC_Scene* scene =
+      graphic != nullptr && graphic->getMonitorCollisionsFlag() ? CMC_Scene::around(getScene()) : nullptr;
   if (scene != nullptr) scene->removeMonitorCollisions(graphic, this);
 }
 

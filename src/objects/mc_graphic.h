@@ -9,7 +9,6 @@
 
 namespace footlight {
 
-class CMC_Scene;
 class CRefreshScreen;
 
 class CMC_Graphic : public CMC_Object, public CCollisionObserver, public CMouseListener {
@@ -53,8 +52,6 @@ class CMC_Graphic : public CMC_Object, public CCollisionObserver, public CMouseL
   bool changeCursor_ = true;
 
  private:
-  CMC_Scene* level() const;
-
   CWindow* window_;
   int priority_ = 0;
   bool monitorCollision_ = false;

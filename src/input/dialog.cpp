@@ -68,6 +68,7 @@ void CXDialog::add(CButton* button) {
 }
 
 void CXDialog::setVisible(bool visible) {
+  visible_ = visible;
   for (const auto& object : objects_) {
     if (object) object->Visible(visible);
   }
@@ -99,7 +100,7 @@ void CXDialog::onDragging(CControl* /*control*/, CXPoint point) {
 void CXDialog::onEndDragging(CControl* /*control*/, CXPoint /*point*/) {
   if (!titleButton_ || !background_) return;
   titleButton_->SetActiveRect(titleStrip());
-  titleButton_->Enable(true);
+  titleButton_->Enable(visible_);
 }
 
 }  // namespace footlight

@@ -44,6 +44,7 @@ class CXDialog final : public CXObject, public CControlNotifier {
   Owned<CButton> titleButton_;  // null without a background
   WeakRef<CGraphicsObject> background_;
   CXPoint dragPoint_;
+  bool visible_ = true;
   std::vector<WeakRef<CGraphicsObject>> objects_;
   std::vector<WeakRef<CButton>> buttons_;
 };

@@ -52,7 +52,8 @@ void CAnimo::play(const CXString& event) {
   const int number = resolveEventName(event);
   if (GetNOFInEvent(number) > 0) lastEvent_ = number;
   CPlayable::play(event);
-  if (isPlaying() && !IsPlaying()) setStatus(kStopped);  // there was nothing to play
+  // There was nothing to play: what counts as playing for others must not wait for an end.
+  if (isPlaying() && status_ != _astatus::playing) setStatus(kStopped);
 }
 
 void CAnimo::Continue() {

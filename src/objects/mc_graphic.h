@@ -34,8 +34,7 @@ class CMC_Graphic : public CMC_Object, public CCollisionObserver, public CMouseL
 
   CRefreshScreen* screen() const;
   CWindow* window() const { return window_; }
-  bool isMonitored() const { return monitorCollision_ || monitorCollisionAlpha_; }
-  // As the definition says.
+  // Watches for collisions if the definition says so.
   void monitorIfWanted();
   // Puts a newly loaded graphic where the one before was on the screen.
   void takePlace(int priority);
@@ -44,6 +43,7 @@ class CMC_Graphic : public CMC_Object, public CCollisionObserver, public CMouseL
                        const CXString& event = {});
   // The signal with the button's name, else the plain one.
   void signalButton(const char* signal, int button);
+  // Hears the mouse no longer.
   void forgetMouse();
 
   bool focus_ = false;       // the mouse is over the graphic
@@ -52,6 +52,8 @@ class CMC_Graphic : public CMC_Object, public CCollisionObserver, public CMouseL
   bool changeCursor_ = true;
 
  private:
+  bool isMonitored() const { return monitorCollision_ || monitorCollisionAlpha_; }
+
   CWindow* window_;
   int priority_ = 0;
   bool monitorCollision_ = false;

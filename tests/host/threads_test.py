@@ -27,7 +27,7 @@ DEF:A(TYPE=SCENE|PATH=A)
 DEF:B(TYPE=SCENE|PATH=B)
 """
 
-# The counters of both scenes are stored by the application's INI sections.
+# Each scene counts in its own section of the INI file.
 SCENE = """DEF:PRESSED(TYPE=INTEGER|VALUE=0|TOINI=TRUE)
 DEF:ENTERED(TYPE=INTEGER|VALUE=0|TOINI=TRUE)
 DEF:FRAMES(TYPE=INTEGER|VALUE=0|TOINI=TRUE)
@@ -43,8 +43,7 @@ PAD:ONACTION={{PRESSED^INC();LONG^PLAY();}}
 DEF:MICE(TYPE=MOUSE)
 DEF:KEYS(TYPE=KEYBOARD)
 KEYS:ONKEYDOWN={{EP^GOTO("{other}");}}
-DEF:CLOCK(TYPE=TIMER|ELAPSE=40|ONTICK={{MAINVOLUME^RUN();}})
-DEF:MAINVOLUME(TYPE=BEHAVIOUR|CODE={{BELL^SETVOLUME(500);LONG^SETPAN(300);}})
+DEF:CLOCK(TYPE=TIMER|ELAPSE=40|ONTICK={{BELL^SETVOLUME(500);LONG^SETPAN(300);}})
 OBJECT=__INIT__
 __INIT__:TYPE=BEHAVIOUR
 __INIT__:CODE={{ENTERED^INC();{scene}^STARTMUSIC("Wavs\\\\{music}.wav");BELL^PLAY();LONG^PLAY();WALKER^PLAY("GO");TALKER^PLAY("GO");}}
@@ -68,7 +67,7 @@ def make_game(folder):
 
 
 def events(ticks):
-    """A press every 20 ticks, another scene every 140, half a second without the focus every 300."""
+    """A press every 20 ticks, another scene every 140, 30 ticks without the focus every 300."""
     for tick in range(10, ticks - 40):
         if tick % 20 == 10:
             yield f"{tick} move {tick % 60} {tick % 40}"

@@ -1,10 +1,10 @@
 // Scripts' methods of APPLICATION.
 
 #include "app/application.h"
-#include "app/language_os_ver.h"
 #include "app/mc_application.h"
 #include "app/printer.h"
 #include "app/script_run.h"
+#include "files/language_os_ver.h"
 #include "gfx/graphics_object.h"
 #include "gfx/window.h"
 #include "script/mc_behaviour.h"

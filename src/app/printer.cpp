@@ -7,8 +7,8 @@
 #include "foundation/limits.h"
 #include "gfx/direct_draw_surface.h"
 #include "gfx/window.h"
-#include "host/shot.h"
 #include "platform/platform.h"
+#include "platform/shot.h"
 
 namespace footlight {
 
@@ -45,8 +45,8 @@ void CPrinter::print(CXRect rect) const {
   const int width = surface->Width();
   const int bytes = surface->GetPixelSize();
   const std::vector<std::uint32_t> picture =
-      host::expandFrame({surface->GetDataPtr().data(), surface->getPitch() * bytes, width, surface->Height(),
-                         window_->GetBpp()});
+      platform::expandFrame({surface->GetDataPtr().data(), surface->getPitch() * bytes, width,
+                             surface->Height(), window_->GetBpp()});
 
   std::vector<std::uint32_t> page(static_cast<std::size_t>(kPage.mul()), kPaper);
   const CXSize size = fitted(rect.Size());

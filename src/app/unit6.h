@@ -31,7 +31,8 @@ class CUnit6 : public CXObject,
                public CControlNotifier,
                public CKeyListener,
                public CMouseListener,
-               public CRandomPlayableNotifier {
+               public CRandomPlayableNotifier,
+               public CTimerNotificator {
  public:
   static constexpr int kMousePriority = 100000;
   static constexpr int kDragPriority = 10000;
@@ -67,7 +68,8 @@ class CUnit6 : public CXObject,
   using CControlNotifier::onEndDragging;
   using CControlNotifier::onStartDragging;
   virtual CResourcesManager* getResourcesManager() const { return resources_.get(); }
-  virtual void onTimer(TimerId /*id*/) {}
+  void onTimer(TimerId /*id*/) override {}
+  bool isLive() const override { return active_ && wasInitiallyUpdated_; }
   virtual void flushEditBoxes() {}
 
   // Starts the playable at random moments while the scene runs: so many times a minute, in runs of up to

@@ -12,6 +12,8 @@ class CTimerNotificator {
  public:
   virtual ~CTimerNotificator() = default;
   virtual void onTimer(TimerId id) = 0;
+  // False while it wants no ticks of those timers that were added for a live receiver only.
+  virtual bool isLive() const { return true; }
 };
 
 }  // namespace footlight

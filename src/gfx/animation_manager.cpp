@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "gfx/animo6.h"
-#include "objects/mc_animo.h"
+#include "objects/gfx/mc_animo.h"
 #include "platform/platform.h"
 #include "script/mc_groupped.h"
 

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-#include "app/random.h"
-#include "app/xtimer.h"
 #include "foundation/arithmetic.h"
 #include "foundation/diagnose.h"
 #include "foundation/limits.h"
+#include "foundation/random.h"
+#include "foundation/xtimer.h"
 #include "gfx/animo.h"
 #include "gfx/window.h"
 

@@ -53,7 +53,7 @@ class CScreenUnit;
 class CSurface;
 class CXTimer;
 
-class CWindow : public CXObject, public CFilePlaces {
+class CWindow : public CXObject, public CFilePlaces, public CTimerNotificator {
  public:
   static constexpr int kGraphicsError = -998;
   static constexpr int kSoundError = -997;
@@ -86,7 +86,7 @@ class CWindow : public CXObject, public CFilePlaces {
   // One pass of the main loop: a tick, then the application's step. True when the program is to end.
   bool domodal();
   void Tick();
-  void onTimer(TimerId /*id*/) {}
+  void onTimer(TimerId /*id*/) override {}
   void quit() { quitFlag_ = true; }
   bool isQuitting() const { return quitFlag_; }
   // Takes down all that the window owns, in a fixed order; the destructor does it too.

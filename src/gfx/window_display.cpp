@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "app/command_line6.h"
+#include "foundation/command_line6.h"
 #include "gfx/direct_draw_surface.h"
 #include "gfx/refresh_screen.h"
 #include "gfx/surface.h"

@@ -6,18 +6,18 @@
 #include <utility>
 
 #include "app/application.h"
-#include "app/command_line6.h"
-#include "app/language_os_ver.h"
-#include "app/random.h"
 #include "files/big_file.h"
+#include "files/language_os_ver.h"
 #include "foundation/code_page.h"
+#include "foundation/command_line6.h"
 #include "foundation/diagnose.h"
+#include "foundation/random.h"
 #include "gfx/direct_draw_surface.h"
 #include "gfx/window.h"
-#include "host/shot.h"
 #include "platform/headless/headless_platform.h"
 #include "platform/posix/file_system.h"
 #include "platform/sdl/sdl_platform.h"
+#include "platform/shot.h"
 #include "script/caches.h"
 #include "script/vocabulary.h"
 #include "script/watchdog.h"
@@ -301,9 +301,10 @@ void Host::takeShots(std::uint32_t tick, CWindow& window) const {
     if (shot.tick != tick) continue;
     CDirectDrawSurface* surface = window.getBackSurface();
     platform::Surface* memory = surface != nullptr ? surface->readyDeviceSurface() : nullptr;
-    const bool written = memory != nullptr && writeShot({memory->pixels(), memory->pitch(), memory->width(),
-                                                         memory->height(), window.GetBpp()},
-                                                        shot.file);
+    const bool written =
+        memory != nullptr && platform::writeShot({memory->pixels(), memory->pitch(), memory->width(),
+                                                  memory->height(), window.GetBpp()},
+                                                 shot.file);
     if (!written) complain("--shot: " + shot.file + ": cannot be written");
   }
 }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/language_os_ver.h"
+#include "files/language_os_ver.h"
 #include "foundation/diagnose.h"
 #include "foundation/limits.h"
 #include "gfx/window.h"

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "app/random.h"
+#include "foundation/random.h"
 #include "gfx/window.h"
 #include "script/caches.h"
 #include "script/mc_behaviour.h"

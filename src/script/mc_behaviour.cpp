@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "app/xtimer.h"
 #include "foundation/depth.h"
+#include "foundation/xtimer.h"
 #include "gfx/window.h"
 #include "script/caches.h"
 #include "script/mc_behaviour_entry.h"

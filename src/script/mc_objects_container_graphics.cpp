@@ -3,9 +3,9 @@
 #include "gfx/direct_draw_surface.h"
 #include "gfx/image.h"
 #include "gfx/window.h"
-#include "objects/mc_animo.h"
-#include "objects/mc_canvas_observer.h"
-#include "objects/mc_image.h"
+#include "objects/gfx/mc_animo.h"
+#include "objects/gfx/mc_canvas_observer.h"
+#include "objects/gfx/mc_image.h"
 #include "script/mc_objects_container.h"
 
 namespace footlight {

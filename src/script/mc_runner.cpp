@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "objects/mc_array.h"
+#include "objects/data/mc_array.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_expression.h"
 #include "script/mc_groupped.h"

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstring>
 
-#include "app/config.h"
+#include "files/config.h"
 #include "foundation/arithmetic.h"
 #include "foundation/limits.h"
 #include "script/mc_objects_container.h"

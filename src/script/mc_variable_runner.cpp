@@ -4,11 +4,11 @@
 #include <cmath>
 #include <ctime>
 
-#include "app/random.h"
 #include "files/file.h"
 #include "files/path.h"
 #include "foundation/arithmetic.h"
 #include "foundation/limits.h"
+#include "foundation/random.h"
 #include "platform/platform.h"
 #include "script/caches.h"
 #include "script/mc_expression.h"

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "app/xtimer.h"
+#include "foundation/xtimer.h"
 
 namespace footlight {
 

@@ -1,8 +1,8 @@
 #include "sound/sound4.h"
 
 #include "app/application.h"
-#include "app/random.h"
 #include "files/file.h"
+#include "foundation/random.h"
 #include "foundation/string_tokenizer.h"
 #include "gfx/window.h"
 #include "platform/platform.h"

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "app/mc_application.h"
-#include "app/xtimer.h"
+#include "foundation/xtimer.h"
 #include "gfx/collision_inspector.h"
 #include "gfx/refresh_screen.h"
 #include "script/mc_variable_factory.h"

@@ -1,8 +1,8 @@
 #include "support/game_world.h"
 
 #include "app/mc_application.h"
-#include "app/random.h"
-#include "app/xtimer.h"
+#include "foundation/random.h"
+#include "foundation/xtimer.h"
 #include "script/caches.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_behaviour_entry.h"

@@ -10,8 +10,8 @@
 #include <string>
 
 #include "app/application.h"
-#include "app/command_line6.h"
-#include "app/language_os_ver.h"
+#include "files/language_os_ver.h"
+#include "foundation/command_line6.h"
 #include "gfx/window.h"
 #include "platform/headless/headless_platform.h"
 #include "support/memory_files.h"

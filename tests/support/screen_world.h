@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "app/command_line6.h"
-#include "app/language_os_ver.h"
+#include "files/language_os_ver.h"
+#include "foundation/command_line6.h"
 #include "gfx/direct_draw_surface.h"
 #include "gfx/refresh_screen.h"
 #include "gfx/surface.h"

@@ -5,9 +5,9 @@
 #include <memory>
 #include <set>
 
-#include "app/command_line6.h"
-#include "app/language_os_ver.h"
+#include "files/language_os_ver.h"
 #include "foundation/code_page.h"
+#include "foundation/command_line6.h"
 #include "game.h"
 #include "gfx/window.h"
 #include "nearest.h"

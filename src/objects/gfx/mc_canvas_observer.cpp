@@ -1,0 +1,30 @@
+#include "objects/gfx/mc_canvas_observer.h"
+
+#include "gfx/refresh_screen.h"
+#include "gfx/window.h"
+#include "script/mc_objects_container.h"
+
+namespace footlight {
+
+CMC_CanvasObserver::CMC_CanvasObserver(CMC_ObjectsContainer* container, const CMElement* element)
+    : CMC_Object(container, element, type::kCanvasObserver), window_(container->getWindow()) {
+  if (CRefreshScreen* screen = getScreen()) screen->addNotifier(this);
+  initializeBehaviours(container, element);
+}
+
+CMC_CanvasObserver::~CMC_CanvasObserver() { CMC_CanvasObserver::unlink(); }
+
+CRefreshScreen* CMC_CanvasObserver::getScreen() const {
+  return window_ != nullptr ? window_->getRefreshScreen() : nullptr;
+}
+
+void CMC_CanvasObserver::unlink() {
+  if (CRefreshScreen* screen = getScreen()) screen->removeNotifier(this);
+}
+
+void CMC_CanvasObserver::signal(const char* name) {
+  const Ref<CMC_CanvasObserver> self(this);
+  onSignal(name);
+}
+
+}  // namespace footlight

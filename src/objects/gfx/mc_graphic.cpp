@@ -1,0 +1,88 @@
+#include "objects/gfx/mc_graphic.h"
+
+#include "app/mc_scene.h"
+#include "gfx/refresh_screen.h"
+#include "gfx/window.h"
+#include "script/mc_objects_container.h"
+#include "script/melement.h"
+
+namespace footlight {
+
+CMC_Graphic::CMC_Graphic(CMC_ObjectsContainer* container, int type)
+    : CMC_Object(CXString(), type), window_(container != nullptr ? container->getWindow() : nullptr) {
+  setScene(container);
+}
+
+CMC_Graphic::CMC_Graphic(CMC_ObjectsContainer* container, const CMElement* element, int type)
+    : CMC_Object(container, element, type),
+      asButton_(element->getPropertyBoolValue("ASBUTTON")),
+      window_(container->getWindow()),
+      priority_(element->getPropertyIntValue("PRIORITY")),
+      monitorCollision_(element->getPropertyBoolValue("MONITORCOLLISION")),
+      monitorCollisionAlpha_(element->getPropertyBoolValue("MONITORCOLLISIONALPHA")) {}
+
+CRefreshScreen* CMC_Graphic::screen() const {
+  return window_ != nullptr ? window_->getRefreshScreen() : nullptr;
+}
+
+void CMC_Graphic::takePlace(int priority) {
+  CGraphicsObject* graphic = getGraphic();
+  if (priority == kOffScreen || graphic == nullptr) return;
+  screen()->put(graphic, priority);
+  monitorIfWanted();
+  graphic->setMonitorCollisions(isMonitored());
+}
+
+// --- collisions
+// ----------------------------------------------------------------------------------------------------
+
+void CMC_Graphic::monitorIfWanted() {
+  if (isMonitored()) monitorCollisions(monitorCollisionAlpha_);
+}
+
+void CMC_Graphic::monitorCollisions(bool useAlpha) {
+  CGraphicsObject* graphic = getGraphic();
+  CMC_Scene* scene = CMC_Scene::around(getScene());
+  if (graphic != nullptr && scene != nullptr) scene->monitorCollisions(graphic, useAlpha, this);
+}
+
+void CMC_Graphic::removeCollisionsMonitoring() {
+  CGraphicsObject* graphic = getGraphic();
+  CMC_Scene* scene =
+      graphic != nullptr && graphic->getMonitorCollisionsFlag() ? CMC_Scene::around(getScene()) : nullptr;
+  if (scene != nullptr) scene->removeMonitorCollisions(graphic, this);
+}
+
+void CMC_Graphic::signalCollision(int index, const char* signal, CGraphicsObject* a, CGraphicsObject* b,
+                                  const CXString& event) {
+  if (!isSignalBound(index) || a != getGraphic() || getScene() == nullptr) return;
+  const Ref<CMC_Graphic> self(this);
+  const CXString own = getScene()->getGraphicsObjectName(a, true);
+  const CXString other = getScene()->getGraphicsObjectName(b, true);
+  const CXString head = CXString(signal) + "^";
+  if (event.IsString() && onSignal(head + event + "^" + other)) return;
+  if (!onSignal(head + other)) onSignal(signal, {own, other});
+}
+
+// --- the mouse
+// ---------------------------------------------------------------------------------------------------
+
+bool CMC_Graphic::verifyBehaviour(const CXString& signal) {
+  if (signal.startsWith("ONCLICK") || signal.startsWith("ONRELEASE") || signal == "ONFOCUSON" ||
+      signal == "ONFOCUSOFF") {
+    focus_ = false;
+    mouseBound_ = true;
+    if (window_ != nullptr) window_->registerMouseListener(this, priority_);
+  }
+  return true;
+}
+
+void CMC_Graphic::signalButton(const char* signal, int button) {
+  if (!onSignal(CXString(signal) + "^" + mouseButtonName(button))) onSignal(signal);
+}
+
+void CMC_Graphic::forgetMouse() {
+  if (window_ != nullptr) window_->unregisterMouseListener(this);
+}
+
+}  // namespace footlight

@@ -1,0 +1,70 @@
+#include "objects/input/mc_dialog.h"
+
+#include "app/mc_scene.h"
+#include "app/unit6.h"
+#include "objects/gfx/mc_graphic.h"
+#include "objects/input/mc_button.h"
+#include "script/method_tables.h"
+
+namespace footlight {
+
+CMC_Dialog::CMC_Dialog(CMC_ObjectsContainer* container, const CMElement* element)
+    : CMC_Object(container, element, type::kDialog) {
+  CUnit6* unit = CMC_Scene::getDefUnit();
+  if (container->getWindow() != nullptr) dialog_.reset(new CXDialog(container->getWindow(), unit, unit));
+  initializeBehaviours(container, element);
+}
+
+namespace {
+
+void reportRefused(const CMC_Object& object) {
+  if (diagnose::isOn())
+    diagnose::reportCall(diagnose::Group::object,
+                         object.getName().str() + " is of a type that a dialog does not take");
+}
+
+// A dialog without a window has methods of no effect.
+template <auto F>
+Result onDialog(CMC_Dialog& object, Call& call) {
+  const Ref<CXDialog> dialog = object.getDialog();
+  if (dialog) F(*dialog, call);
+  return {};
+}
+
+void show(CXDialog& dialog, Call& /*call*/) { dialog.show(); }
+void hide(CXDialog& dialog, Call& /*call*/) { dialog.hide(); }
+
+void setBackground(CXDialog& dialog, Call& call) {
+  CMC_Object* object = call.namedAny(0);
+  if (object == nullptr) return;
+  if (const auto* graphic = object_cast<CMC_Graphic>(object)) {
+    dialog.setBackground(graphic->getGraphic());
+  } else {
+    reportRefused(*object);
+  }
+}
+
+void add(CXDialog& dialog, Call& call) {
+  CMC_Object* object = call.namedAny(0);
+  if (object == nullptr) return;
+  if (const auto* button = object_cast<CMC_Button>(object)) {
+    dialog.add(button->getButton());
+  } else if (const auto* graphic = object_cast<CMC_Graphic>(object)) {
+    dialog.add(graphic->getGraphic());
+  } else if (object->getType() != type::kText) {  // a text has nothing to show yet
+    reportRefused(*object);
+  }
+}
+
+constexpr Method kMethods[] = {
+    {1, "SHOW", 0, 0, method<onDialog<show>>},
+    {2, "HIDE", 0, 0, method<onDialog<hide>>},
+    {3, "SETBACKGROUND", 1, 1, method<onDialog<setBackground>>},
+    {4, "ADD", 1, 1, method<onDialog<add>>},
+};
+
+}  // namespace
+
+std::span<const Method> methods::dialog() { return kMethods; }
+
+}  // namespace footlight

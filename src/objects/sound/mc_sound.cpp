@@ -1,0 +1,80 @@
+#include "objects/sound/mc_sound.h"
+
+#include "app/application.h"
+#include "gfx/window.h"
+#include "script/mc_objects_container.h"
+#include "script/melement.h"
+
+namespace footlight {
+
+namespace {
+
+// Signals of the type, by their index.
+constexpr int kOnStarted = 3;
+constexpr int kOnFinished = 4;
+constexpr int kOnResumed = 5;
+
+}  // namespace
+
+CMC_Sound::CMC_Sound(CMC_ObjectsContainer* container) : CMC_Object("temp", type::kSound) {
+  setScene(container);
+}
+
+CMC_Sound::CMC_Sound(CMC_ObjectsContainer* container, const CMElement* element)
+    : CMC_Object(container, element, type::kSound),
+      preload_(element->getPropertyBoolValue("PRELOAD")),
+      flushAfterPlayed_(element->getPropertyBoolValue("FLUSHAFTERPLAYED")) {
+  initSound(element->getPropertyValue("FILENAME"));
+  initializeBehaviours(container, element);
+}
+
+CMC_Sound::~CMC_Sound() { CMC_Sound::unlink(); }
+
+Owned<CSound4> CMC_Sound::makeSound(const CXString& path) const {
+  return Owned<CSound4>(new CSound4(getScene()->getWindow(), path, flushAfterPlayed_, preload_));
+}
+
+void CMC_Sound::initSound(const CXString& name) {
+  giveBack();
+  const CWindow* window = getScene()->getWindow();
+  if (window == nullptr) return;
+  const CApplication* application = window->getApplication();
+  const CXString path = application != nullptr ? application->getWAVPath(name) : name;
+  sound_.take(managerFor(getScene()), path, [&] { return makeSound(path); });
+  getSound()->addNotifier(this);
+}
+
+void CMC_Sound::giveBack() {
+  if (CSound4* sound = getSound()) sound->removeNotifier(this);
+  sound_.giveBack(managerFor(getScene()));
+}
+
+std::unique_ptr<CMC_Object> CMC_Sound::copy() const {
+  const CSound4* sound = getSound();
+  if (sound == nullptr) return nullptr;
+  auto made = std::make_unique<CMC_Sound>(getScene());
+  made->preload_ = preload_;
+  made->flushAfterPlayed_ = flushAfterPlayed_;
+  made->sound_.own(made->makeSound(sound->getFileName()));
+  made->getSound()->addNotifier(made.get());
+  return made;
+}
+
+bool CMC_Sound::done(bool keep) {
+  giveBack();
+  return CMC_Object::done(keep);
+}
+
+void CMC_Sound::unlink() { giveBack(); }
+
+bool CMC_Sound::signal(int index, const char* name) {
+  const Ref<CMC_Sound> self(this);
+  if (isSignalBound(index)) onSignal(name);
+  return false;
+}
+
+bool CMC_Sound::onPlayableStarted(CPlayable* /*playable*/) { return signal(kOnStarted, "ONSTARTED"); }
+bool CMC_Sound::onPlayableFinished(CPlayable* /*playable*/) { return signal(kOnFinished, "ONFINISHED"); }
+bool CMC_Sound::onPlayableResumed(CPlayable* /*playable*/) { return signal(kOnResumed, "ONRESUMED"); }
+
+}  // namespace footlight

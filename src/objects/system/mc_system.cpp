@@ -1,0 +1,164 @@
+#include "objects/system/mc_system.h"
+
+#include <algorithm>
+#include <chrono>
+
+#include "files/file.h"
+#include "files/path.h"
+#include "foundation/random.h"
+#include "gfx/window.h"
+#include "objects/data/mc_array.h"
+#include "platform/platform.h"
+#include "script/mc_objects_container.h"
+#include "script/mc_variable_factory.h"
+#include "script/method_tables.h"
+#include "script/watchdog.h"
+
+namespace footlight {
+
+namespace {
+
+using Factory = CMC_VariableFactory;
+
+constexpr const char* kDays[] = {"Niedziela", "Poniedzialek", "Wtorek", "Sroda",
+                                 "Czwartek",  "Piatek",       "Sobota"};
+constexpr const char* kMonths[] = {"Styczen", "Luty",     "Marzec",   "Kwiecien",    "Maj",      "Czerwiec",
+                                   "Lipiec",  "Sierpien", "Wrzesien", "Pazdziernik", "Listopad", "Grudzien"};
+
+struct Calendar {
+  int year, month, day, weekDay, hour, minutes, seconds;  // month and day from 1, Sunday is 0
+};
+
+Calendar today() {
+  using namespace std::chrono;
+  const sys_seconds moment{seconds{platform::current().clock().unixSeconds()}};
+  const auto date = floor<days>(moment);
+  const year_month_day calendar{date};
+  const hh_mm_ss time{moment - date};
+  return {static_cast<int>(calendar.year()),
+          static_cast<int>(static_cast<unsigned>(calendar.month())),
+          static_cast<int>(static_cast<unsigned>(calendar.day())),
+          static_cast<int>(weekday{date}.c_encoding()),
+          static_cast<int>(time.hours().count()),
+          static_cast<int>(time.minutes().count()),
+          static_cast<int>(time.seconds().count())};
+}
+
+Result getDate(CMC_System& /*system*/, Call& /*call*/) {
+  const Calendar now = today();
+  return Factory::makeInteger(now.year % 100 * 10000 + now.month * 100 + now.day);
+}
+
+Result getDateString(CMC_System& /*system*/, Call& /*call*/) {
+  const Calendar now = today();
+  return Factory::makeString(CXString::Format("%d/%s/%d", now.day, kMonths[now.month - 1], now.year));
+}
+
+Result getDay(CMC_System& /*system*/, Call& /*call*/) { return Factory::makeInteger(today().day); }
+
+Result getDayOfWeek(CMC_System& /*system*/, Call& /*call*/) {
+  return Factory::makeInteger(today().weekDay + 1);
+}
+
+Result getDayOfWeekString(CMC_System& /*system*/, Call& /*call*/) {
+  return Factory::makeString(kDays[today().weekDay]);
+}
+
+Result getMonth(CMC_System& /*system*/, Call& /*call*/) { return Factory::makeInteger(today().month); }
+
+Result getMonthString(CMC_System& /*system*/, Call& /*call*/) {
+  return Factory::makeString(kMonths[today().month - 1]);
+}
+
+Result getYear(CMC_System& /*system*/, Call& /*call*/) { return Factory::makeInteger(today().year); }
+
+Result getTimeString(CMC_System& /*system*/, Call& /*call*/) {
+  const Calendar now = today();
+  return Factory::makeString(CXString::Format("%d:%d", now.hour, now.minutes));
+}
+
+Result getHour(CMC_System& /*system*/, Call& /*call*/) { return Factory::makeInteger(today().hour); }
+
+Result getMinutes(CMC_System& /*system*/, Call& /*call*/) { return Factory::makeInteger(today().minutes); }
+
+Result getSeconds(CMC_System& /*system*/, Call& /*call*/) { return Factory::makeInteger(today().seconds); }
+
+Result getSystemTime(CMC_System& /*system*/, Call& /*call*/) {
+  return Factory::makeInteger(static_cast<int>(platform::current().clock().ticks()));
+}
+
+Result getMhz(CMC_System& /*system*/, Call& /*call*/) {
+  return Factory::makeInteger(platform::current().processorMegahertz());
+}
+
+// Sleeps in slices, so that a closed window is noticed soon.
+Result delay(CMC_System& /*system*/, Call& call) {
+  constexpr int kFirstSlice = 50;
+  constexpr int kLongestSlice = 1000;
+  int slice = kFirstSlice;
+  for (int left = call.integer(0); left > 0 && watchdog::ask(); left -= slice) {
+    slice = std::min({left, slice * 2, kLongestSlice});
+    platform::current().clock().sleep(static_cast<std::uint32_t>(slice));
+  }
+  return {};
+}
+
+Result copyFile(CMC_System& /*system*/, Call& call) {
+  CWindow* window = call.scope() != nullptr ? call.scope()->getWindow() : nullptr;
+  const CXString from = CPath::resolveFileName(window, call.text(0));
+  const CXString to = CPath::resolveFileName(window, call.text(1));
+  const bool isCopied = CFile::copy(from, to);
+  if (!isCopied && diagnose::isOn())
+    diagnose::reportCall(diagnose::Group::file, from.str() + " was not copied to " + to.str());
+  return Factory::makeBool(isCopied);
+}
+
+constexpr Method kMethods[] = {
+    {1, "GETDATE", 0, 0, method<getDate>},
+    {2, "GETDATESTRING", 0, 0, method<getDateString>},
+    {3, "GETDAY", 0, 0, method<getDay>},
+    {4, "GETDAYOFWEEK", 0, 0, method<getDayOfWeek>},
+    {5, "GETDAYOFWEEKSTRING", 0, 0, method<getDayOfWeekString>},
+    {6, "GETMONTH", 0, 0, method<getMonth>},
+    {7, "GETMONTHSTRING", 0, 0, method<getMonthString>},
+    {8, "GETYEAR", 0, 0, method<getYear>},
+    {9, "GETTIMESTRING", 0, 0, method<getTimeString>},
+    {10, "GETHOUR", 0, 0, method<getHour>},
+    {11, "GETMINUTES", 0, 0, method<getMinutes>},
+    {12, "GETSECONDS", 0, 0, method<getSeconds>},
+    {13, "GETSYSTEMTIME", 0, 0, method<getSystemTime>},
+    {14, "GETMHZ", 0, 0, method<getMhz>},
+    {15, "DELAY", 1, 1, method<delay>},
+    {16, "COPYFILE", 2, 2, method<copyFile>},
+};
+
+// RANDOM
+
+Result getRandom(CMC_Object& /*object*/, Call& call) {
+  if (!call.has(0)) return Factory::makeInteger(0);
+  if (!call.has(1)) return Factory::makeInteger(CXRandom::random(call.integer(0)));
+  return Factory::makeInteger(CXRandom::random(call.integer(0), call.integer(1)));
+}
+
+Result getPlenty(CMC_Object& /*object*/, Call& call) {
+  auto* array = call.named<CMC_Array>(0);
+  if (array == nullptr) return {};
+  const std::vector<int> numbers =
+      CXRandom::random_vector(call.integer(2), call.integer(3), call.integer(1), call.boolean(4));
+  if (!array->hasRoom(static_cast<std::int64_t>(numbers.size()))) return {};
+  for (const int number : numbers) array->add(CMC_VariableFactory::makeInteger(number).get());
+  return {};
+}
+
+constexpr Method kRandomMethods[] = {
+    {1, "GET", 0, 2, method<getRandom>},
+    {2, "GETPLENTY", 5, 5, method<getPlenty>},
+};
+
+}  // namespace
+
+std::span<const Method> methods::system() { return kMethods; }
+
+std::span<const Method> methods::random() { return kRandomMethods; }
+
+}  // namespace footlight

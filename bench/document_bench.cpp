@@ -10,6 +10,7 @@
 
 #include "files/text_coder.h"
 #include "files/text_file_reader.h"
+#include "objects/all_types.h"
 #include "platform/headless/headless_platform.h"
 #include "platform/posix/file_system.h"
 #include "ratio_reporter.h"
@@ -102,6 +103,7 @@ int main(int count, char** words) {
   platform::HeadlessPlatform machine({}, std::make_unique<platform::PosixFileSystem>("."));
   platform::use(&machine);
   CMC_VariableFactory::initialize();
+  installAllTypes();
   CMC_RunnerFactory::initialize();
   std::printf("%zu bytes, %d objects\n", definition().size(), kObjects);
   const auto add = [](const char* name, void (*run)(benchmark::State&)) {

@@ -14,6 +14,7 @@ extern "C" {
 #include <string>
 
 #include "foundation/diagnose.h"
+#include "objects/all_types.h"
 #include "ratio_reporter.h"
 #include "script/caches.h"
 #include "script/mc_behaviour.h"
@@ -84,6 +85,7 @@ class World {
  public:
   explicit World(const Work& work) {
     CMC_VariableFactory::initialize();
+    installAllTypes();
     CMC_RunnerFactory::initialize();
     scope_ = new CMC_ObjectsContainer(nullptr, "SCOPE", type::kScene);
     keep_ = Ref<CMC_ObjectsContainer>(scope_);

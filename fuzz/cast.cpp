@@ -5,7 +5,9 @@
 #include "code_maker.h"
 #include "gfx/ann_format.h"
 #include "gfx/img_format.h"
-#include "script/type_table.h"
+#include "objects/system/mc_cnv_loader.h"
+#include "objects/system/mc_system.h"
+#include "script/type_registry.h"
 
 namespace footlight::fuzz {
 
@@ -83,7 +85,7 @@ const char* numbered(const char* word) {
   return "1";
 }
 
-std::string nameOf(const TypeDescription& description) {
+std::string nameOf(const ScriptType& description) {
   const std::string word = description.definitionWord;
   return (word == "CANVAS_OBSERVER" ? "CANVASOBSERVER" : word) + numbered(description.definitionWord);
 }
@@ -139,12 +141,12 @@ void addSights(Cast& cast) {
 void addOtherTypes(Cast& cast) {
   constexpr int kPlainOnes = 4;
   int plain = 0;
-  for (const TypeDescription& description : allTypes()) {
+  for (const ScriptType* description : allTypes()) {
     const bool isThere = std::any_of(cast.names.begin(), cast.names.end(),
-                                     [&](const Named& named) { return named.type == description.number; });
-    if (description.definitionWord == nullptr || isThere) continue;
-    if (methodsOf(description.number).empty() && ++plain > kPlainOnes) continue;
-    cast.add(nameOf(description), description.definitionWord);
+                                     [&](const Named& named) { return named.type == description->number; });
+    if (description->definitionWord == nullptr || isThere) continue;
+    if (methodsOf(description->number).empty() && ++plain > kPlainOnes) continue;
+    cast.add(nameOf(*description), description->definitionWord);
   }
 }
 

@@ -13,13 +13,14 @@ constexpr int kDeepest = 3;  // code, expressions and calls within each other
 const std::map<int, std::span<const Method>>& tables() {
   static const std::map<int, std::span<const Method>> made = [] {
     std::map<int, std::span<const Method>> result;
+    installAllTypes();
     CMC_RunnerFactory::initialize();
     const auto add = [&result](int type) {
       const CMC_Runner* runner = CMC_RunnerFactory::getRunner(type);
       if (runner != nullptr) result[type] = runner->ownMethods();
     };
     add(type::kBuiltIns);
-    for (const TypeDescription& description : allTypes()) add(description.number);
+    for (const ScriptType* description : allTypes()) add(description->number);
     return result;
   }();
   return made;
@@ -286,9 +287,9 @@ std::string CodeMaker::condition() {
 }
 
 std::string CodeMaker::signal() {
-  const TypeDescription* description = findType(named().type);
+  const ScriptType* description = findType(named().type);
   std::string text = "ONSIGNAL";
-  if (description != nullptr && !description->signals.empty()) text = bytes_.oneOf(description->signals);
+  if (description != nullptr && !description->signals.empty()) text = bytes_.oneOf(description->signals).name;
   if (bytes_.chance(64)) text += "$" + number();
   return quoted(text);
 }

@@ -9,8 +9,10 @@
 
 #include "cast.h"
 #include "input_bytes.h"
+#include "objects/gfx/mc_graphic.h"
+#include "objects/system/mc_timer.h"
 #include "script/mc_runner.h"
-#include "script/type_table.h"
+#include "script/type_registry.h"
 
 namespace footlight::fuzz {
 

@@ -76,12 +76,12 @@ std::string procedures(CodeMaker& maker, InputBytes& bytes) {
     if (bytes.chance(32)) text += name + ":CONDITION=CONDITION1\n";
   }
   for (const std::string name : {"HOOK1", "HOOK2"}) {
-    const TypeDescription& description = allTypes()[bytes.below(allTypes().size())];
+    const ScriptType& description = *allTypes()[bytes.below(allTypes().size())];
     if (description.definitionWord == nullptr) continue;
     text += "OBJECT=" + name + "\n" + name + ":TYPE=" + description.definitionWord + "\n";
     const std::size_t count = bytes.below(4);
     for (std::size_t i = 0; i < count && !description.signals.empty(); ++i)
-      text += name + ":" + bytes.oneOf(description.signals) + "=" + code(maker, bytes) + "\n";
+      text += name + ":" + bytes.oneOf(description.signals).name + "=" + code(maker, bytes) + "\n";
   }
   return text;
 }

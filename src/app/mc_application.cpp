@@ -8,9 +8,9 @@
 #include "objects/system/mc_cnv_loader.h"
 #include "objects/system/mc_system.h"
 #include "script/mc_behaviour.h"
+#include "script/mc_plain_object.h"
 #include "script/mc_variable_factory.h"
 #include "script/melement.h"
-#include "script/object_factory.h"
 
 namespace footlight {
 

@@ -1,6 +1,7 @@
 // Scripts' methods of APPLICATION.
 
 #include "app/application.h"
+#include "app/level_words.h"
 #include "app/mc_application.h"
 #include "app/printer.h"
 #include "app/script_run.h"
@@ -8,8 +9,8 @@
 #include "gfx/graphics_object.h"
 #include "gfx/window.h"
 #include "script/mc_behaviour.h"
+#include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
-#include "script/method_tables.h"
 
 namespace footlight {
 
@@ -126,24 +127,42 @@ Result nothing(CMC_Application& /*application*/, Call& /*call*/) {
 Result needsUpgrade(CMC_Application& /*application*/, Call& /*call*/) { return Factory::makeBool(false); }
 
 constexpr Method kMethods[] = {
-    {1, "EXIT", 0, 0, method<exit>},
-    {2, "RESTART", 0, 0, method<restart>},
-    {3, "GOTO", 1, 1, method<gotoScene>},
-    {4, "SETLANGUAGE", 1, 1, method<setLanguage>},
-    {5, "GETLANGUAGE", 0, 0, method<getLanguage>},
-    {6, "PRINT", 0, 4, method<print>},
-    {7, "ENABLEMUSIC", 0, 0, method<enableMusic>},
-    {8, "DISABLEMUSIC", 0, 0, method<disableMusic>},
-    {9, "RUN", 2, Method::kAny, method<run>},
-    {10, "STOREBINARY", 0, 0, method<nothing>},
-    {11, "RUNENV", 2, 2, method<runEnv>},
-    {12, "EXISTSENV", 2, 2, method<existsEnv>},
-    {13, "UPGRADE", 0, 1, method<nothing>},
-    {14, "NEEDSUPGRADE", 0, 1, method<needsUpgrade>},
+    {1, "EXIT", "", method<exit>, "Ends the game."},
+    {2, "RESTART", "", method<restart>, "Begins the game anew."},
+    {3, "GOTO", "level:name", method<gotoScene>, "Goes to an episode or a scene."},
+    {4, "SETLANGUAGE", "code:text", method<setLanguage>, "Takes a language by the four digits of its code."},
+    {5, "GETLANGUAGE", "-> text", method<getLanguage>, "The folder of the language."},
+    {6, "PRINT", "[left:value], [top:int], [right:int], [bottom:int]", method<print>,
+     "Prints the screen, the box of a picture, or a part by four numbers."},
+    {7, "ENABLEMUSIC", "", method<enableMusic>, "Music is played again."},
+    {8, "DISABLEMUSIC", "", method<disableMusic>, "No music is played."},
+    {9, "RUN", "object:name, method:text, [arguments:value...] -> value", method<run>,
+     "Calls a method of an object of the scene that runs."},
+    {10, "STOREBINARY", "", method<nothing>, "Stores the game in its binary form."},
+    {11, "RUNENV", "level:name, behaviour:name", method<runEnv>,
+     "Runs a BEHAVIOUR in the scope of that level."},
+    {12, "EXISTSENV", "level:name, behaviour:name -> bool", method<existsEnv>,
+     "Whether RUNENV would find the two."},
+    {13, "UPGRADE", "[file:file]", method<nothing>, "Fetches the next version of the game."},
+    {14, "NEEDSUPGRADE", "[file:file] -> bool", method<needsUpgrade>, "Whether a next version waits."},
 };
+
+constexpr auto kProperties = level_words::withProperties({
+    {"EPISODES", PropertyKind::list, "", "Its episodes."},
+    {"SCENES", PropertyKind::list, "", "Its scenes, where it has no episodes."},
+    {"STARTWITH", PropertyKind::name, "", "Where it begins; without it with the first one."},
+});
 
 }  // namespace
 
-std::span<const Method> methods::application() { return kMethods; }
+extern constinit const ScriptType kApplicationType = {
+    .number = type::kApplication,
+    .idWord = "APPLICATION",
+    .stringWord = "APPLICATION",
+    .meaning = "The whole game.",
+    .signals = level_words::kSignals,
+    .properties = kProperties,
+    .methods = kMethods,
+};
 
 }  // namespace footlight

@@ -1,11 +1,12 @@
 #include "app/mc_episode.h"
 
+#include "app/level_words.h"
 #include "app/structure_parser.h"
 #include "foundation/string_tokenizer.h"
 #include "gfx/window.h"
+#include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
 #include "script/melement.h"
-#include "script/method_tables.h"
 
 namespace footlight {
 
@@ -80,17 +81,30 @@ Result getCurrentScene(CMC_Episode& episode, Call& /*call*/) {
 }
 
 constexpr Method kMethods[] = {
-    {1, "NEXT", 0, 0, method<next>},
-    {2, "PREV", 0, 0, method<prev>},
-    {3, "BACK", 0, 0, method<back>},
-    {4, "RESTART", 0, 0, method<restart>},
-    {5, "GOTO", 1, 1, method<gotoScene>},
-    {6, "GETLATESTSCENE", 0, 0, method<getLatestScene>},
-    {7, "GETCURRENTSCENE", 0, 0, method<getCurrentScene>},
+    {1, "NEXT", "", method<next>, "Goes to the next scene of the list."},
+    {2, "PREV", "", method<prev>, "Goes to the scene before."},
+    {3, "BACK", "", method<back>, "Goes to the scene that was shown before this one."},
+    {4, "RESTART", "", method<restart>, "Begins the scene anew."},
+    {5, "GOTO", "scene:name", method<gotoScene>, "Goes to a scene."},
+    {6, "GETLATESTSCENE", "-> text", method<getLatestScene>, "The name of the scene that was shown before."},
+    {7, "GETCURRENTSCENE", "-> text", method<getCurrentScene>, "The name of the scene that runs."},
 };
+
+constexpr auto kProperties = level_words::withProperties({
+    {"SCENES", PropertyKind::list, "", "Its scenes."},
+    {"STARTWITH", PropertyKind::name, "", "The scene where it begins."},
+});
 
 }  // namespace
 
-std::span<const Method> methods::episode() { return kMethods; }
+extern constinit const ScriptType kEpisodeType = {
+    .number = type::kEpisode,
+    .idWord = "EPISODE",
+    .stringWord = "EPISODE",
+    .meaning = "A part of the game with scenes of its own.",
+    .signals = level_words::kSignals,
+    .properties = kProperties,
+    .methods = kMethods,
+};
 
 }  // namespace footlight

@@ -13,12 +13,13 @@
 #include "gfx/window.h"
 #include "objects/input/mc_button.h"
 #include "objects/input/mc_mouse.h"
+#include "objects/plain_types.h"
 #include "platform/platform.h"
 #include "script/dll_ex_module_interface.h"
 #include "script/mc_behaviour.h"
+#include "script/mc_plain_object.h"
 #include "script/melement.h"
 #include "script/melements_loader.h"
-#include "script/object_factory.h"
 
 namespace footlight {
 
@@ -144,7 +145,8 @@ void CMC_Scene::_goto(CMC_Scene* target, CMC_Scene* previous) {
 
 void CMC_Scene::restart() {
   if (!subScenes_.empty()) setPending(subScenes_.front());
-  if (getBehaviour("ONRESTART") != nullptr) onSignal("ONRESTART");
+  const CXString restarted = signalName(LevelSignal::onRestart);
+  if (getBehaviour(restarted.view()) != nullptr) onSignal(restarted);
 }
 
 void CMC_Scene::unloadSubScene(CMC_Scene* next) {

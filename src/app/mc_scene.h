@@ -19,6 +19,17 @@ class CMC_Application;
 class CMC_DLLExModuleInterface;
 class CUnit6;
 
+// The signals of the three levels of a game.
+enum class LevelSignal {
+  onDoModal = kFirstOwnSignal,
+  onRestart,
+  onMusicLooped,
+  onActivate,
+  onDeactivate,
+  onUpgraded,
+  count
+};
+
 class CMC_Scene : public CMC_ObjectsContainer {
  public:
   CMC_Scene(CWindow* window, const CMElement* element, int type = type::kScene);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/application.h"
+#include "app/level_words.h"
 #include "app/mc_scene.h"
 #include "app/script_run.h"
 #include "foundation/arithmetic.h"
@@ -15,8 +16,8 @@
 #include "objects/system/mc_timer.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_groupped.h"
+#include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
-#include "script/method_tables.h"
 #include "sound/sound_manager.h"
 
 namespace footlight {
@@ -265,37 +266,56 @@ Result toTime(CMC_Scene& /*scene*/, Call& call) {
 }
 
 constexpr Method kMethods[] = {
-    {1, "STARTMUSIC", 0, 1, method<startMusic>},
-    {2, "STOPMUSIC", 0, 0, method<stopMusic>},
-    {3, "GETDRAGGEDNAME", 0, 0, method<getDraggedName>},
-    {4, "GETPLAYINGSEQ", 1, 1, method<nothing>},
-    {5, "RUN", 2, Method::kAny, method<run>},
-    {6, "RUNCLONES", 4, Method::kAny, method<runClones>},
-    {7, "CREATEOBJECT", 2, 2, method<createObject>},
-    {8, "REMOVE", 1, 1, method<remove>},
-    {9, "REMOVECLONES", 3, 3, method<removeClones>},
-    {16, "SETMUSICVOLUME", 1, 1, method<setMusicVolume>},
-    {17, "GETMUSICVOLUME", 0, 0, method<getMusicVolume>},
-    {18, "SETMUSICPAN", 1, 1, method<setMusicPan>},
-    {19, "SETMUSICFREQ", 1, 1, method<setMusicFreq>},
-    {20, "PAUSE", 0, 1, method<pause>},
-    {21, "RESUME", 0, 1, method<resume>},
-    {22, "SETMINHSPRIORITY", 1, 1, method<setMinHsPriority>},
-    {23, "SETMAXHSPRIORITY", 1, 1, method<setMaxHsPriority>},
-    {24, "GETELEMENTSNO", 0, 0, method<getElementsNo>},
-    {25, "TOTIME", 1, 1, method<toTime>},
-    {26, "ISPAUSED", 0, 0, method<isPaused>},
-    {27, "GETPLAYINGANIMO", 1, 1, method<getPlayingAnimo>},
-    {28, "RESUMEONLY", 1, 2, method<resumeOnly>},
-    {29, "GETMINHSPRIORITY", 0, 0, method<getMinHsPriority>},
-    {30, "GETMAXHSPRIORITY", 0, 0, method<getMaxHsPriority>},
-    {31, "GETRUNNINGTIMER", 1, 1, method<getRunningTimer>},
-    {32, "GETOBJECTS", 2, 2, method<getObjects>},
-    {33, "RESUMESEQONLY", 1, 1, method<nothing>},
+    {1, "STARTMUSIC", "[file:file]", method<startMusic>, "Starts its music, or another piece."},
+    {2, "STOPMUSIC", "", method<stopMusic>, "Stops the music."},
+    {3, "GETDRAGGEDNAME", "-> text", method<getDraggedName>, "The name of the BUTTON that is being dragged."},
+    {4, "GETPLAYINGSEQ", "group:name", method<nothing>, "Fills a GROUP with the sequences that play."},
+    {5, "RUN", "object:name, method:text, [arguments:value...] -> value", method<run>,
+     "Calls a method of an object by its name."},
+    {6, "RUNCLONES", "object:name, from:int, to:int, code:code, [arguments:text...]", method<runClones>,
+     "Runs code for each clone, whose name is $1; 0 is the first and the last one."},
+    {7, "CREATEOBJECT", "type:type, name:text", method<createObject>,
+     "Makes a BUTTON, or with VGO a picture through a mask."},
+    {8, "REMOVE", "object:name", method<remove>, "Ends an object of the scene."},
+    {9, "REMOVECLONES", "object:name, from:int, to:int", method<removeClones>,
+     "Ends clones of an object by their numbers."},
+    {16, "SETMUSICVOLUME", "volume:int", method<setMusicVolume>, "0 is silence, 800 the full volume."},
+    {17, "GETMUSICVOLUME", "-> int", method<getMusicVolume>, "The volume of the music."},
+    {18, "SETMUSICPAN", "pan:int", method<setMusicPan>, "0 is left, 400 the middle, 800 right."},
+    {19, "SETMUSICFREQ", "hertz:int", method<setMusicFreq>, "Plays the music at that many samples a second."},
+    {20, "PAUSE", "[timers:bool]", method<pause>, "Holds the game; with TRUE the timers go on."},
+    {21, "RESUME", "[timers:bool]", method<resume>, "Lets the game go on; with FALSE without the timers."},
+    {22, "SETMINHSPRIORITY", "priority:int", method<setMinHsPriority>,
+     "What lies below hears the mouse no more."},
+    {23, "SETMAXHSPRIORITY", "priority:int", method<setMaxHsPriority>,
+     "What lies above hears the mouse no more."},
+    {24, "GETELEMENTSNO", "-> int", method<getElementsNo>, "How many objects the scene has."},
+    {25, "TOTIME", "seconds:int -> text", method<toTime>, "Seconds as MMSS."},
+    {26, "ISPAUSED", "-> bool", method<isPaused>, "Whether the game is held."},
+    {27, "GETPLAYINGANIMO", "group:name", method<getPlayingAnimo>,
+     "Fills a GROUP with the animations that play."},
+    {28, "RESUMEONLY", "group:name, [timers:bool]", method<resumeOnly>,
+     "Lets the animations of a GROUP go on alone."},
+    {29, "GETMINHSPRIORITY", "-> int", method<getMinHsPriority>, "The least priority that hears the mouse."},
+    {30, "GETMAXHSPRIORITY", "-> int", method<getMaxHsPriority>,
+     "The greatest priority that hears the mouse."},
+    {31, "GETRUNNINGTIMER", "group:name", method<getRunningTimer>,
+     "Fills a GROUP with the timers that are enabled."},
+    {32, "GETOBJECTS", "group:name, type:type", method<getObjects>,
+     "Fills a GROUP with all objects of a type."},
+    {33, "RESUMESEQONLY", "sequence:name", method<nothing>, "Lets one sequence go on alone."},
 };
 
 }  // namespace
 
-std::span<const Method> methods::scene() { return kMethods; }
+extern constinit const ScriptType kSceneType = {
+    .number = type::kScene,
+    .idWord = "SCENE",
+    .stringWord = "SCENE",
+    .meaning = "A place of the game, with all that is in it.",
+    .signals = level_words::kSignals,
+    .properties = level_words::kProperties,
+    .methods = kMethods,
+};
 
 }  // namespace footlight

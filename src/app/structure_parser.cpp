@@ -2,6 +2,7 @@
 
 #include "app/mc_application.h"
 #include "app/mc_episode.h"
+#include "objects/all_types.h"
 #include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
 #include "script/melement.h"
@@ -27,6 +28,7 @@ void reportUnknown(const CMElements& elements) {
 }  // namespace
 
 CMC_StructureParser::CMC_StructureParser(CWindow* window, const CXString& fileName) : window_(window) {
+  installAllTypes();
   CMC_VariableFactory::initialize();
   CMC_RunnerFactory::initialize();
   load(fileName);

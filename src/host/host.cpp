@@ -14,6 +14,7 @@
 #include "foundation/random.h"
 #include "gfx/direct_draw_surface.h"
 #include "gfx/window.h"
+#include "objects/all_types.h"
 #include "platform/headless/headless_platform.h"
 #include "platform/posix/file_system.h"
 #include "platform/sdl/sdl_platform.h"
@@ -60,6 +61,7 @@ Host::~Host() = default;
 
 int Host::run() {
   if (options_.vocabulary) {
+    installAllTypes();
     std::puts(vocabularyJson().c_str());
     return kEnded;
   }

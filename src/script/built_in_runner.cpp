@@ -12,9 +12,8 @@
 #include "script/mc_condition.h"
 #include "script/mc_expression.h"
 #include "script/mc_objects_container.h"
+#include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
-#include "script/method_tables.h"
-#include "script/object_factory.h"
 #include "script/watchdog.h"
 
 namespace footlight {
@@ -275,7 +274,9 @@ Result runOnTimer(CMC_Behaviour& /*behaviour*/, Call& call) {
 }
 
 Result create(CMC_Behaviour& /*behaviour*/, Call& call) {
-  createBareObject(call.scope(), call.text(0), call.text(1));
+  if (call.scope() == nullptr) return {};
+  const CXString name = call.text(1);
+  if (CMC_Object* made = makeBareObject(call.scope(), call.text(0), name)) call.scope()->addObject(made);
   return {};
 }
 
@@ -292,28 +293,41 @@ Result getCurrentScene(CMC_Behaviour& /*behaviour*/, Call& call) {
 Result msgBox(CMC_Behaviour& /*behaviour*/, Call& /*call*/) { return {}; }
 
 constexpr Method kMethods[] = {
-    {1, "IF", 1, 5, method<ifStatement>},
-    {2, "WHILE", 4, 4, method<whileStatement>},
-    {3, "RETURN", 1, 1, method<returnStatement>},
-    {4, "BREAK", 0, 0, method<breakStatement>},
-    {5, "CONV", 2, 2, method<conv>},
-    {6, "MSGBOX", 0, Method::kAny, method<msgBox>},
-    {7, "BOOL", 2, 2, method<declareBool>},
-    {8, "DOUBLE", 2, 2, method<declareDouble>},
-    {9, "INT", 2, 2, method<declareInt>},
-    {10, "STRING", 2, 2, method<declareString>},
-    {11, "LOOP", 4, 4, method<loop>},
-    {12, "VALUE", 1, 1, method<value>},
-    {13, "RUNONTIMER", 3, Method::kAny, method<runOnTimer>},
-    {14, "CREATE", 2, 2, method<create>},
-    {15, "GETAPPLICATIONNAME", 0, 0, method<getApplicationName>},
-    {16, "GETCURRENTSCENE", 0, 0, method<getCurrentScene>},
-    {17, "ONEBREAK", 0, 0, method<oneBreak>},
-    {18, "CONTINUE", 0, 0, method<continueStatement>},
+    {1, "IF", "left:value, [sign:text], [right:value], [then:code], [else:code]", method<ifStatement>,
+     "Runs one of two pieces of code; in the short form a whole test in quotes stands for the first three."},
+    {2, "WHILE", "left:text, sign:text, right:text, body:code", method<whileStatement>,
+     "Runs the body as long as the test holds."},
+    {3, "RETURN", "value:value -> value", method<returnStatement>,
+     "Leaves the value for whoever called this code; the code goes on."},
+    {4, "BREAK", "", method<breakStatement>, "Ends this code and all that called it, up to the loop."},
+    {5, "CONV", "value:value, type:type -> value", method<conv>, "The value as one of another type."},
+    {6, "MSGBOX", "[texts:text...]", method<msgBox>, "Does nothing."},
+    {7, "BOOL", "name:text, value:value -> bool", method<declareBool>,
+     "Declares a BOOL that lives until this code ends."},
+    {8, "DOUBLE", "name:text, value:value -> real", method<declareDouble>,
+     "Declares a DOUBLE that lives until this code ends."},
+    {9, "INT", "name:text, value:value -> int", method<declareInt>,
+     "Declares an INTEGER that lives until this code ends."},
+    {10, "STRING", "name:text, value:value -> text", method<declareString>,
+     "Declares a STRING that lives until this code ends."},
+    {11, "LOOP", "body:code, start:int, count:int, step:int", method<loop>,
+     "Runs the body with _I_ from the start on, below start + count."},
+    {12, "VALUE", "object:name -> value", method<value>, "The object of that name."},
+    {13, "RUNONTIMER", "interval:int, count:int, body:code, [end:code], [arguments:text...] -> text",
+     method<runOnTimer>,
+     "Runs the body every so many milliseconds, count times or for ever with 0, then the end; gives the "
+     "timer's name."},
+    {14, "CREATE", "type:type, name:text", method<create>,
+     "Makes an ANIMO, IMAGE, SOUND or BUTTON without a file."},
+    {15, "GETAPPLICATIONNAME", "-> text", method<getApplicationName>, "The name of the application."},
+    {16, "GETCURRENTSCENE", "-> text", method<getCurrentScene>,
+     "The name of the scope in which the code runs."},
+    {17, "ONEBREAK", "", method<oneBreak>, "Ends this code alone."},
+    {18, "CONTINUE", "", method<continueStatement>, "Ends this turn of a loop."},
 };
 
 }  // namespace
 
-std::span<const Method> methods::builtIns() { return kMethods; }
+std::span<const Method> CMC_Runner::statements() { return kMethods; }
 
 }  // namespace footlight

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "script/mc_behaviour.h"
+#include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
-#include "script/method_tables.h"
 #include "script/watchdog.h"
 
 namespace footlight {
@@ -71,16 +71,34 @@ Result disable(CMC_Behaviour& behaviour, Call& /*call*/) {
 }
 
 constexpr Method kMethods[] = {
-    {1, "RUN", 0, Method::kAny, method<run>},
-    {2, "RUNC", 0, Method::kAny, method<runC>},
-    {3, "RUNLOOPED", 2, Method::kAny, method<runLooped>},
-    {4, "BREAK", 0, 0, method<breakBehaviour>},
-    {5, "ENABLE", 0, 0, method<enable>},
-    {6, "DISABLE", 0, 0, method<disable>},
+    {1, "RUN", "[arguments:value...] -> value", method<run>,
+     "Runs the code; the arguments are its $1 to $9. Gives what the code returned."},
+    {2, "RUNC", "[arguments:value...] -> value", method<runC>, "The same if its CONDITION holds."},
+    {3, "RUNLOOPED", "start:int, count:int, [step:int], [arguments:value...] -> value", method<runLooped>,
+     "Runs it for each number from the start on, below start + count; the number is $1."},
+    {4, "BREAK", "", method<breakBehaviour>, "Ends its timer and takes it out of its scope."},
+    {5, "ENABLE", "", method<enable>, "It runs again."},
+    {6, "DISABLE", "", method<disable>, "It does not run any more."},
+};
+
+constexpr Property kProperties[] = {
+    {"CODE", PropertyKind::code, "", "Its statements."},
+    {"CONDITION", PropertyKind::name, "", "A condition that must hold when a signal runs it."},
 };
 
 }  // namespace
 
-std::span<const Method> methods::behaviour() { return kMethods; }
+extern constinit const ScriptType kBehaviourType = {
+    .number = type::kBehaviour,
+    .idWord = "BEHAVIOUR",
+    .stringWord = "BEHAVIOUR",
+    .definitionWord = "BEHAVIOUR",
+    .meaning = "Code with a name: a procedure, and what signals run.",
+    .pass = 1,
+    .signals = kSignalsOfAll,
+    .properties = kProperties,
+    .methods = kMethods,
+    .make = makeFrom<CMC_Behaviour>,
+};
 
 }  // namespace footlight

@@ -3,10 +3,10 @@
 #include "files/path.h"
 #include "foundation/limits.h"
 #include "script/mc_behaviour.h"
+#include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
 #include "script/melement.h"
 #include "script/melements_loader.h"
-#include "script/method_tables.h"
 
 namespace footlight {
 
@@ -167,13 +167,30 @@ Result deleteInstance(CMC_Class& /*pattern*/, Call& call) {
 }
 
 constexpr Method kMethods[] = {
-    {1, "NEW", 1, Method::kAny, method<newInstance>},
-    {2, "DELETE", 1, 1, method<deleteInstance>},
+    {1, "NEW", "name:text, [arguments:value...]", method<newInstance>,
+     "Makes an instance of that name and runs its CONSTRUCTOR with the arguments."},
+    {2, "DELETE", "instance:name", method<deleteInstance>, "Runs the DESTRUCTOR of an instance and ends it."},
+};
+
+constexpr Property kProperties[] = {
+    {"DEF", PropertyKind::file, "", "The definition file of its instances, in COMMON\\CLASSES."},
+    {"BASE", PropertyKind::list, "", "Files that come before it."},
 };
 
 }  // namespace
 
-std::span<const Method> methods::scriptClass() { return kMethods; }
+extern constinit const ScriptType kClassType = {
+    .number = type::kClass,
+    .idWord = "CLASS",
+    .definitionWord = "CLASS",
+    .meaning = "A pattern that makes objects with insides and methods of their own.",
+    .pass = 4,
+    .signals = kSignalsOfAll,
+    .properties = kProperties,
+    .methods = kMethods,
+    .make = makeFrom<CMC_Class>,
+    .makeRunner = makeRunnerOf<CMC_Class_Runner>,
+};
 
 Result CMC_Class_Runner::run(std::string_view method, CMC_Object* object, CMC_ObjectsContainer* scope,
                              const ArgumentList& arguments) {

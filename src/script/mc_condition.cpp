@@ -82,8 +82,8 @@ bool test(CMC_Variable* left, CMC_Variable* right, Comparison comparison) {
 CMC_BasicCondition::CMC_BasicCondition(CMC_ObjectsContainer* container, const CMElement* element, int type)
     : CMC_Object(container, element, type) {
   initializeBehaviours(container, element);
-  onSuccess_ = getSingleBehaviour("ONRUNTIMESUCCESS", 0);
-  onFailure_ = getSingleBehaviour("ONRUNTIMEFAILED", 0);
+  onSuccess_ = getSingleBehaviour(signalName(ConditionSignal::onSuccess), 0);
+  onFailure_ = getSingleBehaviour(signalName(ConditionSignal::onFailure), 0);
 }
 
 bool CMC_BasicCondition::tell(bool outcome, bool raiseSignals) {

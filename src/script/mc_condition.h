@@ -23,6 +23,8 @@ enum class Comparison : int {
   instanceOf = 7
 };
 
+enum class ConditionSignal { onSuccess = kFirstOwnSignal, onFailure, count };
+
 class CMC_BasicCondition : public CMC_Object {
  public:
   CMC_BasicCondition(CMC_ObjectsContainer* container, const CMElement* element, int type);

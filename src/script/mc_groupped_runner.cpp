@@ -2,8 +2,8 @@
 
 #include "foundation/depth.h"
 #include "script/mc_groupped.h"
+#include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
-#include "script/method_tables.h"
 #include "script/watchdog.h"
 
 namespace footlight {
@@ -70,25 +70,38 @@ Result getCloneIndex(CMC_Groupped& group, Call& /*call*/) {
 Result getNameAtMarker(CMC_Groupped& group, Call& /*call*/) { return nameOf(group.getAt(group.getMarker())); }
 
 constexpr Method kMethods[] = {
-    {1, "ADD", 1, Method::kAny, method<add>},
-    {2, "REMOVE", 1, 1, method<remove>},
-    {3, "REMOVEALL", 0, 0, method<removeAll>},
-    {4, "GETSIZE", 0, 0, method<getSize>},
-    {5, "GETNAME", 1, 1, method<getName>},
-    {6, "PREV", 1, 1, method<prev>},
-    {7, "NEXT", 1, 1, method<next>},
-    {8, "ADDCLONES", 3, 3, method<addClones>},
-    {9, "RESETMARKER", 0, 0, method<resetMarker>},
-    {10, "GETMARKERPOS", 0, 0, method<getMarkerPos>},
-    {11, "SETMARKERPOS", 1, 1, method<setMarkerPos>},
-    {12, "CLONE", 0, 1, method<clone>},
-    {13, "GETCLONEINDEX", 0, 0, method<getCloneIndex>},
-    {14, "GETNAMEATMARKER", 0, 0, method<getNameAtMarker>},
+    {1, "ADD", "object:name, [more:name...]", method<add>, "Makes objects members; each is one once."},
+    {2, "REMOVE", "object:name", method<remove>, "Takes a member out."},
+    {3, "REMOVEALL", "", method<removeAll>, "Takes all members out."},
+    {4, "GETSIZE", "-> int", method<getSize>, "How many members there are."},
+    {5, "GETNAME", "index:int -> text", method<getName>, "The name of a member, counted from 0."},
+    {6, "PREV", "step:int -> text", method<prev>, "Moves the marker back; the name of the member there."},
+    {7, "NEXT", "step:int -> text", method<next>, "Moves the marker on; the name of the member there."},
+    {8, "ADDCLONES", "object:name, from:int, to:int", method<addClones>,
+     "Makes clones members, by their numbers."},
+    {9, "RESETMARKER", "", method<resetMarker>, "Puts the marker before the first member."},
+    {10, "GETMARKERPOS", "-> int", method<getMarkerPos>,
+     "The place of the marker, -1 before the first member."},
+    {11, "SETMARKERPOS", "index:int", method<setMarkerPos>, "Puts the marker on a member."},
+    {12, "CLONE", "[count:int]", method<clone>, "Makes copies of the group itself."},
+    {13, "GETCLONEINDEX", "-> int", method<getCloneIndex>,
+     "The number behind the last \"_\" of the group's own name."},
+    {14, "GETNAMEATMARKER", "-> text", method<getNameAtMarker>, "The name of the member at the marker."},
 };
 
 }  // namespace
 
-std::span<const Method> methods::groupped() { return kMethods; }
+extern constinit const ScriptType kGroupType = {
+    .number = type::kGroup,
+    .idWord = "GROUP",
+    .definitionWord = "GROUP",
+    .meaning = "A list of objects; a method that it does not have runs on each member.",
+    .pass = 6,
+    .signals = kSignalsOfAll,
+    .methods = kMethods,
+    .make = makeFrom<CMC_Groupped>,
+    .makeRunner = makeRunnerOf<CMC_Groupped_Runner>,
+};
 
 Result CMC_Groupped_Runner::run(std::string_view method, CMC_Object* object, CMC_ObjectsContainer* scope,
                                 const ArgumentList& arguments) {

@@ -84,21 +84,22 @@ void CMC_Object::clone(std::unique_ptr<CMC_Object> target) {
 
 int CMC_Object::getBehaviourIndex(std::string_view name) const {
   const auto signals = getBehavioursList();
-  const auto found =
-      std::find_if(signals.begin(), signals.end(), [name](const char* s) { return name.starts_with(s); });
+  const auto found = std::find_if(signals.begin(), signals.end(),
+                                  [name](const Signal& s) { return name.starts_with(s.name); });
   return found == signals.end() ? -1 : static_cast<int>(found - signals.begin());
 }
 
 int CMC_Object::getSignalIndex(std::string_view name) const {
   name = name.substr(0, name.find('^'));
   const auto signals = getBehavioursList();
-  const auto found = std::find(signals.begin(), signals.end(), name);
+  const auto found =
+      std::find_if(signals.begin(), signals.end(), [name](const Signal& s) { return name == s.name; });
   return found == signals.end() ? -1 : static_cast<int>(found - signals.begin());
 }
 
-std::span<const char* const> CMC_Object::getBehavioursList() const {
-  const TypeDescription* description = findType(type_);
-  return description != nullptr ? description->signals : std::span<const char* const>();
+std::span<const Signal> CMC_Object::getBehavioursList() const {
+  const ScriptType* type = findType(type_);
+  return type != nullptr ? type->signals : std::span<const Signal>();
 }
 
 CMC_Runner* CMC_Object::getRunner() const { return CMC_RunnerFactory::getRunner(type_); }
@@ -106,9 +107,9 @@ CMC_Runner* CMC_Object::getRunner() const { return CMC_RunnerFactory::getRunner(
 bool CMC_Object::verifyBehaviour(const CXString& /*signal*/) { return true; }
 
 CXString CMC_Object::typeToString(int type) {
-  const TypeDescription* description = findType(type);
-  return description != nullptr && description->stringWord != nullptr ? CXString(description->stringWord)
-                                                                      : CXString::toString(type);
+  const ScriptType* found = findType(type);
+  return found != nullptr && found->stringWord != nullptr ? CXString(found->stringWord)
+                                                          : CXString::toString(type);
 }
 
 void CMC_Object::initializeBehaviours(CMC_ObjectsContainer* container, const CMElement* element) {
@@ -124,7 +125,7 @@ void CMC_Object::initializeBehaviours(CMC_ObjectsContainer* container, const CME
     const std::string_view name = property->getName();
     if (property->getValue().empty()) continue;
     for (std::size_t i = 0; i < signals.size(); ++i) {
-      if (!name.starts_with(signals[i])) continue;
+      if (!name.starts_with(signals[i].name)) continue;
       if (bindProperty(container, name, property->getValue(), property->origin()))
         setSignalFlag(static_cast<int>(i));
     }
@@ -255,6 +256,19 @@ bool CMC_Object::onSignal(const CXString& name, const TextList& arguments) {
 }
 
 bool CMC_Object::onSignal(const CXString& name) { return deliver(name, nullptr); }
+
+const char* CMC_Object::signalName(SignalIndex signal) const {
+  return getBehavioursList()[static_cast<std::size_t>(signal.value)].name;
+}
+
+bool CMC_Object::raise(SignalIndex signal) { return isSignalBound(signal) && onSignal(signalName(signal)); }
+
+bool CMC_Object::raise(SignalIndex signal, const CXString& detail) {
+  if (!isSignalBound(signal)) return false;
+  const Ref<CMC_Object> self(this);
+  const CXString name = signalName(signal);
+  return onSignal(name + "^" + detail) || onSignal(name);
+}
 
 // Delivers from a snapshot, so that handlers may change the bindings: one that is removed in the pass no
 // longer runs.

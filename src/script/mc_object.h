@@ -19,14 +19,16 @@
 #include "foundation/diagnose.h"
 #include "foundation/xobject.h"
 #include "foundation/xstring.h"
-#include "script/type_table.h"
+#include "script/type_registry.h"
 
 namespace footlight {
 
+class CGraphicsObject;
 class CMC_Behaviour;
 class CMC_Class;
 class CMC_ObjectsContainer;
 class CMC_Runner;
+class CMC_Variable;
 class CMElement;
 
 // The arguments of a behaviour: they always travel as text.
@@ -41,6 +43,16 @@ struct SignalBinding {
 };
 using BindingList = std::vector<std::shared_ptr<SignalBinding>>;
 
+// A list of values that other objects add to.
+class CMC_ValueList {
+ public:
+  // Takes a copy in at the end; false where there is no room for it.
+  virtual bool add(CMC_Variable* value) = 0;
+
+ protected:
+  ~CMC_ValueList() = default;
+};
+
 // Lets maps keyed by text be asked with a view of one.
 struct TextHash {
   using is_transparent = void;
@@ -51,10 +63,6 @@ class CMC_Object : public CXObject {
   friend class CMC_ObjectsContainer;
 
  public:
-  // Index 0 and 1 of every type's signals.
-  static constexpr int kOnInit = 0;
-  static constexpr int kOnDone = 1;
-
   // Takes the name from the element and stores the container; neither is owned.
   CMC_Object(CMC_ObjectsContainer* container, const CMElement* element, int type);
   // In no container yet.
@@ -86,7 +94,7 @@ class CMC_Object : public CXObject {
   // name.
   virtual void initializeBehaviours(CMC_ObjectsContainer* container, const CMElement* element);
   // The type's signals in index order.
-  virtual std::span<const char* const> getBehavioursList() const;
+  virtual std::span<const Signal> getBehavioursList() const;
   // The type's runner; null for types that scripts cannot call.
   virtual CMC_Runner* getRunner() const;
   // False refuses a binding.
@@ -112,6 +120,11 @@ class CMC_Object : public CXObject {
   // in turn gets them in place of its own while all bindings of the name run.
   virtual bool onSignal(const CXString& name, const TextList& arguments);
   virtual bool onSignal(const CXString& name);
+  // The name of a signal of the type.
+  const char* signalName(SignalIndex signal) const;
+  // Runs what is bound to the signal, as SIGNAL^DETAIL if anything is bound to that. True if anything was.
+  bool raise(SignalIndex signal);
+  bool raise(SignalIndex signal, const CXString& detail);
   // The container is being unloaded: bindings made in it go.
   virtual void onSceneDone(const CMC_ObjectsContainer* container);
 
@@ -132,12 +145,21 @@ class CMC_Object : public CXObject {
   bool overridesSignals() const { return overrideSignals_; }
   // Cuts the name at its first "^" and looks the rest up exactly; -1 if it is not there.
   int getSignalIndex(std::string_view name) const;
+  // Whether a signal of the type, in whatever form, was ever bound.
+  bool isSignalBound(SignalIndex signal) const { return isSignalBound(signal.value); }
   bool isSignalBound(int index) const {
     return index >= 0 && index < 32 && (signalFlags_ >> index & 1U) != 0;
   }
   // The place in a definition file that the object came from.
   Origin origin() const { return origin_; }
   void setOrigin(Origin origin) { origin_ = origin; }
+
+  // What shows on the screen behind the object's name; null for none. With the name of a frame, that frame
+  // of an animation.
+  virtual CGraphicsObject* getGraphic() const { return nullptr; }
+  virtual CGraphicsObject* getGraphicsFrame(const CXString& /*frame*/) const { return getGraphic(); }
+  // The list behind the object that values can be added to; null for none.
+  virtual CMC_ValueList* getValueList() { return nullptr; }
 
   static int getTypeId(std::string_view word) { return typeNumberOf(word); }
   static CXString typeToString(int type);

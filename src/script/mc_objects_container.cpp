@@ -11,7 +11,6 @@
 #include "script/mc_variable.h"
 #include "script/melement.h"
 #include "script/name_watch.h"
-#include "script/object_factory.h"
 
 namespace footlight {
 
@@ -202,6 +201,23 @@ void CMC_ObjectsContainer::enterParents() {
   if (parent->parent_) addObject(parent->parent_.get());
 }
 
+// Pictures
+
+CGraphicsObject* CMC_ObjectsContainer::getGraphicsObject(const CXString& name) const {
+  const int mark = name.Find('!');  // what follows names a frame of an animation
+  const CMC_Object* object = getObject(mark < 0 ? name.view() : name.slice(0, mark));
+  if (object == nullptr) return nullptr;
+  return mark < 0 ? object->getGraphic() : object->getGraphicsFrame(name.Right(mark + 1));
+}
+
+CXString CMC_ObjectsContainer::getGraphicsObjectName(const CGraphicsObject* graphics, bool parentsToo) const {
+  for (CMC_Object* object : objects()) {
+    if (graphics != nullptr && object->getGraphic() == graphics) return object->getName();
+  }
+  if (parentsToo && getParent() != nullptr) return getParent()->getGraphicsObjectName(graphics, true);
+  return "UNKNOWN";
+}
+
 CConfig* CMC_ObjectsContainer::getConfig() const {
   CApplication* application = window_ != nullptr ? window_->getApplication() : nullptr;
   return application != nullptr ? application->GetConfigInterface() : nullptr;
@@ -211,9 +227,9 @@ CConfig* CMC_ObjectsContainer::getConfig() const {
 
 CMC_Object* CMC_ObjectsContainer::resolve(const CMElement* element, CMC_Groupped* group) {
   const CXString word = element->getPropertyValue("TYPE");
-  const TypeDescription* description = findTypeByDefinition(word);
-  if (description != nullptr && adoptExisting(element, *description)) return nullptr;
-  CMC_Object* object = description != nullptr ? makeObject(this, element, *description) : resolveEx(element);
+  const ScriptType* type = findTypeByDefinition(word);
+  if (type != nullptr && adoptExisting(element, *type)) return nullptr;
+  CMC_Object* object = type != nullptr ? makeObject(this, element, *type) : resolveEx(element);
   if (object == nullptr) reportUnknown(*element);
   if (object == nullptr || group == nullptr) return object;
   for (const WeakRef<CMC_Behaviour>& behaviour : object->getTmpBehList()) {
@@ -257,12 +273,12 @@ void CMC_ObjectsContainer::buildPass(std::vector<const CMElement*>& waiting, int
   constexpr int kLastPass = 6;
   std::vector<const CMElement*> left;
   for (const CMElement* element : waiting) {
-    const TypeDescription* description = findTypeByDefinition(element->getPropertyValue("TYPE"));
+    const ScriptType* type = findTypeByDefinition(element->getPropertyValue("TYPE"));
     CMC_Object* object = nullptr;
-    if (description != nullptr && description->pass == pass) {
-      if (adoptExisting(element, *description)) continue;
-      object = makeObject(this, element, *description);
-    } else if (description == nullptr && pass == kLastPass) {
+    if (type != nullptr && type->pass == pass) {
+      if (adoptExisting(element, *type)) continue;
+      object = makeObject(this, element, *type);
+    } else if (type == nullptr && pass == kLastPass) {
       object = resolveEx(element);
     }
     if (object != nullptr) {
@@ -274,13 +290,10 @@ void CMC_ObjectsContainer::buildPass(std::vector<const CMElement*>& waiting, int
   waiting = std::move(left);
 }
 
-// Mouse, keyboard and canvas observer exist once a chain: a further element adds its bindings to the one
-// there is.
-bool CMC_ObjectsContainer::adoptExisting(const CMElement* element, const TypeDescription& description) {
-  const int type = description.number;
-  if (type != type::kMouse && type != type::kKeyboard && type != type::kCanvasObserver) return false;
-  CMC_Object* existing = getObject(description.idWord);
-  if (existing == nullptr || existing->getType() != type) return false;
+// Some types exist once a chain: a further element adds its bindings to the object that there is.
+bool CMC_ObjectsContainer::adoptExisting(const CMElement* element, const ScriptType& type) {
+  CMC_Object* existing = type.isOnceAChain ? getObject(type.idWord) : nullptr;
+  if (existing == nullptr || existing->getType() != type.number) return false;
   existing->initializeBehaviours(this, element);
   return true;
 }

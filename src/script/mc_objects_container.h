@@ -115,7 +115,7 @@ class CMC_ObjectsContainer : public CMC_Object {
 
  private:
   CMC_Object* lookUp(std::string_view name) const;
-  bool adoptExisting(const CMElement* element, const TypeDescription& description);
+  bool adoptExisting(const CMElement* element, const ScriptType& type);
   static void reportReplaced(const CMC_Object& object, const CMC_Object& older);
   static void reportUnknown(const CMElement& element);
   void buildPass(std::vector<const CMElement*>& waiting, int pass);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "objects/data/mc_array.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_expression.h"
 #include "script/mc_groupped.h"
@@ -67,9 +66,9 @@ void Call::reportMissing(const CXString& name, bool (*isTypeOf)(int)) const {
   std::string text = "no object of the name " + name.str();
   if (findAny(name) != nullptr) {
     text = name.str() + " is of another type";
-    for (const TypeDescription& type : allTypes()) {
-      const char* word = type.definitionWord != nullptr ? type.definitionWord : type.idWord;
-      if (isTypeOf != nullptr && isTypeOf(type.number) && word != nullptr)
+    for (const ScriptType* type : allTypes()) {
+      const char* word = type->definitionWord != nullptr ? type->definitionWord : type->idWord;
+      if (isTypeOf != nullptr && isTypeOf(type->number) && word != nullptr)
         text = name.str() + " is no " + word;
     }
   }
@@ -98,7 +97,11 @@ Result addToGroup(CMC_Object& object, Call& call) {
 }
 
 Result addToArray(CMC_Object& object, Call& call) {
-  if (auto* array = call.named<CMC_Array>(0)) array->add(asVariable(&object).get());
+  CMC_Object* named = call.namedAny(0);
+  CMC_ValueList* list = named != nullptr ? named->getValueList() : nullptr;
+  if (list != nullptr) list->add(asVariable(&object).get());
+  if (named != nullptr && list == nullptr && diagnose::isOn())
+    diagnose::reportCall(diagnose::Group::object, named->getName().str() + " is no ARRAY");
   return {};
 }
 
@@ -155,20 +158,28 @@ Result overideSignals(CMC_Object& object, Call& call) {
 }
 
 constexpr Method kBaseMethods[] = {
-    {96, "SEND", 1, 1, method<send>},
-    {97, "ADDTOGROUP", 1, 1, method<addToGroup>},
-    {98, "ADDTOARRAY", 1, 1, method<addToArray>},
-    {99, "GETNAME", 0, 0, method<getName>},
-    {100, "CLONE", 0, 1, method<clone>},
-    {101, "ADDBEHAVIOUR", 2, Method::kAny, method<addBehaviour>},
-    {102, "GETCLONEINDEX", 0, 0, method<getCloneIndex>},
-    {103, "MSGBOX", 0, Method::kAny, method<msgBox>},
-    {104, "RESETCLONES", 0, 0, method<resetClones>},
-    {105, "REMOVEBEHAVIOUR", 1, 1, method<removeBehaviour>},
-    {106, "GETCLONESNO", 0, 0, method<getClonesNo>},
-    {107, "REMOVEALLBEHAVIOURS", 0, 0, method<removeAllBehaviours>},
-    {108, "REMOVEBEHAVIOURFORCE", 1, 1, method<removeBehaviourForce>},
-    {109, "OVERIDESIGNALS", 1, 1, method<overideSignals>},
+    {96, "SEND", "word:text", method<send>,
+     "Raises ONSIGNAL^WORD here; with \"@\" in front a signal of that very name."},
+    {97, "ADDTOGROUP", "group:name", method<addToGroup>, "Makes the object a member of a GROUP."},
+    {98, "ADDTOARRAY", "array:name", method<addToArray>, "Adds its value, or its name, to an ARRAY."},
+    {99, "GETNAME", "-> text", method<getName>, "Its name."},
+    {100, "CLONE", "[count:int]", method<clone>,
+     "Makes that many copies, one by default: NAME_1, NAME_2 and so on."},
+    {101, "ADDBEHAVIOUR", "signal:signal, behaviour:name, [arguments:text...]", method<addBehaviour>,
+     "Binds a BEHAVIOUR to a signal; the arguments become $1 to $9."},
+    {102, "GETCLONEINDEX", "-> int", method<getCloneIndex>,
+     "The number behind the last \"_\" of its name; 0 for the object itself."},
+    {103, "MSGBOX", "[texts:text...]", method<msgBox>, "Does nothing."},
+    {104, "RESETCLONES", "", method<resetClones>, "Counts its clones from 1 again; the clones stay."},
+    {105, "REMOVEBEHAVIOUR", "signal:signal", method<removeBehaviour>,
+     "Takes off what this scope has bound to the signal."},
+    {106, "GETCLONESNO", "-> int", method<getClonesNo>, "How many clones were made."},
+    {107, "REMOVEALLBEHAVIOURS", "", method<removeAllBehaviours>,
+     "Takes off all that is bound to its signals."},
+    {108, "REMOVEBEHAVIOURFORCE", "signal:signal", method<removeBehaviourForce>,
+     "Takes off all that is bound to the signal, whoever bound it."},
+    {109, "OVERIDESIGNALS", "on:bool", method<overideSignals>,
+     "TRUE, as at the start: a new binding takes the place of the older ones of its signal."},
 };
 
 }  // namespace

@@ -115,19 +115,6 @@ class Call {
   const ArgumentList& arguments_;
 };
 
-using MethodFunction = Result (*)(CMC_Object& object, Call& call);
-
-// One row of a runner's table.
-struct Method {
-  static constexpr std::uint8_t kAny = 255;  // no upper bound of arguments
-
-  int number;
-  const char* name;
-  std::uint8_t least;
-  std::uint8_t most;
-  MethodFunction function;
-};
-
 // Turns `Result f(T&, Call&)` into a row's function; an object of another class is left alone.
 template <auto F>
 struct BoundMethod;
@@ -180,6 +167,8 @@ class CMC_Runner : public CXObject {
 
   std::span<const Method> ownMethods() const { return own_; }
   static std::span<const Method> baseMethods();
+  // The statements behind "@".
+  static std::span<const Method> statements();
 
  private:
   void enter(std::span<const Method> methods);

@@ -1,9 +1,9 @@
 // Scripts' methods of STRUCT.
 
 #include "script/mc_expression.h"
+#include "script/mc_runner.h"
 #include "script/mc_structure.h"
 #include "script/mc_variable_factory.h"
-#include "script/method_tables.h"
 
 namespace footlight {
 
@@ -41,13 +41,31 @@ Result getField(CMC_Structure& structure, Call& call) {
 }
 
 constexpr Method kMethods[] = {
-    {1, "SET", 1, Method::kAny, method<set>},
-    {2, "SETFIELD", 2, 2, method<setField>},
-    {3, "GETFIELD", 1, 1, method<getField>},
+    {1, "SET", "first:value, [more:value...]", method<set>,
+     "Takes the values in the order of the fields, or all of another STRUCT."},
+    {2, "SETFIELD", "field:text, value:value", method<setField>, "Sets one field."},
+    {3, "GETFIELD", "field:value -> value", method<getField>,
+     "A field by its name, or by its number from 0."},
+};
+
+constexpr Property kProperties[] = {
+    {"FIELDS", PropertyKind::list, "", "Its fields, each as NAME<TYPE>."},
+    {"TOINI", PropertyKind::boolean, "FALSE", "TRUE keeps the fields in the INI file from game to game."},
+    {"NETNOTIFY", PropertyKind::boolean, "FALSE", "TRUE sends each change to the other players."},
 };
 
 }  // namespace
 
-std::span<const Method> methods::structure() { return kMethods; }
+extern constinit const ScriptType kStructureType = {
+    .number = type::kStructure,
+    .idWord = "STRUCTURE",
+    .definitionWord = "STRUCT",
+    .meaning = "Values under names of their own: NAME|FIELD.",
+    .pass = 3,
+    .signals = kSignalsOfAll,
+    .properties = kProperties,
+    .methods = kMethods,
+    .make = makeFrom<CMC_Structure>,
+};
 
 }  // namespace footlight

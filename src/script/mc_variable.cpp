@@ -15,8 +15,6 @@ namespace footlight {
 
 namespace {
 
-enum VariableSignal { kOnChanged = 3, kOnBrutalChanged = 4, kOnNetChange = 5 };
-
 template <class T>
 int sign(const T& a, const T& b) {
   return a < b ? -1 : (b < a ? 1 : 0);
@@ -70,13 +68,13 @@ void CMC_Variable::init() {
 }
 
 void CMC_Variable::onChange(bool changed) {
-  const bool brutal = isSignalBound(kOnBrutalChanged);
-  const bool plain = changed && isSignalBound(kOnChanged);
+  const bool brutal = isSignalBound(VariableSignal::onBrutalChanged);
+  const bool plain = changed && isSignalBound(VariableSignal::onChanged);
   if (!brutal && !plain && !(changed && (toIni_ || netNotify_))) return;
 
   const Ref<CMC_Variable> self(this);
-  if (brutal && !onSignal(CXString("ONBRUTALCHANGED^") + toString())) onSignal("ONBRUTALCHANGED");
-  if (plain && !onSignal(CXString("ONCHANGED^") + toString())) onSignal("ONCHANGED");
+  if (brutal) raise(VariableSignal::onBrutalChanged, toString());
+  if (plain) raise(VariableSignal::onChanged, toString());
   if (!changed || !toIni_ || isDisposed() || getScene() == nullptr) return;
   if (CConfig* config = getScene()->getConfig())
     config->PutString(getScene()->getName(), getName(), toString());
@@ -85,7 +83,7 @@ void CMC_Variable::onChange(bool changed) {
 void CMC_Variable::onNetChange(CMC_Variable* value) {
   const Ref<CMC_Variable> self(this);
   const Ref<CMC_Variable> keep(value);
-  if (isSignalBound(kOnNetChange)) onSignal("ONNETCHANGE");
+  raise(VariableSignal::onNetChange);
   const bool notify = netNotify_;
   netNotify_ = false;
   set(value);

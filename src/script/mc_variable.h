@@ -17,6 +17,9 @@ namespace footlight {
 // The operations of arithmetic, by their numbers in `calculate`.
 enum class Operation : int { none = 0, add = 1, subtract = 2, multiply = 3, divide = 4, modulo = 5 };
 
+// The signals of the four values and of EXPRESSION.
+enum class VariableSignal { onChanged = kFirstOwnSignal, onBrutalChanged, onNetChange, count };
+
 class CMC_Variable : public CMC_Object {
  public:
   static constexpr int kNoPool = -1;

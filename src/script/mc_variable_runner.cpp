@@ -12,8 +12,8 @@
 #include "platform/platform.h"
 #include "script/caches.h"
 #include "script/mc_expression.h"
+#include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
-#include "script/method_tables.h"
 
 namespace footlight {
 
@@ -356,49 +356,152 @@ Result copyFile(CMC_Variable& object, Call& call) {
 }
 
 constexpr Method kMethods[] = {
-    {1, "SET", 1, 1, method<set>},
-    {2, "SWITCH", 2, 2, method<switchValues>},
-    {3, "CLEAR", 0, 0, method<clear>},
-    {4, "INC", 0, 0, method<inc>},
-    {5, "DEC", 0, 0, method<dec>},
-    {6, "ADD", 1, 1, method<add>},
-    {7, "MUL", 1, 1, method<mul>},
-    {8, "RESETINI", 0, 0, method<resetIni>},
-    {9, "SETDEFAULT", 1, 1, method<setDefault>},
-    {10, "SUB", 1, 2, method<sub>},
-    {11, "DIV", 1, 1, method<div>},
-    {12, "MOD", 1, 1, method<mod>},
-    {13, "ABS", 1, 1, method<abs>},
-    {14, "AND", 1, 1, method<bitAnd>},
-    {15, "OR", 1, 1, method<bitOr>},
-    {16, "NOT", 0, 0, method<bitNot>},
-    {17, "XOR", 1, 1, method<bitXor>},
-    {18, "POWER", 1, 1, method<power>},
-    {20, "SQRT", 0, 0, method<squareRoot>},
-    {21, "CLAMP", 2, 2, method<clamp>},
-    {22, "LENGTH", 0, 2, method<length>},
-    {23, "ARCTAN", 1, 1, method<arcTan>},
-    {24, "GET", 0, 2, method<get>},
-    {25, "MINA", 1, Method::kAny, method<minA>},
-    {26, "MAXA", 1, Method::kAny, method<maxA>},
-    {27, "ARCTANEX", 2, 3, method<arcTanEx>},
-    {28, "SINUS", 1, 1, method<sinus>},
-    {29, "COSINUS", 1, 1, method<cosinus>},
-    {30, "UPPER", 0, 0, method<upper>},
-    {31, "FIND", 1, 2, method<find>},
-    {32, "CUT", 2, 2, method<cut>},
-    {33, "REPLACEAT", 2, 2, method<replaceAt>},
-    {34, "INSERTAT", 2, 3, method<insertAt>},
-    {35, "REPLACE", 2, 2, method<replace>},
-    {36, "ROUND", 0, 0, method<round>},
-    {37, "ISUPPERLETTER", 1, 1, method<isUpperLetter>},
-    {38, "SGN", 0, 0, method<sgn>},
-    {39, "COPYFILE", 2, 2, method<copyFile>},
-    {40, "RANDOM", 0, 2, method<random>},
+    {1, "SET", "value:value", method<set>, "Takes the value."},
+    {2, "SWITCH", "first:value, second:value", method<switchValues>,
+     "Takes the second value if it has the first, else the first."},
+    {3, "CLEAR", "", method<clear>, "Becomes 0, FALSE or an empty text."},
+    {4, "INC", "", method<inc>, "Adds 1."},
+    {5, "DEC", "", method<dec>, "Takes 1 away."},
+    {6, "ADD", "value:value -> value", method<add>, "Adds a number, or appends to a text."},
+    {7, "MUL", "value:value", method<mul>, "Multiplies."},
+    {8, "RESETINI", "", method<resetIni>, "Takes its default again and writes that to the INI file."},
+    {9, "SETDEFAULT", "value:value", method<setDefault>, "Sets what RESETINI gives back."},
+    {10, "SUB", "value:value, [count:int]", method<sub>,
+     "Subtracts; of a STRING removes that many characters at an index."},
+    {11, "DIV", "value:value", method<div>, "Divides; by 0 gives 0."},
+    {12, "MOD", "value:value", method<mod>, "Becomes the remainder of the division."},
+    {13, "ABS", "value:int -> int", method<abs>, "Becomes the value without its sign."},
+    {14, "AND", "bits:int -> int", method<bitAnd>, "Keeps the bits that both have."},
+    {15, "OR", "bits:int -> int", method<bitOr>, "Adds the bits."},
+    {16, "NOT", "-> value", method<bitNot>, "Turns all bits of an INTEGER; turns a STRING round."},
+    {17, "XOR", "bits:int -> int", method<bitXor>, "Turns these bits."},
+    {18, "POWER", "exponent:int -> int", method<power>, "Raises itself to the power, as a whole number."},
+    {20, "SQRT", "-> real", method<squareRoot>, "Becomes its square root."},
+    {21, "CLAMP", "low:real, high:real -> real", method<clamp>, "Goes to the nearest value within the two."},
+    {22, "LENGTH", "[x:real], [y:real] -> real", method<length>,
+     "Of a STRING the number of characters; a number becomes the length of the vector."},
+    {23, "ARCTAN", "slope:real -> real", method<arcTan>, "Becomes the angle of the slope, in degrees."},
+    {24, "GET", "[index:int], [count:int] -> value", method<get>,
+     "Its value; of a STRING the character at an index, or that many from there, all with -1."},
+    {25, "MINA", "first:real, [more:real...] -> real", method<minA>, "Becomes the least of the numbers."},
+    {26, "MAXA", "first:real, [more:real...] -> real", method<maxA>, "Becomes the greatest of the numbers."},
+    {27, "ARCTANEX", "y:real, x:real, [added:real] -> real", method<arcTanEx>,
+     "Becomes the direction of the vector, 0 to 359 degrees, and some degrees more."},
+    {28, "SINUS", "degrees:real -> real", method<sinus>, "Becomes the sine of the angle."},
+    {29, "COSINUS", "degrees:real -> real", method<cosinus>, "Becomes the cosine of the angle."},
+    {30, "UPPER", "", method<upper>, "Turns the letters of a STRING into capitals."},
+    {31, "FIND", "text:text, [start:int] -> int", method<find>,
+     "Where the text stands in a STRING, -1 for nowhere."},
+    {32, "CUT", "index:int, count:int", method<cut>,
+     "Keeps that many characters from the index on, all with 0."},
+    {33, "REPLACEAT", "index:int, text:text", method<replaceAt>,
+     "Writes the text over what stands at the index."},
+    {34, "INSERTAT", "index:int, text:text, [times:int]", method<insertAt>,
+     "Puts the text in, once or several times."},
+    {35, "REPLACE", "from:text, to:text", method<replace>, "Puts the second text wherever the first stands."},
+    {36, "ROUND", "-> int", method<round>, "A DOUBLE rounded to a whole number; the object stays as it is."},
+    {37, "ISUPPERLETTER", "index:int -> bool", method<isUpperLetter>,
+     "Whether a capital stands at the index of a STRING."},
+    {38, "SGN", "-> int", method<sgn>, "The sign of a number: -1, 0 or 1."},
+    {39, "COPYFILE", "from:file, to:file -> bool", method<copyFile>,
+     "Copies a file within the game; TRUE when it was done."},
+    {40, "RANDOM", "[low:int], [count:int] -> int", method<random>,
+     "A number of 0 to low - 1, or of low to low + count - 1; an INTEGER takes it."},
+};
+
+constexpr auto kSignals = signalTable<VariableSignal>({
+    {VariableSignal::onChanged, "ONCHANGED", "Its value has changed; as ONCHANGED^VALUE for that value."},
+    {VariableSignal::onBrutalChanged, "ONBRUTALCHANGED",
+     "It was given a value, be it the same; as ONBRUTALCHANGED^VALUE for that value."},
+    {VariableSignal::onNetChange, "ONNETCHANGE",
+     "A value for it came over the network; the new one is not set yet."},
+});
+
+constexpr Property kValueProperties[] = {
+    {"VALUE", PropertyKind::text, "", "Its value at the start."},
+    {"DEFAULT", PropertyKind::text, "", "What RESETINI gives back; without it the value at the start."},
+    {"TOINI", PropertyKind::boolean, "FALSE", "TRUE keeps the value in the INI file from game to game."},
+    {"NETNOTIFY", PropertyKind::boolean, "FALSE", "TRUE sends each change to the other players."},
+};
+constexpr Property kExpressionProperties[] = {
+    {"OPERAND1", PropertyKind::text, "", "The left side."},
+    {"OPERATOR", PropertyKind::text, "", "ADD, SUB, MUL, DIV or MOD."},
+    {"OPERAND2", PropertyKind::text, "", "The right side."},
 };
 
 }  // namespace
 
-std::span<const Method> methods::variable() { return kMethods; }
+extern constinit const ScriptType kIntegerType = {
+    .number = type::kInteger,
+    .idWord = "INTEGER",
+    .stringWord = "INTEGER",
+    .definitionWord = "INTEGER",
+    .meaning = "A whole number of 32 bits.",
+    .pass = 2,
+    .signals = kSignals,
+    .properties = kValueProperties,
+    .methods = kMethods,
+    .make = makeFrom<CMC_Integer>,
+};
+
+extern constinit const ScriptType kStringType = {
+    .number = type::kString,
+    .idWord = "STRING",
+    .stringWord = "STRING",
+    .definitionWord = "STRING",
+    .meaning = "A text.",
+    .pass = 2,
+    .signals = kSignals,
+    .properties = kValueProperties,
+    .methods = kMethods,
+    .make = makeFrom<CMC_String>,
+};
+
+extern constinit const ScriptType kBoolType = {
+    .number = type::kBool,
+    .idWord = "BOOL",
+    .stringWord = "BOOL",
+    .definitionWord = "BOOL",
+    .meaning = "TRUE or FALSE.",
+    .pass = 2,
+    .signals = kSignals,
+    .properties = kValueProperties,
+    .methods = kMethods,
+    .make = makeFrom<CMC_Bool>,
+};
+
+extern constinit const ScriptType kDoubleType = {
+    .number = type::kDouble,
+    .idWord = "DOUBLE",
+    .stringWord = "DOUBLE",
+    .definitionWord = "DOUBLE",
+    .meaning = "A number with a fraction; its text has five decimals.",
+    .pass = 2,
+    .signals = kSignals,
+    .properties = kValueProperties,
+    .methods = kMethods,
+    .make = makeFrom<CMC_Double>,
+};
+
+// A word alone: INTEGER, STRING, BOOL and DOUBLE.
+extern constinit const ScriptType kVariableType = {
+    .number = type::kVariable,
+    .idWord = "VARIABLE",
+    .meaning = "INTEGER, STRING, BOOL or DOUBLE.",
+    .isCallable = false,
+};
+
+extern constinit const ScriptType kExpressionType = {
+    .number = type::kExpression,
+    .idWord = "EXPRESSION",
+    .stringWord = "EXPRESSION",
+    .definitionWord = "EXPRESSION",
+    .meaning = "Two sides and an operation; it is calculated whenever it is read.",
+    .pass = 3,
+    .signals = kSignals,
+    .properties = kExpressionProperties,
+    .methods = kMethods,
+    .make = makeFrom<CMC_Expression>,
+};
 
 }  // namespace footlight

@@ -4,6 +4,19 @@
 #include <gtest/gtest.h>
 
 #include "app/mc_application.h"
+#include "objects/data/mc_array.h"
+#include "objects/gfx/mc_animo.h"
+#include "objects/gfx/mc_canvas_observer.h"
+#include "objects/gfx/mc_image.h"
+#include "objects/input/mc_button.h"
+#include "objects/input/mc_dialog.h"
+#include "objects/input/mc_joystick.h"
+#include "objects/input/mc_keyboard.h"
+#include "objects/input/mc_mouse.h"
+#include "objects/sound/mc_sound.h"
+#include "objects/system/mc_cnv_loader.h"
+#include "objects/system/mc_system.h"
+#include "objects/system/mc_timer.h"
 #include "script/mc_runner.h"
 #include "support/game_world.h"
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "objects/system/mc_system.h"
 #include "platform/large_stack.h"
 #include "script/mc_behaviour_entry.h"
 #include "script/mc_expression.h"

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "objects/all_types.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_objects_container.h"
 #include "script/mc_runner.h"
@@ -14,6 +15,7 @@ class ScriptTest : public testing::Test {
  protected:
   ScriptTest() {
     CMC_VariableFactory::initialize();
+    installAllTypes();
     CMC_RunnerFactory::initialize();
     scope_ = new CMC_ObjectsContainer(nullptr, "SCOPE", type::kScene);
     keep_ = Ref<CMC_ObjectsContainer>(scope_);

@@ -2,6 +2,12 @@
 
 #include <set>
 
+#include "objects/gfx/mc_image.h"
+#include "objects/input/mc_dialog.h"
+#include "objects/plain_types.h"
+#include "objects/system/mc_cnv_loader.h"
+#include "objects/system/mc_system.h"
+#include "objects/system/mc_timer.h"
 #include "script/script_fixture.h"
 
 namespace footlight {
@@ -41,15 +47,15 @@ TEST_F(Vocabulary, EveryRunnerHasAllItsMethods) {
 }
 
 TEST_F(Vocabulary, EveryTypeThatADefinitionCanNameHasARunnerAndTheThreeSignals) {
-  for (const TypeDescription& description : allTypes()) {
-    if (description.definitionWord == nullptr) continue;
-    EXPECT_NE(CMC_RunnerFactory::getRunner(description.number), nullptr) << description.definitionWord;
-    ASSERT_GE(description.signals.size(), 3u) << description.definitionWord;
-    EXPECT_STREQ(description.signals[0], "ONINIT");
-    EXPECT_STREQ(description.signals[1], "ONDONE");
-    EXPECT_STREQ(description.signals[2], "ONSIGNAL");
-    EXPECT_GE(description.pass, 1);
-    EXPECT_LE(description.signals.size(), 32u);
+  for (const ScriptType* description : allTypes()) {
+    if (description->definitionWord == nullptr) continue;
+    EXPECT_NE(CMC_RunnerFactory::getRunner(description->number), nullptr) << description->definitionWord;
+    ASSERT_GE(description->signals.size(), 3u) << description->definitionWord;
+    EXPECT_STREQ(description->signals[0].name, "ONINIT");
+    EXPECT_STREQ(description->signals[1].name, "ONDONE");
+    EXPECT_STREQ(description->signals[2].name, "ONSIGNAL");
+    EXPECT_GE(description->pass, 1);
+    EXPECT_LE(description->signals.size(), 32u);
   }
 }
 
@@ -74,7 +80,7 @@ TEST_F(Vocabulary, WordsAndNumbersOfTypes) {
   }
 }
 
-TEST(VocabularyJson, NamesTheTablesOnce) {
+TEST_F(Vocabulary, JsonNamesTheTablesOnce) {
   const std::string json = vocabularyJson();
   for (const char* piece :
        {"\"statements\"", "\"everyObject\"", "\"RUNONTIMER\"", "\"ONBRUTALCHANGED\"", "\"ELAPSE\""}) {

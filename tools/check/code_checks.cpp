@@ -58,7 +58,7 @@ std::vector<Field> fieldsOf(const Thing& structure) {
 
 // "COUNT (INTEGER)", or the name alone where the type has no word.
 std::string withType(Piece name, const Thing& thing) {
-  const TypeDescription* description = findType(thing.type);
+  const ScriptType* description = findType(thing.type);
   const char* word = description == nullptr                   ? nullptr
                      : description->definitionWord != nullptr ? description->definitionWord
                                                               : description->idWord;
@@ -117,12 +117,12 @@ class CodeChecks : public CodeVisitor {
     if (hasMark(object) || hasMark(word) || isTypeText(word)) return;
     if (isOneOf(game_.look(scopes_, word), hasValue)) return;
     Nearest nearest(word);
-    for (const TypeDescription& type : allTypes()) {
+    for (const ScriptType* type : allTypes()) {
       // Blanks do not reach code.
-      const std::string_view text = type.stringWord != nullptr ? type.stringWord : "";
+      const std::string_view text = type->stringWord != nullptr ? type->stringWord : "";
       if (text.find(' ') == std::string_view::npos) nearest.consider(text);
     }
-    const TypeDescription* type = findTypeByDefinition(word);
+    const ScriptType* type = findTypeByDefinition(word);
     const bool isNumbered = type != nullptr && type->stringWord == nullptr;
     report(Kind::type, word, word, "no type reads " + excerpt(word) + ": the test never holds",
            isNumbered ? std::to_string(type->number) : nearest.name());
@@ -274,8 +274,8 @@ class CodeChecks : public CodeVisitor {
     if (answer.kind == Answer::Kind::yes) return checkCount(statement, answer);
     if (answer.kind == Answer::Kind::mayBe) return;
     Nearest nearest(statement.method);
-    for (const TypeDescription& type : allTypes())
-      eachMethodOf(type.number, [&](const char* name) { nearest.consider(name); });
+    for (const ScriptType* type : allTypes())
+      eachMethodOf(type->number, [&](const char* name) { nearest.consider(name); });
     report(Kind::method, statement.text, statement.object,
            "no type has a method " + excerpt(statement.method), nearest.name());
   }
@@ -329,12 +329,12 @@ class CodeChecks : public CodeVisitor {
     if (plain.empty() || signal.starts_with('@')) return;
     Nearest nearest(plain);
     for (const Thing* thing : found.things) {
-      const TypeDescription* type = findType(thing->type);
+      const ScriptType* type = findType(thing->type);
       if (type == nullptr || type->signals.empty() || findSignal(*type, plain) != nullptr) return;
-      for (const char* name : type->signals) {
+      for (const Signal& row : type->signals) {
         // Behind a mark may come the rest of the name.
-        if (hasMark(signal) && std::string_view(name).starts_with(plain)) return;
-        nearest.consider(name);
+        if (hasMark(signal) && std::string_view(row.name).starts_with(plain)) return;
+        nearest.consider(row.name);
       }
     }
     report(Kind::signal, statement.text, signal, "nobody raises a signal " + excerpt(signal), nearest.name());

@@ -5,6 +5,8 @@
 
 #include "code_parts.h"
 #include "code_walker.h"
+#include "objects/plain_types.h"
+#include "objects/system/mc_cnv_loader.h"
 
 namespace footlight::check {
 

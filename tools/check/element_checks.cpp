@@ -11,25 +11,33 @@ namespace footlight::check {
 
 namespace {
 
-std::string nearestOf(std::string_view word, std::span<const char* const> names,
-                      std::span<const char* const> further = {}) {
+std::string nearestOf(std::string_view word, std::span<const char* const> names) {
   Nearest nearest(word);
   for (const char* name : names) nearest.consider(name);
-  for (const char* name : further) nearest.consider(name);
+  return nearest.name();
+}
+
+// Among the rows of a table, or of two.
+template <class Row, class Further = std::span<const Row>>
+std::string nearestRow(std::string_view word, std::span<const Row> rows, Further further = {}) {
+  Nearest nearest(word);
+  for (const auto& row : rows) nearest.consider(row.name);
+  for (const auto& row : further) nearest.consider(row.name);
   return nearest.name();
 }
 
 // Of several properties of one name the first counts, but for signals: the last binding takes the place of
 // the others.
-void checkRepeated(const SourceFile& file, const CMElement& element, std::span<const char* const> signals) {
+void checkRepeated(const SourceFile& file, const CMElement& element, std::span<const Signal> signals) {
   std::unordered_map<std::string_view, int> lines;
   for (const auto& property : element.properties()) {
     const std::string_view name = property->getName();
     const int line = property->origin().line;
     const auto [first, isNew] = lines.emplace(name, line);
     if (isNew) continue;
-    const bool isSignal = std::any_of(signals.begin(), signals.end(),
-                                      [&name](const char* signal) { return name.starts_with(signal); });
+    const bool isSignal = std::any_of(signals.begin(), signals.end(), [&name](const Signal& signal) {
+      return name.starts_with(signal.name);
+    });
     const std::string older = " line " + std::to_string(first->second);
     file.report(Kind::definition, line, std::string(element.getName()),
                 std::string(element.getName()) + ":" + excerpt(name) +
@@ -67,7 +75,7 @@ void checkNames(const Game& game, const SourceFile& file, const CMElement& eleme
 
 void checkLevel(const Game& game, const SourceFile& file, const CMElement& element) {
   const CXString word = element.getPropertyValue("TYPE");
-  const TypeDescription* type = findLevelType(word);
+  const ScriptType* type = findLevelType(word);
   if (type == nullptr) {
     constexpr const char* kWords[] = {"APPLICATION", "EPISODE", "SCENE"};
     const CMProperty* property = element.properties().get("TYPE");
@@ -89,7 +97,7 @@ void checkLevel(const Game& game, const SourceFile& file, const CMElement& eleme
         excerpt(name) +
             (isSignal ? " is not read here: signals are bound in the file of " : " is no property of ") +
             (isSignal ? std::string(element.getName()) : std::string(type->idWord)),
-        isSignal ? std::string() : nearestOf(name, type->properties));
+        isSignal ? std::string() : nearestRow(name, type->properties));
   }
   for (const char* property : {"EPISODES", "SCENES", "STARTWITH"}) checkNames(game, file, element, property);
 }
@@ -141,8 +149,8 @@ class ElementChecks {
              excerpt(element_.getName()) + " has no TYPE: no object is made of it");
     } else if (!isAnyOpen()) {
       Nearest nearest(property->getValue());
-      for (const TypeDescription& type : allTypes()) {
-        if (type.definitionWord != nullptr) nearest.consider(type.definitionWord);
+      for (const ScriptType* type : allTypes()) {
+        if (type->definitionWord != nullptr) nearest.consider(type->definitionWord);
       }
       report(Kind::type, property->origin().line, "no TYPE " + excerpt(property->getValue()), nearest.name());
     }
@@ -153,7 +161,7 @@ class ElementChecks {
     const int line = property.origin().line;
     if (findSignal(*type_, name) != nullptr) return checkBinding(property);
     if (name == "TYPE" || (!isOwn_ && hasProperty(*type_, name))) return;
-    const std::string near = nearestOf(name.substr(0, name.find('^')), type_->signals, type_->properties);
+    const std::string near = nearestRow(name.substr(0, name.find('^')), type_->signals, type_->properties);
     // A type whose properties are not known may have one that looks like a signal.
     if (name.starts_with("ON") && (!near.empty() || !type_->properties.empty() || isOwn_)) {
       report(Kind::signal, line, nameWith(name) + ": nobody raises such a signal", near);
@@ -162,7 +170,7 @@ class ElementChecks {
              nameWith(name) + " is not read here: properties of a level stand in application.def");
     } else if (!type_->properties.empty()) {
       report(Kind::property, line, excerpt(name) + " is no property of " + type_->definitionWord,
-             nearestOf(name, type_->properties, type_->signals));
+             nearestRow(name, type_->properties, type_->signals));
     }
   }
 
@@ -270,7 +278,7 @@ class ElementChecks {
   const SourceFile& file_;
   const CMElement& element_;
   bool isOwn_;
-  const TypeDescription* type_;
+  const ScriptType* type_;
   std::vector<Scope*> scopes_;
 };
 

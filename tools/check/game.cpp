@@ -11,6 +11,11 @@
 #include "foundation/limits.h"
 #include "foundation/string_tokenizer.h"
 #include "gfx/window.h"
+#include "objects/input/mc_keyboard.h"
+#include "objects/input/mc_mouse.h"
+#include "objects/plain_types.h"
+#include "objects/system/mc_cnv_loader.h"
+#include "objects/system/mc_system.h"
 #include "platform/platform.h"
 #include "script/melement.h"
 
@@ -217,7 +222,7 @@ void Game::enterElement(const SourceFile& file, const CMElement& element, Scope&
   enterInlineBehaviours(element, scope);
   if (file.isOwnElement(element)) return;
   // What has no TYPE or an unknown one is reported as such, and its name is left in peace.
-  const TypeDescription* description = findTypeByDefinition(element.getPropertyValue("TYPE"));
+  const ScriptType* description = findTypeByDefinition(element.getPropertyValue("TYPE"));
   // Mouse and keyboard bear the names of their types.
   const bool isDevice = description != nullptr &&
                         (description->number == type::kMouse || description->number == type::kKeyboard);

@@ -11,6 +11,7 @@
 #include "game.h"
 #include "gfx/window.h"
 #include "nearest.h"
+#include "objects/all_types.h"
 #include "platform/headless/headless_platform.h"
 #include "platform/posix/file_system.h"
 #include "script/mc_runner.h"
@@ -34,6 +35,7 @@ class Engine {
   explicit Engine(const std::string& root) : machine_({}, std::make_unique<platform::PosixFileSystem>(root)) {
     platform::use(&machine_);
     CMC_VariableFactory::initialize();
+    installAllTypes();
     CMC_RunnerFactory::initialize();
   }
   ~Engine() {

@@ -63,8 +63,8 @@ Answer methodOf(int type, std::string_view name) {
 
 Answer methodOfAny(std::string_view name) {
   Answer best;
-  for (const TypeDescription& description : allTypes()) {
-    const Answer answer = methodOf(description.number, name);
+  for (const ScriptType* description : allTypes()) {
+    const Answer answer = methodOf(description->number, name);
     if (answer.kind != Answer::Kind::yes) continue;
     best = {Answer::Kind::yes,
             best.kind == Answer::Kind::yes ? std::min(best.least, answer.least) : answer.least};
@@ -84,26 +84,29 @@ void eachMethodOf(int type, const std::function<void(const char*)>& function) {
   for (const Method& method : runner->ownMethods()) function(method.name);
 }
 
-const TypeDescription* findLevelType(std::string_view word) {
+const ScriptType* findLevelType(std::string_view word) {
   for (const int number : {type::kApplication, type::kEpisode, type::kScene}) {
-    const TypeDescription* description = findType(number);
+    const ScriptType* description = findType(number);
     if (word == description->idWord) return description;
   }
   return nullptr;
 }
 
-const char* findSignal(const TypeDescription& type, std::string_view name) {
-  const auto found = std::find(type.signals.begin(), type.signals.end(), plainSignal(type.number, name));
-  return found == type.signals.end() ? nullptr : *found;
+const char* findSignal(const ScriptType& type, std::string_view name) {
+  const std::string_view plain = plainSignal(type.number, name);
+  const auto found = std::find_if(type.signals.begin(), type.signals.end(),
+                                  [plain](const Signal& signal) { return plain == signal.name; });
+  return found == type.signals.end() ? nullptr : found->name;
 }
 
-bool hasProperty(const TypeDescription& type, std::string_view name) {
-  return std::find(type.properties.begin(), type.properties.end(), name) != type.properties.end();
+bool hasProperty(const ScriptType& type, std::string_view name) {
+  return std::any_of(type.properties.begin(), type.properties.end(),
+                     [name](const Property& property) { return name == property.name; });
 }
 
 bool isTypeText(std::string_view word) {
-  return std::any_of(allTypes().begin(), allTypes().end(), [word](const TypeDescription& type) {
-    return CMC_Object::typeToString(type.number) == word;
+  return std::any_of(allTypes().begin(), allTypes().end(), [word](const ScriptType* type) {
+    return CMC_Object::typeToString(type->number) == word;
   });
 }
 

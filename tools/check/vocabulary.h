@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "script/mc_runner.h"
-#include "script/type_table.h"
+#include "script/type_registry.h"
 
 namespace footlight::check {
 
@@ -28,11 +28,11 @@ bool hasMethods(int type);
 void eachMethodOf(int type, const std::function<void(const char*)>& function);
 
 // The description of a level of the game by the word of its TYPE; null for another word.
-const TypeDescription* findLevelType(std::string_view word);
+const ScriptType* findLevelType(std::string_view word);
 // The signal of the type that a property or an argument names, with or without a suffix behind "^"; null for
 // none.
-const char* findSignal(const TypeDescription& type, std::string_view name);
-bool hasProperty(const TypeDescription& type, std::string_view name);
+const char* findSignal(const ScriptType& type, std::string_view name);
+bool hasProperty(const ScriptType& type, std::string_view name);
 // Whether a test of types can hold for this word.
 bool isTypeText(std::string_view word);
 

@@ -14,7 +14,6 @@ namespace footlight {
 
 namespace {
 
-constexpr int kOnChanged = 3;
 constexpr double kThousand = 1000.0;  // files hold whole thousandths of a DOUBLE
 constexpr double kThousandth = 0.001;
 
@@ -160,14 +159,15 @@ CMC_Variable* CMC_Array::step(std::int64_t by) {
 // Signals
 
 void CMC_Array::changed(int index) {
-  if (!sendOnChange_ || !isSignalBound(kOnChanged) || isDisposed()) return;
+  if (!sendOnChange_ || !isSignalBound(ArraySignal::onChanged) || isDisposed()) return;
   const Ref<CMC_Array> self(this);
   const TextList arguments = {CXString::toString(index)};
-  if (!onSignal("ONCHANGED^" + CXString::toString(index), arguments)) onSignal("ONCHANGED", arguments);
+  const CXString name = signalName(ArraySignal::onChanged);
+  if (!onSignal(name + "^" + CXString::toString(index), arguments)) onSignal(name, arguments);
 }
 
 void CMC_Array::allChanged() {
-  if (!sendOnChange_ || !isSignalBound(kOnChanged)) return;
+  if (!sendOnChange_ || !isSignalBound(ArraySignal::onChanged)) return;
   const int count = size();  // handlers may add more
   for (int i = 0; i < count && !isDisposed(); ++i) changed(i);
 }

@@ -14,7 +14,13 @@ namespace footlight {
 
 class CWindow;
 
-class CMC_Array : public CMC_Object {
+namespace type {
+inline constexpr int kArray = 3001;
+}
+
+enum class ArraySignal { onChanged = kFirstOwnSignal, count };
+
+class CMC_Array : public CMC_Object, public CMC_ValueList {
  public:
   CMC_Array(CMC_ObjectsContainer* container, const CMElement* element);
   static bool isTypeOf(int type) { return type == type::kArray; }
@@ -26,7 +32,7 @@ class CMC_Array : public CMC_Object {
   bool hasRoom(std::int64_t count) const;
 
   // Append or insert a copy; false when nothing was added. `insertAt` takes the size as an index too.
-  bool add(CMC_Variable* value);
+  bool add(CMC_Variable* value) override;
   bool insertAt(int index, CMC_Variable* value);
   // Puts a copy in the place of an element.
   bool changeAt(int index, CMC_Variable* value);
@@ -60,6 +66,7 @@ class CMC_Array : public CMC_Object {
   void load(const CXString& name);
   void save(const CXString& name) const;
 
+  CMC_ValueList* getValueList() override { return this; }
   // The texts of the elements with commas between; empty when that would be longer than a text may be.
   CXString toString() const override;
   std::unique_ptr<CMC_Object> copy() const override;

@@ -94,4 +94,9 @@ void CMC_Animo::unlink() {
   forgetMouse();
 }
 
+CGraphicsObject* CMC_Animo::getGraphicsFrame(const CXString& frame) const {
+  const CAnimo6* animo = getAnimo();
+  return animo != nullptr ? animo->getFrame(frame) : nullptr;
+}
+
 }  // namespace footlight

@@ -12,6 +12,21 @@
 
 namespace footlight {
 
+enum class AnimoSignal {
+  onStarted = kFirstOwnSignal,
+  onFinished,
+  onPaused,
+  onResumed,
+  onFrameChanged,
+  onCollision,
+  onCollisionFinished,
+  onFocusOn,
+  onFocusOff,
+  onClick,
+  onRelease,
+  count
+};
+
 class CMC_Animo : public CMC_Graphic, public CPlayableObserver {
  public:
   // With an empty animation, of no name.
@@ -26,6 +41,7 @@ class CMC_Animo : public CMC_Graphic, public CPlayableObserver {
   // The animation, or null.
   CAnimo6* getAnimo() const { return animo_.get(); }
   CGraphicsObject* getGraphic() const override { return getAnimo(); }
+  CGraphicsObject* getGraphicsFrame(const CXString& frame) const override;
   // Plays the event for no special event, so that the button comes up.
   void setAsButton(bool asButton, bool changeCursor);
   void setOnFirstFrame(bool onFirstFrame) { onFirstFrame_ = onFirstFrame; }
@@ -41,6 +57,8 @@ class CMC_Animo : public CMC_Graphic, public CPlayableObserver {
   std::unique_ptr<CMC_Object> copy() const override;
   // The name without its ending "_REVERSE".
   static CXString getSignalEvent(const CXString& event);
+  // What ONFRAMECHANGED is called for a frame without a name.
+  static constexpr const char* kNamelessFrame = "ONFRAMECHANGEDFRAME";
 
   bool onPlayableStarted(CPlayable* playable) override;
   bool onPlayableTick(CPlayable* playable) override;
@@ -58,8 +76,8 @@ class CMC_Animo : public CMC_Graphic, public CPlayableObserver {
 
  private:
   CXString signalEvent() const;
-  bool isSignalOf(int index, const CPlayable* playable) const;
-  void signalPlayback(int index, const char* signal, const CPlayable* playable);
+  bool isSignalOf(AnimoSignal signal, const CPlayable* playable) const;
+  void signalPlayback(AnimoSignal signal, const CPlayable* playable);
   bool isButton() const;
   bool isHit(CXPoint point) const;
   void playButton(const char* event);

@@ -8,17 +8,6 @@ namespace footlight {
 
 namespace {
 
-// Signals of the type, by their index.
-constexpr int kOnStarted = 3;
-constexpr int kOnFinished = 4;
-constexpr int kOnFrameChanged = 7;
-constexpr int kOnCollision = 8;
-constexpr int kOnCollisionFinished = 9;
-constexpr int kOnFocusOn = 10;
-constexpr int kOnFocusOff = 11;
-constexpr int kOnClick = 12;
-constexpr int kOnRelease = 13;
-
 constexpr const char* kReverse = "_REVERSE";
 
 }  // namespace
@@ -37,36 +26,34 @@ CXString CMC_Animo::signalEvent() const {
                           : CXString();
 }
 
-bool CMC_Animo::isSignalOf(int index, const CPlayable* playable) const {
-  return isSignalBound(index) && getAnimo() != nullptr && getAnimo() == playable;
+bool CMC_Animo::isSignalOf(AnimoSignal signal, const CPlayable* playable) const {
+  return isSignalBound(signal) && getAnimo() != nullptr && getAnimo() == playable;
 }
 
-void CMC_Animo::signalPlayback(int index, const char* signal, const CPlayable* playable) {
-  if (!isSignalOf(index, playable)) return;
-  const Ref<CMC_Animo> self(this);
-  if (!onSignal(CXString(signal) + "^" + signalEvent())) onSignal(signal);
+void CMC_Animo::signalPlayback(AnimoSignal signal, const CPlayable* playable) {
+  if (isSignalOf(signal, playable)) raise(signal, signalEvent());
 }
 
 bool CMC_Animo::onPlayableStarted(CPlayable* playable) {
-  signalPlayback(kOnStarted, "ONSTARTED", playable);
+  signalPlayback(AnimoSignal::onStarted, playable);
   return false;
 }
 
 bool CMC_Animo::onPlayableFinished(CPlayable* playable) {
-  signalPlayback(kOnFinished, "ONFINISHED", playable);
+  signalPlayback(AnimoSignal::onFinished, playable);
   return false;
 }
 
 bool CMC_Animo::onPlayableTick(CPlayable* playable) {
-  if (!isSignalOf(kOnFrameChanged, playable)) return false;
+  if (!isSignalOf(AnimoSignal::onFrameChanged, playable)) return false;
   const Ref<CMC_Animo> self(this);
   const CAnimo6& animo = *getAnimo();
   const CXString name = animo.getFrameName(CAnimo::kCurrent, CAnimo::kCurrent);
   const CXString event = signalEvent();
   const CXString detail = name.IsString()
                               ? "ONFRAMECHANGED^" + name.Upper()
-                              : CXString("ONFRAMECHANGEDFRAME^") + CXString::toString(animo.Current());
-  if (!onSignal(detail) && !onSignal("ONFRAMECHANGED^" + event)) onSignal("ONFRAMECHANGED");
+                              : kNamelessFrame + CXString("^") + CXString::toString(animo.Current());
+  if (!onSignal(detail)) raise(AnimoSignal::onFrameChanged, event);
   return false;
 }
 
@@ -74,11 +61,11 @@ bool CMC_Animo::onPlayableTick(CPlayable* playable) {
 // ----------------------------------------------------------------------------------------------------
 
 void CMC_Animo::onCollision(CGraphicsObject* a, CGraphicsObject* b) {
-  signalCollision(kOnCollision, "ONCOLLISION", a, b, signalEvent());
+  signalCollision(AnimoSignal::onCollision, a, b, signalEvent());
 }
 
 void CMC_Animo::onCollisionFinished(CGraphicsObject* a, CGraphicsObject* b) {
-  signalCollision(kOnCollisionFinished, "ONCOLLISIONFINISHED", a, b, signalEvent());
+  signalCollision(AnimoSignal::onCollisionFinished, a, b, signalEvent());
 }
 
 // --- the mouse
@@ -114,7 +101,7 @@ void CMC_Animo::enterFocus(bool announces) {
   if (!isClicked && changeCursor_) window()->BeginActiveCursor();
   if (!announces) return;
   focus_ = true;
-  onSignal("ONFOCUSON");
+  raise(AnimoSignal::onFocusOn);
 }
 
 void CMC_Animo::leaveFocus(bool announces) {
@@ -122,13 +109,14 @@ void CMC_Animo::leaveFocus(bool announces) {
   if (changeCursor_) window()->EndActiveCursor();
   if (!announces) return;
   focus_ = false;
-  onSignal("ONFOCUSOFF");
+  raise(AnimoSignal::onFocusOff);
 }
 
 bool CMC_Animo::onMouseMove(CXPoint point) {
   const Ref<CMC_Animo> self(this);
   if (!isButton()) return CMouseListener::onMouseMove(point);
-  const bool announces = mouseBound_ && (isSignalBound(kOnFocusOn) || isSignalBound(kOnFocusOff));
+  const bool announces =
+      mouseBound_ && (isSignalBound(AnimoSignal::onFocusOn) || isSignalBound(AnimoSignal::onFocusOff));
   const bool isOver = isHit(point);
   if (isOver && !focus_) {
     enterFocus(announces);
@@ -143,15 +131,15 @@ bool CMC_Animo::onClick(int button, CXPoint point) {
   if (isButton() && mouseBound_ && isHit(point)) {
     playButton("ONCLICK");
     if (changeCursor_) window()->EndActiveCursor();
-    if (isSignalBound(kOnClick)) signalButton("ONCLICK", button);
+    if (isSignalBound(AnimoSignal::onClick)) signalButton(AnimoSignal::onClick, button);
   }
   return CMouseListener::onClick(button, point);
 }
 
 bool CMC_Animo::onRelease(int button, CXPoint point) {
   const Ref<CMC_Animo> self(this);
-  if (isButton() && mouseBound_ && isSignalBound(kOnRelease) && isHit(point))
-    signalButton("ONRELEASE", button);
+  if (isButton() && mouseBound_ && isSignalBound(AnimoSignal::onRelease) && isHit(point))
+    signalButton(AnimoSignal::onRelease, button);
   return CMouseListener::onRelease(button, point);
 }
 

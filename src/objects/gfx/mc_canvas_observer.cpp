@@ -1,5 +1,6 @@
 #include "objects/gfx/mc_canvas_observer.h"
 
+#include "gfx/direct_draw_surface.h"
 #include "gfx/refresh_screen.h"
 #include "gfx/window.h"
 #include "script/mc_objects_container.h"
@@ -22,9 +23,13 @@ void CMC_CanvasObserver::unlink() {
   if (CRefreshScreen* screen = getScreen()) screen->removeNotifier(this);
 }
 
-void CMC_CanvasObserver::signal(const char* name) {
+CGraphicsObject* CMC_CanvasObserver::getGraphic() const {
+  return window_ != nullptr ? window_->getBackSurface() : nullptr;
+}
+
+void CMC_CanvasObserver::signal(CanvasObserverSignal signal) {
   const Ref<CMC_CanvasObserver> self(this);
-  onSignal(name);
+  raise(signal);
 }
 
 }  // namespace footlight

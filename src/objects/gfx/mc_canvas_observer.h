@@ -11,6 +11,20 @@ namespace footlight {
 class CRefreshScreen;
 class CWindow;
 
+namespace type {
+inline constexpr int kCanvasObserver = 103;
+}
+
+enum class CanvasObserverSignal {
+  onInitialUpdate = kFirstOwnSignal,
+  onUpdate,
+  onUpdated,
+  onWindowFocusOn,
+  onWindowFocusOff,
+  onInitialUpdated,
+  count
+};
+
 class CMC_CanvasObserver : public CMC_Object, public CCanvasObserver {
  public:
   CMC_CanvasObserver(CMC_ObjectsContainer* container, const CMElement* element);
@@ -18,21 +32,23 @@ class CMC_CanvasObserver : public CMC_Object, public CCanvasObserver {
   static bool isTypeOf(int type) { return type == type::kCanvasObserver; }
 
   CWindow* getWindow() const { return window_; }
+  // It stands for the frame.
+  CGraphicsObject* getGraphic() const override;
   // Null while the window has no screen.
   CRefreshScreen* getScreen() const;
 
-  void onInitialUpdate() override { signal("ONINITIALUPDATE"); }
-  void onInitialUpdated() override { signal("ONINITIALUPDATED"); }
-  void onUpdate() override { signal("ONUPDATE"); }
-  void onUpdated() override { signal("ONUPDATED"); }
-  void onFocusOn() override { signal("ONWINDOWFOCUSON"); }
-  void onFocusOff() override { signal("ONWINDOWFOCUSOFF"); }
+  void onInitialUpdate() override { signal(CanvasObserverSignal::onInitialUpdate); }
+  void onInitialUpdated() override { signal(CanvasObserverSignal::onInitialUpdated); }
+  void onUpdate() override { signal(CanvasObserverSignal::onUpdate); }
+  void onUpdated() override { signal(CanvasObserverSignal::onUpdated); }
+  void onFocusOn() override { signal(CanvasObserverSignal::onWindowFocusOn); }
+  void onFocusOff() override { signal(CanvasObserverSignal::onWindowFocusOff); }
 
  protected:
   void unlink() override;
 
  private:
-  void signal(const char* name);
+  void signal(CanvasObserverSignal signal);
 
   CWindow* window_;
 };

@@ -5,8 +5,8 @@
 #include "gfx/window.h"
 #include "objects/gfx/graphics_arguments.h"
 #include "objects/gfx/mc_canvas_observer.h"
+#include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
-#include "script/method_tables.h"
 
 namespace footlight {
 
@@ -116,23 +116,53 @@ Result paste(CRefreshScreen& screen, Call& call) {
 }
 
 constexpr Method kMethods[] = {
-    {1, "REFRESH", 0, 0, method<onScreen<refresh>>},
-    {2, "ADD", 1, 2, method<onScreen<add>>},
-    {3, "REMOVE", 1, 1, method<onScreen<remove>>},
-    {4, "SETBACKGROUND", 1, 1, method<onScreen<setBackground>>},
-    {5, "GETGRAPHICSAT", 2, 6, method<onScreen<getGraphicsAt>>},
-    {6, "MOVEBKG", 2, 2, method<onScreen<moveBackground>>},
-    {7, "SETBKGPOS", 2, 2, method<onScreen<setBackgroundPosition>>},
-    {8, "SAVE", 1, 7, method<save>},
-    {9, "ENABLENOTIFY", 1, 1, method<onScreen<enableNotify>>},
-    {10, "REDRAW", 0, 0, method<redraw>},
-    {11, "GETBPP", 0, 0, method<onScreen<getBpp>>},
-    {12, "PASTE", 3, 3, method<onScreen<paste>>},
-    {13, "GETGRAPHICSAT2", 2, 6, method<onScreen<getGraphicsAt2>>},
+    {1, "REFRESH", "", method<onScreen<refresh>>, "Draws the whole screen anew with the next frame."},
+    {2, "ADD", "picture:name, [priority:int]", method<onScreen<add>>, "Puts a picture on the screen."},
+    {3, "REMOVE", "picture:name", method<onScreen<remove>>, "Takes a picture off the screen."},
+    {4, "SETBACKGROUND", "picture:text", method<onScreen<setBackground>>,
+     "The background: a picture by its name, or a file."},
+    {5, "GETGRAPHICSAT", "x:int, y:int, [visible:bool], [least:int], [most:int], [alpha:bool] -> text",
+     method<onScreen<getGraphicsAt>>,
+     "The name of the uppermost picture there, between two priorities; \"NULL\" for none."},
+    {6, "MOVEBKG", "x:int, y:int", method<onScreen<moveBackground>>,
+     "Moves the background by so many pixels."},
+    {7, "SETBKGPOS", "x:int, y:int", method<onScreen<setBackgroundPosition>>, "Puts the background there."},
+    {8, "SAVE", "file:file, [scaleX:real], [scaleY:real], [left:int], [top:int], [right:int], [bottom:int]",
+     method<save>, "Writes the screen, or a part of it, as a picture."},
+    {9, "ENABLENOTIFY", "on:bool", method<onScreen<enableNotify>>, "With FALSE its signals come no more."},
+    {10, "REDRAW", "", method<redraw>, "Draws the whole screen at once."},
+    {11, "GETBPP", "-> int", method<onScreen<getBpp>>, "The bits of a pixel on the screen."},
+    {12, "PASTE", "picture:name, x:int, y:int", method<onScreen<paste>>,
+     "Draws a picture into the background."},
+    {13, "GETGRAPHICSAT2", "x:int, y:int, [visible:bool], [least:int], [most:int], [alpha:bool] -> text",
+     method<onScreen<getGraphicsAt2>>, "The same, also for pictures of the levels above."},
 };
+
+constexpr auto kSignals = signalTable<CanvasObserverSignal>({
+    {CanvasObserverSignal::onInitialUpdate, "ONINITIALUPDATE",
+     "The first picture of the scene is about to be drawn."},
+    {CanvasObserverSignal::onUpdate, "ONUPDATE", "A picture is about to be drawn."},
+    {CanvasObserverSignal::onUpdated, "ONUPDATED", "A picture was drawn."},
+    {CanvasObserverSignal::onWindowFocusOn, "ONWINDOWFOCUSON",
+     "The game's window has become the active one."},
+    {CanvasObserverSignal::onWindowFocusOff, "ONWINDOWFOCUSOFF", "Another window has become the active one."},
+    {CanvasObserverSignal::onInitialUpdated, "ONINITIALUPDATED", "The first picture of the scene was drawn."},
+});
 
 }  // namespace
 
-std::span<const Method> methods::canvasObserver() { return kMethods; }
+extern constinit const ScriptType kCanvasObserverType = {
+    .number = type::kCanvasObserver,
+    .idWord = "CANVASOBSERVER",
+    .stringWord = "CANVAS OBSERVER",
+    .definitionWord = "CANVAS_OBSERVER",
+    .otherWord = "CANVASOBSERVER",
+    .meaning = "The screen: its background, what is on it, and when it is drawn.",
+    .pass = 6,
+    .isOnceAChain = true,
+    .signals = kSignals,
+    .methods = kMethods,
+    .make = makeFrom<CMC_CanvasObserver>,
+};
 
 }  // namespace footlight

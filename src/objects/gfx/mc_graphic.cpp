@@ -53,15 +53,15 @@ void CMC_Graphic::removeCollisionsMonitoring() {
   if (scene != nullptr) scene->removeMonitorCollisions(graphic, this);
 }
 
-void CMC_Graphic::signalCollision(int index, const char* signal, CGraphicsObject* a, CGraphicsObject* b,
+void CMC_Graphic::signalCollision(SignalIndex signal, CGraphicsObject* a, CGraphicsObject* b,
                                   const CXString& event) {
-  if (!isSignalBound(index) || a != getGraphic() || getScene() == nullptr) return;
+  if (!isSignalBound(signal) || a != getGraphic() || getScene() == nullptr) return;
   const Ref<CMC_Graphic> self(this);
   const CXString own = getScene()->getGraphicsObjectName(a, true);
   const CXString other = getScene()->getGraphicsObjectName(b, true);
-  const CXString head = CXString(signal) + "^";
+  const CXString head = CXString(signalName(signal)) + "^";
   if (event.IsString() && onSignal(head + event + "^" + other)) return;
-  if (!onSignal(head + other)) onSignal(signal, {own, other});
+  if (!onSignal(head + other)) onSignal(signalName(signal), {own, other});
 }
 
 // --- the mouse
@@ -77,9 +77,7 @@ bool CMC_Graphic::verifyBehaviour(const CXString& signal) {
   return true;
 }
 
-void CMC_Graphic::signalButton(const char* signal, int button) {
-  if (!onSignal(CXString(signal) + "^" + mouseButtonName(button))) onSignal(signal);
-}
+void CMC_Graphic::signalButton(SignalIndex signal, int button) { raise(signal, mouseButtonName(button)); }
 
 void CMC_Graphic::forgetMouse() {
   if (window_ != nullptr) window_->unregisterMouseListener(this);

@@ -11,12 +11,15 @@ namespace footlight {
 
 class CRefreshScreen;
 
+namespace type {
+inline constexpr int kAnimo = 2000;
+inline constexpr int kImage = 2008;
+}  // namespace type
+
 class CMC_Graphic : public CMC_Object, public CCollisionObserver, public CMouseListener {
  public:
   static bool isTypeOf(int type) { return type == type::kImage || type == type::kAnimo; }
 
-  // The graphic, or null.
-  virtual CGraphicsObject* getGraphic() const = 0;
   int getPriority() const { return priority_; }
 
   bool verifyBehaviour(const CXString& signal) override;
@@ -39,10 +42,10 @@ class CMC_Graphic : public CMC_Object, public CCollisionObserver, public CMouseL
   // Puts a newly loaded graphic where the one before was on the screen.
   void takePlace(int priority);
   // With the event's and the other's name, with the other's alone, else plain. Nothing when `a` is not this.
-  void signalCollision(int index, const char* signal, CGraphicsObject* a, CGraphicsObject* b,
+  void signalCollision(SignalIndex signal, CGraphicsObject* a, CGraphicsObject* b,
                        const CXString& event = {});
   // The signal with the button's name, else the plain one.
-  void signalButton(const char* signal, int button);
+  void signalButton(SignalIndex signal, int button);
   // Hears the mouse no longer.
   void forgetMouse();
 

@@ -7,18 +7,6 @@
 
 namespace footlight {
 
-namespace {
-
-// Signals of the type, by their index.
-constexpr int kOnCollision = 3;
-constexpr int kOnCollisionFinished = 4;
-constexpr int kOnFocusOn = 5;
-constexpr int kOnFocusOff = 6;
-constexpr int kOnClick = 7;
-constexpr int kOnRelease = 8;
-
-}  // namespace
-
 CMC_Image::CMC_Image(CMC_ObjectsContainer* container) : CMC_Image(container, Owned<CImage>()) {}
 
 CMC_Image::CMC_Image(CMC_ObjectsContainer* container, Owned<CImage> image)
@@ -88,11 +76,11 @@ void CMC_Image::unlink() {
 // ----------------------------------------------------------------------------------------------------
 
 void CMC_Image::onCollision(CGraphicsObject* a, CGraphicsObject* b) {
-  signalCollision(kOnCollision, "ONCOLLISION", a, b);
+  signalCollision(ImageSignal::onCollision, a, b);
 }
 
 void CMC_Image::onCollisionFinished(CGraphicsObject* a, CGraphicsObject* b) {
-  signalCollision(kOnCollisionFinished, "ONCOLLISIONFINISHED", a, b);
+  signalCollision(ImageSignal::onCollisionFinished, a, b);
 }
 
 // --- the mouse
@@ -111,18 +99,18 @@ bool CMC_Image::hearsMouse() const {
 bool CMC_Image::isHit(CXPoint point) const { return getImage()->GetBoundingBox().IsInRect(point); }
 
 bool CMC_Image::onMouseMove(CXPoint point) {
-  if (!hearsMouse() || (!isSignalBound(kOnFocusOn) && !isSignalBound(kOnFocusOff))) {
+  if (!hearsMouse() || (!isSignalBound(ImageSignal::onFocusOn) && !isSignalBound(ImageSignal::onFocusOff))) {
     return CMouseListener::onMouseMove(point);
   }
   const Ref<CMC_Image> self(this);
   const bool isOver = isHit(point);
   if (isOver && !focus_) {
     focus_ = true;
-    onSignal("ONFOCUSON");
+    raise(ImageSignal::onFocusOn);
     if (changeCursor_) window()->BeginActiveCursor();
   } else if (!isOver && focus_) {
     focus_ = false;
-    onSignal("ONFOCUSOFF");
+    raise(ImageSignal::onFocusOff);
     if (changeCursor_) window()->EndActiveCursor();
   }
   return CMouseListener::onMouseMove(point);
@@ -130,8 +118,8 @@ bool CMC_Image::onMouseMove(CXPoint point) {
 
 bool CMC_Image::onClick(int button, CXPoint point) {
   const Ref<CMC_Image> self(this);
-  if (hearsMouse() && isSignalBound(kOnClick) && isHit(point)) {
-    signalButton("ONCLICK", button);
+  if (hearsMouse() && isSignalBound(ImageSignal::onClick) && isHit(point)) {
+    signalButton(ImageSignal::onClick, button);
     if (changeCursor_) window()->EndActiveCursor();
   }
   return CMouseListener::onClick(button, point);
@@ -139,8 +127,8 @@ bool CMC_Image::onClick(int button, CXPoint point) {
 
 bool CMC_Image::onRelease(int button, CXPoint point) {
   const Ref<CMC_Image> self(this);
-  if (hearsMouse() && isSignalBound(kOnRelease) && isHit(point)) {
-    signalButton("ONRELEASE", button);
+  if (hearsMouse() && isSignalBound(ImageSignal::onRelease) && isHit(point)) {
+    signalButton(ImageSignal::onRelease, button);
   }
   return CMouseListener::onRelease(button, point);
 }

@@ -10,6 +10,16 @@
 
 namespace footlight {
 
+enum class ImageSignal {
+  onCollision = kFirstOwnSignal,
+  onCollisionFinished,
+  onFocusOn,
+  onFocusOff,
+  onClick,
+  onRelease,
+  count
+};
+
 class CMC_Image : public CMC_Graphic {
  public:
   // Without a picture yet, of no name.

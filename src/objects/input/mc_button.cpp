@@ -13,20 +13,6 @@
 
 namespace footlight {
 
-namespace {
-
-// Signals of the type, by their index.
-constexpr int kOnFocusOn = 3;
-constexpr int kOnFocusOff = 4;
-constexpr int kOnClicked = 6;
-constexpr int kOnReleased = 7;
-constexpr int kOnAction = 8;
-constexpr int kOnStartDragging = 9;
-constexpr int kOnDragging = 10;
-constexpr int kOnEndDragging = 11;
-
-}  // namespace
-
 CMC_Button::CMC_Button(CMC_ObjectsContainer* container, Owned<CButton> button, CXString name)
     : CMC_Object(std::move(name), type::kButton), button_(std::move(button)) {
   setScene(container);
@@ -122,40 +108,40 @@ void CMC_Button::setDraggedName(const CXString& name) const {
   if (CMC_Scene* scene = CMC_Scene::around(getScene())) scene->setDraggedName(name);
 }
 
-void CMC_Button::signal(int index, const char* name) {
+void CMC_Button::signal(ButtonSignal signal) {
   const Ref<CMC_Button> self(this);
-  if (isSignalBound(index)) onSignal(name);
+  raise(signal);
 }
 
 void CMC_Button::onControlFocusOn(CControl* /*control*/, CXPoint /*point*/) {
-  signal(kOnFocusOn, "ONFOCUSON");
+  signal(ButtonSignal::onFocusOn);
 }
 void CMC_Button::onControlFocusOff(CControl* /*control*/, CXPoint /*point*/) {
-  signal(kOnFocusOff, "ONFOCUSOFF");
+  signal(ButtonSignal::onFocusOff);
 }
 void CMC_Button::onControlClicked(CControl* /*control*/, CXPoint /*point*/) {
-  signal(kOnClicked, "ONCLICKED");
+  signal(ButtonSignal::onClicked);
 }
 void CMC_Button::onControlReleased(CControl* /*control*/, CXPoint /*point*/) {
-  signal(kOnReleased, "ONRELEASED");
+  signal(ButtonSignal::onReleased);
 }
-void CMC_Button::onControlAction(CControl* /*control*/, CXPoint /*point*/) { signal(kOnAction, "ONACTION"); }
+void CMC_Button::onControlAction(CControl* /*control*/, CXPoint /*point*/) { signal(ButtonSignal::onAction); }
 
 void CMC_Button::onStartDragging(CControl* /*control*/, CXPoint /*point*/) {
   const CGraphicsObject* dragged = button_->GetDragging();
   if (dragged == nullptr) dragged = button_->getCurrent();
   isDragged_ = true;
   setDraggedName(getScene()->getGraphicsObjectName(dragged, true));
-  signal(kOnStartDragging, "ONSTARTDRAGGING");
+  signal(ButtonSignal::onStartDragging);
 }
 
-void CMC_Button::onDragging(CControl* /*control*/, CXPoint /*point*/) { signal(kOnDragging, "ONDRAGGING"); }
+void CMC_Button::onDragging(CControl* /*control*/, CXPoint /*point*/) { signal(ButtonSignal::onDragging); }
 
 void CMC_Button::onEndDragging(CControl* /*control*/, CXPoint /*point*/) {
   const Ref<CMC_Button> self(this);
   const WeakRef<CMC_Scene> scene = CMC_Scene::around(getScene());
   isDragged_ = false;
-  signal(kOnEndDragging, "ONENDDRAGGING");
+  signal(ButtonSignal::onEndDragging);
   if (CMC_Scene* there = scene.get()) there->setDraggedName(CXString());
 }
 

@@ -8,6 +8,23 @@
 
 namespace footlight {
 
+namespace type {
+inline constexpr int kButton = 2001;
+}
+
+enum class ButtonSignal {
+  onFocusOn = kFirstOwnSignal,
+  onFocusOff,
+  onPaused,
+  onClicked,
+  onReleased,
+  onAction,
+  onStartDragging,
+  onDragging,
+  onEndDragging,
+  count
+};
+
 class CMC_Button : public CMC_Object, public CControlNotifier {
  public:
   // Around a ready control that it takes over, with empty properties.
@@ -42,7 +59,7 @@ class CMC_Button : public CMC_Object, public CControlNotifier {
   CPlayable* sound(const CXString& name) const;
   CGraphicsObject* picture(const CXString& name) const;
   void setDraggedName(const CXString& name) const;
-  void signal(int index, const char* name);
+  void signal(ButtonSignal signal);
 
   CXString accent_, gfxStandard_, gfxOnMove_, gfxOnClick_;
   CXString sndStandard_, sndOnMove_, sndOnClick_;

@@ -3,8 +3,8 @@
 #include "gfx/graphics_object.h"
 #include "objects/input/mc_button.h"
 #include "script/mc_objects_container.h"
+#include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
-#include "script/method_tables.h"
 
 namespace footlight {
 
@@ -78,26 +78,79 @@ Result name(CMC_Button& object, Call& /*call*/) {
 }
 
 constexpr Method kMethods[] = {
-    {1, "SETRECT", 1, 4, method<onButton<setRect>>},
-    {2, "ENABLE", 0, 0, method<onButton<with<&CButton::Enable, true>>>},
-    {3, "DISABLE", 0, 0, method<onButton<with<&CButton::Enable, false>>>},
-    {4, "ENABLEDRAGGING", 0, 0, method<onButton<with<&CButton::EnableDragging, true>>>},
-    {5, "DISABLEDRAGGING", 0, 0, method<onButton<with<&CButton::EnableDragging, false>>>},
-    {6, "DISABLEBUTVISIBLE", 0, 0, method<onButton<plain<&CButton::DisableButVisible>>>},
-    {7, "ACCENT", 1, 1, method<onButton<accent>>},
-    {8, "SETSTD", 1, 2, method<onButton<setStd>>},
-    {9, "SETONMOVE", 1, 1, method<onButton<setOnMove>>},
-    {10, "SETONCLICK", 1, 1, method<onButton<setOnClick>>},
-    {11, "SETPRIORITY", 1, 1, method<onButton<setPriority>>},
-    {12, "GETPRIORITY", 0, 0, method<onButton<getPriority>>},
-    {13, "GETSTD", 0, 0, method<name<&CButton::getStandard>>},
-    {14, "GETONMOVE", 0, 0, method<name<&CButton::GetSOOnMove>>},
-    {15, "GETONCLICK", 0, 0, method<name<&CButton::GetSOOnClick>>},
-    {16, "SYN", 0, 0, method<onButton<plain<&CButton::SYN>>>},
+    {1, "SETRECT", "left:value, [top:int], [right:int], [bottom:int]", method<onButton<setRect>>,
+     "The place that hears the mouse: four numbers, or the box of a picture by its name."},
+    {2, "ENABLE", "", method<onButton<with<&CButton::Enable, true>>>, "Shows it and lets it hear the mouse."},
+    {3, "DISABLE", "", method<onButton<with<&CButton::Enable, false>>>, "Hides it; it hears nothing."},
+    {4, "ENABLEDRAGGING", "", method<onButton<with<&CButton::EnableDragging, true>>>, "It can be dragged."},
+    {5, "DISABLEDRAGGING", "", method<onButton<with<&CButton::EnableDragging, false>>>,
+     "It cannot be dragged."},
+    {6, "DISABLEBUTVISIBLE", "", method<onButton<plain<&CButton::DisableButVisible>>>,
+     "It hears nothing but stays on the screen."},
+    {7, "ACCENT", "picture:name", method<onButton<accent>>, "Shows this picture with the button."},
+    {8, "SETSTD", "picture:name, [shows:bool]", method<onButton<setStd>>,
+     "The picture while nothing happens; with FALSE it is not shown at once."},
+    {9, "SETONMOVE", "picture:name", method<onButton<setOnMove>>,
+     "The picture while the pointer is over it."},
+    {10, "SETONCLICK", "picture:name", method<onButton<setOnClick>>, "The picture while it is pressed."},
+    {11, "SETPRIORITY", "priority:int", method<onButton<setPriority>>, "Higher ones are asked first."},
+    {12, "GETPRIORITY", "-> int", method<onButton<getPriority>>, "Its priority."},
+    {13, "GETSTD", "-> text", method<name<&CButton::getStandard>>,
+     "The name of the picture while nothing happens."},
+    {14, "GETONMOVE", "-> text", method<name<&CButton::GetSOOnMove>>,
+     "The name of the picture while the pointer is over it."},
+    {15, "GETONCLICK", "-> text", method<name<&CButton::GetSOOnClick>>,
+     "The name of the picture while it is pressed."},
+    {16, "SYN", "", method<onButton<plain<&CButton::SYN>>>,
+     "Puts its pictures where the one that is shown stands."},
 };
+
+constexpr auto kSignals = signalTable<ButtonSignal>({
+    {ButtonSignal::onFocusOn, "ONFOCUSON", "The pointer has come over it."},
+    {ButtonSignal::onFocusOff, "ONFOCUSOFF", "The pointer has left it."},
+    {ButtonSignal::onPaused, "ONPAUSED", "Nothing raises it."},
+    {ButtonSignal::onClicked, "ONCLICKED", "It was pressed."},
+    {ButtonSignal::onReleased, "ONRELEASED", "It was released."},
+    {ButtonSignal::onAction, "ONACTION", "It was pressed and released over itself."},
+    {ButtonSignal::onStartDragging, "ONSTARTDRAGGING", "It begins to be dragged."},
+    {ButtonSignal::onDragging, "ONDRAGGING", "It is dragged further."},
+    {ButtonSignal::onEndDragging, "ONENDDRAGGING", "It was let go."},
+});
+
+constexpr Property kProperties[] = {
+    {"ACCENT", PropertyKind::name, "", "A picture that is shown with the button."},
+    {"GFXSTANDARD", PropertyKind::name, "", "The picture while nothing happens."},
+    {"GFXONMOVE", PropertyKind::name, "", "The picture while the pointer is over it."},
+    {"GFXONCLICK", PropertyKind::name, "", "The picture while it is pressed."},
+    {"SNDSTANDARD", PropertyKind::name, "", "The sound while nothing happens."},
+    {"SNDONMOVE", PropertyKind::name, "", "The sound when the pointer comes over it."},
+    {"SNDONCLICK", PropertyKind::name, "", "The sound when it is pressed."},
+    {"DRAG", PropertyKind::name, "", "The picture that is dragged; without it the one that is shown."},
+    {"RECT", PropertyKind::rectangle, "",
+     "The place that hears the mouse: four numbers, or the name of a picture."},
+    {"ENABLE", PropertyKind::boolean, "FALSE", "TRUE shows it and lets it hear the mouse."},
+    {"DRAGGABLE", PropertyKind::boolean, "FALSE", "TRUE lets it be dragged."},
+    {"PRIORITY", PropertyKind::integer, "0", "Higher ones are asked first."},
+};
+
+CMC_Object* makeBare(CMC_ObjectsContainer* container, const CXString& name) {
+  return CMC_Button::makeBare(container, name).release();
+}
 
 }  // namespace
 
-std::span<const Method> methods::button() { return kMethods; }
+extern constinit const ScriptType kButtonType = {
+    .number = type::kButton,
+    .idWord = "BUTTON",
+    .stringWord = "BUTTON",
+    .definitionWord = "BUTTON",
+    .meaning = "A place that can be clicked, with pictures and sounds for what the pointer does.",
+    .pass = 6,
+    .signals = kSignals,
+    .properties = kProperties,
+    .methods = kMethods,
+    .make = makeFrom<CMC_Button>,
+    .makeBare = makeBare,
+};
 
 }  // namespace footlight

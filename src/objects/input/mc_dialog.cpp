@@ -4,7 +4,8 @@
 #include "app/unit6.h"
 #include "objects/gfx/mc_graphic.h"
 #include "objects/input/mc_button.h"
-#include "script/method_tables.h"
+#include "objects/plain_types.h"
+#include "script/mc_runner.h"
 
 namespace footlight {
 
@@ -57,14 +58,25 @@ void add(CXDialog& dialog, Call& call) {
 }
 
 constexpr Method kMethods[] = {
-    {1, "SHOW", 0, 0, method<onDialog<show>>},
-    {2, "HIDE", 0, 0, method<onDialog<hide>>},
-    {3, "SETBACKGROUND", 1, 1, method<onDialog<setBackground>>},
-    {4, "ADD", 1, 1, method<onDialog<add>>},
+    {1, "SHOW", "", method<onDialog<show>>, "Shows all that it holds."},
+    {2, "HIDE", "", method<onDialog<hide>>, "Hides all that it holds."},
+    {3, "SETBACKGROUND", "picture:name", method<onDialog<setBackground>>,
+     "The picture behind all; its upper strip drags the dialog."},
+    {4, "ADD", "object:name", method<onDialog<add>>, "Takes a BUTTON or a picture in."},
 };
 
 }  // namespace
 
-std::span<const Method> methods::dialog() { return kMethods; }
+extern constinit const ScriptType kDialogType = {
+    .number = type::kDialog,
+    .idWord = "DIALOG",
+    .stringWord = "DIALOG",
+    .definitionWord = "DIALOG",
+    .meaning = "Pictures and buttons that are shown, hidden and dragged together.",
+    .pass = 6,
+    .signals = kSignalsOfAll,
+    .methods = kMethods,
+    .make = makeFrom<CMC_Dialog>,
+};
 
 }  // namespace footlight

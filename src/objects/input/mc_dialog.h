@@ -7,6 +7,10 @@
 
 namespace footlight {
 
+namespace type {
+inline constexpr int kDialog = 2013;
+}
+
 class CMC_Dialog : public CMC_Object {
  public:
   CMC_Dialog(CMC_ObjectsContainer* container, const CMElement* element);

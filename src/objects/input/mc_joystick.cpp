@@ -81,13 +81,12 @@ void CMC_Joystick::flushSignals(bool deliver) {
 
 void CMC_Joystick::tell(const Record& record) {
   if (record.kind == Kind::move) {
-    if (onSignal(CXString("ONMOVE^") + record.direction)) return;
-    if (!isDisposed() && onSignal(CXString("ONMOVE^") + record.axis)) return;
-    if (!isDisposed()) onSignal("ONMOVE");
+    const CXString head = CXString(signalName(JoystickSignal::onMove)) + "^";
+    if (!onSignal(head + record.direction)) raise(JoystickSignal::onMove, record.axis);
     return;
   }
-  const CXString signal = record.kind == Kind::buttonDown ? "ONBUTTONDOWN" : "ONBUTTONUP";
-  if (!onSignal(signal + "^" + CXString(std::to_string(record.button))) && !isDisposed()) onSignal(signal);
+  raise(record.kind == Kind::buttonDown ? JoystickSignal::onButtonDown : JoystickSignal::onButtonUp,
+        CXString::toString(record.button));
 }
 
 }  // namespace footlight

@@ -18,6 +18,12 @@ namespace footlight {
 
 class CWindow;
 
+namespace type {
+inline constexpr int kJoystick = 2023;
+}
+
+enum class JoystickSignal { onButtonUp = kFirstOwnSignal, onButtonDown, onMove, count };
+
 class CMC_Joystick : public CMC_Object, public CInputPoller {
  public:
   static constexpr int kUsualPort = 1;

@@ -1,8 +1,8 @@
 // Scripts' methods of JOYSTICK.
 
 #include "objects/input/mc_joystick.h"
+#include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
-#include "script/method_tables.h"
 
 namespace footlight {
 
@@ -32,14 +32,35 @@ Result isLeft(CMC_Joystick& joystick, Call& /*call*/) { return Factory::makeBool
 Result isRight(CMC_Joystick& joystick, Call& /*call*/) { return Factory::makeBool(joystick.getAxis(0) > 0); }
 
 constexpr Method kMethods[] = {
-    {1, "GETBUTTONSTATE", 1, 1, method<getButtonState>},
-    {2, "GETPOSITION", 1, 1, method<getPosition>},
-    {3, "ISLEFT", 0, 0, method<isLeft>},
-    {4, "ISRIGHT", 0, 0, method<isRight>},
+    {1, "GETBUTTONSTATE", "button:int -> int", method<getButtonState>, "1 while the button is down, else 0."},
+    {2, "GETPOSITION", "axis:text -> int", method<getPosition>,
+     "Of the axis X, Y or Z, from about -12 to 12."},
+    {3, "ISLEFT", "-> bool", method<isLeft>, "Whether it leans to the left."},
+    {4, "ISRIGHT", "-> bool", method<isRight>, "Whether it leans to the right."},
+};
+
+constexpr auto kSignals = signalTable<JoystickSignal>({
+    {JoystickSignal::onButtonUp, "ONBUTTONUP", "A button was released; as ONBUTTONUP^NUMBER."},
+    {JoystickSignal::onButtonDown, "ONBUTTONDOWN", "A button was pressed; as ONBUTTONDOWN^NUMBER."},
+    {JoystickSignal::onMove, "ONMOVE",
+     "It was moved; as ONMOVE^LEFT and the like, or ONMOVE^X and the like."},
+});
+
+constexpr Property kProperties[] = {
+    {"PORT", PropertyKind::integer, "1", "Which controller it is; 0 is the first."},
 };
 
 }  // namespace
 
-std::span<const Method> methods::joystick() { return kMethods; }
+extern constinit const ScriptType kJoystickType = {
+    .number = type::kJoystick,
+    .definitionWord = "JOYSTICK",
+    .meaning = "A game controller.",
+    .pass = 6,
+    .signals = kSignals,
+    .properties = kProperties,
+    .methods = kMethods,
+    .make = makeFrom<CMC_Joystick>,
+};
 
 }  // namespace footlight

@@ -9,11 +9,6 @@ namespace footlight {
 
 namespace {
 
-// Signals of the type, by their index.
-constexpr int kOnChar = 3;
-constexpr int kOnKeyDown = 4;
-constexpr int kOnKeyUp = 5;
-
 struct KeyName {
   int scanCode;
   const char* name;
@@ -61,23 +56,27 @@ CXString CMC_Keyboard::getKeySignal(int scanCode) {
   return row != std::end(kNames) ? row->name : "";
 }
 
-void CMC_Keyboard::signalKey(const char* signal, CXString key) {
+void CMC_Keyboard::signalKey(KeyboardSignal signal, CXString key) {
   const Ref<CMC_Keyboard> self(this);
   latestKey_ = key;
-  if (key.IsEmpty() || !onSignal(CXString(signal) + "^" + key)) onSignal(signal);
+  if (key.IsEmpty()) {
+    raise(signal);
+  } else {
+    raise(signal, key);
+  }
 }
 
 void CMC_Keyboard::onKeyDown(int key) {
-  if (isHeard(kOnKeyDown)) signalKey("ONKEYDOWN", getKeySignal(key));
+  if (isHeard(KeyboardSignal::onKeyDown)) signalKey(KeyboardSignal::onKeyDown, getKeySignal(key));
 }
 
 void CMC_Keyboard::onKeyUp(int key) {
-  if (isHeard(kOnKeyUp)) signalKey("ONKEYUP", getKeySignal(key));
+  if (isHeard(KeyboardSignal::onKeyUp)) signalKey(KeyboardSignal::onKeyUp, getKeySignal(key));
 }
 
 void CMC_Keyboard::onChar(unsigned char character) {
   const char text = static_cast<char>(character);
-  if (isHeard(kOnChar)) signalKey("ONCHAR", std::string_view(&text, 1));
+  if (isHeard(KeyboardSignal::onChar)) signalKey(KeyboardSignal::onChar, std::string_view(&text, 1));
 }
 
 }  // namespace footlight

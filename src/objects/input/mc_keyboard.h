@@ -10,6 +10,12 @@ namespace footlight {
 class CKeyboard;
 class CWindow;
 
+namespace type {
+inline constexpr int kKeyboard = 101;
+}
+
+enum class KeyboardSignal { onChar = kFirstOwnSignal, onKeyDown, onKeyUp, count };
+
 class CMC_Keyboard : public CMC_Object, public CKeyListener {
  public:
   CMC_Keyboard(CMC_ObjectsContainer* container, const CMElement* element);
@@ -33,8 +39,8 @@ class CMC_Keyboard : public CMC_Object, public CKeyListener {
   void unlink() override;
 
  private:
-  bool isHeard(int signal) const { return enabled_ && isSignalBound(signal); }
-  void signalKey(const char* signal, CXString key);
+  bool isHeard(KeyboardSignal signal) const { return enabled_ && isSignalBound(signal); }
+  void signalKey(KeyboardSignal signal, CXString key);
 
   CWindow* window_;
   bool enabled_ = true;

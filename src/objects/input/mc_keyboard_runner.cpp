@@ -2,8 +2,8 @@
 
 #include "input/keyboard.h"
 #include "objects/input/mc_keyboard.h"
+#include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
-#include "script/method_tables.h"
 
 namespace footlight {
 
@@ -44,17 +44,35 @@ Result isEnabled(CMC_Keyboard& keyboard, Call& /*call*/) { return Factory::makeB
 Result getLatestKeys(CMC_Keyboard& /*keyboard*/, Call& /*call*/) { return {}; }
 
 constexpr Method kMethods[] = {
-    {1, "ENABLE", 0, 0, method<enable>},
-    {2, "DISABLE", 0, 0, method<disable>},
-    {3, "SETAUTOREPEAT", 1, 1, method<setAutoRepeat>},
-    {4, "ISKEYDOWN", 0, 1, method<isKeyDown>},
-    {6, "GETLATESTKEY", 0, 0, method<getLatestKey>},
-    {7, "ISENABLED", 0, 0, method<isEnabled>},
-    {8, "GETLATESTKEYS", 1, 2, method<getLatestKeys>},
+    {1, "ENABLE", "", method<enable>, "The game hears the keys again."},
+    {2, "DISABLE", "", method<disable>, "The game hears the keys no more."},
+    {3, "SETAUTOREPEAT", "on:bool", method<setAutoRepeat>,
+     "With TRUE a key that is held comes again and again."},
+    {4, "ISKEYDOWN", "[key:text] -> bool", method<isKeyDown>, "Whether that key, or any key, is down."},
+    {6, "GETLATESTKEY", "-> text", method<getLatestKey>, "The key that was pressed last."},
+    {7, "ISENABLED", "-> bool", method<isEnabled>, "Whether the game hears the keys."},
+    {8, "GETLATESTKEYS", "array:name, [count:int]", method<getLatestKeys>, "Gives nothing."},
 };
+
+constexpr auto kSignals = signalTable<KeyboardSignal>({
+    {KeyboardSignal::onChar, "ONCHAR", "A character was typed; as ONCHAR^X for that one."},
+    {KeyboardSignal::onKeyDown, "ONKEYDOWN", "A key was pressed; as ONKEYDOWN^KEY by its name."},
+    {KeyboardSignal::onKeyUp, "ONKEYUP", "A key was released; as ONKEYUP^KEY by its name."},
+});
 
 }  // namespace
 
-std::span<const Method> methods::keyboard() { return kMethods; }
+extern constinit const ScriptType kKeyboardType = {
+    .number = type::kKeyboard,
+    .idWord = "KEYBOARD",
+    .stringWord = "KEYBOARD",
+    .definitionWord = "KEYBOARD",
+    .meaning = "The keyboard.",
+    .pass = 6,
+    .isOnceAChain = true,
+    .signals = kSignals,
+    .methods = kMethods,
+    .make = makeFrom<CMC_Keyboard>,
+};
 
 }  // namespace footlight

@@ -9,12 +9,6 @@ namespace footlight {
 
 namespace {
 
-// Signals of the type, by their index.
-constexpr int kOnMove = 3;
-constexpr int kOnClick = 4;
-constexpr int kOnRelease = 5;
-constexpr int kOnDblClick = 6;
-
 constexpr int kListenerPriority = 100002;
 
 void clipTo(const CXRect& rect) {
@@ -109,30 +103,26 @@ void CMC_Mouse::restore() {
 bool CMC_Mouse::onMouseMove(CXPoint point) {
   const Ref<CMC_Mouse> self(this);
   position_ = point;
-  if (isHeard(kOnMove)) onSignal("ONMOVE");
+  if (isHeard()) raise(MouseSignal::onMove);
   return CMouseListener::onMouseMove(point);
-}
-
-void CMC_Mouse::signalButton(const char* signal, int button) {
-  if (!onSignal(CXString(signal) + "^" + getButton(button))) onSignal(signal);
 }
 
 bool CMC_Mouse::onClick(int button, CXPoint point) {
   const Ref<CMC_Mouse> self(this);
   if (button == 0) lastClick_ = point;
-  if (isHeard(kOnClick)) signalButton("ONCLICK", button);
+  if (isHeard()) raise(MouseSignal::onClick, getButton(button));
   return CMouseListener::onClick(button, point);
 }
 
 bool CMC_Mouse::onRelease(int button, CXPoint point) {
   const Ref<CMC_Mouse> self(this);
-  if (isHeard(kOnRelease)) signalButton("ONRELEASE", button);
+  if (isHeard()) raise(MouseSignal::onRelease, getButton(button));
   return CMouseListener::onRelease(button, point);
 }
 
 bool CMC_Mouse::onDblClick(CXPoint point) {
   const Ref<CMC_Mouse> self(this);
-  if (isHeard(kOnDblClick)) onSignal("ONDBLCLICK");
+  if (isHeard()) raise(MouseSignal::onDblClick);
   return CMouseListener::onDblClick(point);
 }
 

@@ -11,6 +11,12 @@ namespace footlight {
 
 class CWindow;
 
+namespace type {
+inline constexpr int kMouse = 100;
+}
+
+enum class MouseSignal { onMove = kFirstOwnSignal, onClick, onRelease, onDblClick, count };
+
 class CMC_Mouse : public CMC_Object, public CMouseListener {
  public:
   CMC_Mouse(CMC_ObjectsContainer* container, const CMElement* element);
@@ -52,8 +58,7 @@ class CMC_Mouse : public CMC_Object, public CMouseListener {
   void unlink() override;
 
  private:
-  bool isHeard(int signal) const { return enabled_ && signalsEnabled_ && isSignalBound(signal); }
-  void signalButton(const char* signal, int button);
+  bool isHeard() const { return enabled_ && signalsEnabled_; }
   CXPoint screenOrigin() const;
 
   static inline CXRect clipRect_;

@@ -4,8 +4,8 @@
 #include "foundation/depth.h"
 #include "gfx/window.h"
 #include "objects/input/mc_mouse.h"
+#include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
-#include "script/method_tables.h"
 
 namespace footlight {
 
@@ -119,27 +119,50 @@ Result lockActiveCursor(CMC_Mouse& mouse, Call& call) {
 }
 
 constexpr Method kMethods[] = {
-    {1, "SHOW", 0, 0, method<show>},
-    {2, "HIDE", 0, 0, method<hide>},
-    {3, "ENABLE", 0, 0, method<enable>},
-    {4, "DISABLE", 0, 0, method<disable>},
-    {5, "GETPOSX", 0, 0, method<getPosX>},
-    {6, "GETPOSY", 0, 0, method<getPosY>},
-    {7, "GETLASTCLICKPOSX", 0, 0, method<getLastClickX>},
-    {8, "GETLASTCLICKPOSY", 0, 0, method<getLastClickY>},
-    {9, "SET", 1, 1, method<set>},
-    {10, "SETPOSITION", 2, 2, method<setPosition>},
-    {11, "MOVE", 2, 2, method<move>},
-    {12, "CLICK", 2, 3, method<click>},
-    {13, "ENABLESIGNAL", 0, 0, method<enableSignal>},
-    {14, "DISABLESIGNAL", 0, 0, method<disableSignal>},
-    {15, "MOUSERELEASE", 2, 3, method<release>},
-    {16, "SETCLIPRECT", 4, 4, method<setClipRect>},
-    {17, "LOCKACTIVECURSOR", 1, 1, method<lockActiveCursor>},
+    {1, "SHOW", "", method<show>, "Shows the pointer."},
+    {2, "HIDE", "", method<hide>, "Hides the pointer."},
+    {3, "ENABLE", "", method<enable>, "The game hears the mouse again."},
+    {4, "DISABLE", "", method<disable>, "The game hears the mouse no more."},
+    {5, "GETPOSX", "-> int", method<getPosX>, "The pointer's place from the left, in pixels."},
+    {6, "GETPOSY", "-> int", method<getPosY>, "The pointer's place from the top, in pixels."},
+    {7, "GETLASTCLICKPOSX", "-> int", method<getLastClickX>, "Where the last click was, from the left."},
+    {8, "GETLASTCLICKPOSY", "-> int", method<getLastClickY>, "Where the last click was, from the top."},
+    {9, "SET", "shape:text", method<set>, "Gives the pointer a shape by its word."},
+    {10, "SETPOSITION", "x:int, y:int", method<setPosition>, "Puts the pointer there."},
+    {11, "MOVE", "x:int, y:int", method<move>, "Moves the pointer by so many pixels."},
+    {12, "CLICK", "x:int, y:int, [button:text]", method<click>,
+     "Acts as if LEFT, MIDDLE or RIGHT were pressed there."},
+    {13, "ENABLESIGNAL", "", method<enableSignal>, "Its signals come again."},
+    {14, "DISABLESIGNAL", "", method<disableSignal>,
+     "Its signals come no more; the rest of the game hears the mouse."},
+    {15, "MOUSERELEASE", "x:int, y:int, [button:text]", method<release>,
+     "Acts as if the button were released there."},
+    {16, "SETCLIPRECT", "left:int, top:int, right:int, bottom:int", method<setClipRect>,
+     "Keeps the pointer within; four zeros let it go."},
+    {17, "LOCKACTIVECURSOR", "on:bool", method<lockActiveCursor>,
+     "With TRUE the pointer keeps its shape over what can be clicked."},
 };
+
+constexpr auto kSignals = signalTable<MouseSignal>({
+    {MouseSignal::onMove, "ONMOVE", "The mouse has moved."},
+    {MouseSignal::onClick, "ONCLICK", "A button was pressed; as ONCLICK^LEFT, ^MIDDLE or ^RIGHT."},
+    {MouseSignal::onRelease, "ONRELEASE", "A button was released; as ONRELEASE^LEFT, ^MIDDLE or ^RIGHT."},
+    {MouseSignal::onDblClick, "ONDBLCLICK", "The left button was pressed twice."},
+});
 
 }  // namespace
 
-std::span<const Method> methods::mouse() { return kMethods; }
+extern constinit const ScriptType kMouseType = {
+    .number = type::kMouse,
+    .idWord = "MOUSE",
+    .stringWord = "MOUSE",
+    .definitionWord = "MOUSE",
+    .meaning = "The mouse and its pointer.",
+    .pass = 6,
+    .isOnceAChain = true,
+    .signals = kSignals,
+    .methods = kMethods,
+    .make = makeFrom<CMC_Mouse>,
+};
 
 }  // namespace footlight

@@ -7,15 +7,6 @@
 
 namespace footlight {
 
-namespace {
-
-// Signals of the type, by their index.
-constexpr int kOnStarted = 3;
-constexpr int kOnFinished = 4;
-constexpr int kOnResumed = 5;
-
-}  // namespace
-
 CMC_Sound::CMC_Sound(CMC_ObjectsContainer* container) : CMC_Object("temp", type::kSound) {
   setScene(container);
 }
@@ -67,14 +58,14 @@ bool CMC_Sound::done(bool keep) {
 
 void CMC_Sound::unlink() { giveBack(); }
 
-bool CMC_Sound::signal(int index, const char* name) {
+bool CMC_Sound::signal(SoundSignal signal) {
   const Ref<CMC_Sound> self(this);
-  if (isSignalBound(index)) onSignal(name);
+  raise(signal);
   return false;
 }
 
-bool CMC_Sound::onPlayableStarted(CPlayable* /*playable*/) { return signal(kOnStarted, "ONSTARTED"); }
-bool CMC_Sound::onPlayableFinished(CPlayable* /*playable*/) { return signal(kOnFinished, "ONFINISHED"); }
-bool CMC_Sound::onPlayableResumed(CPlayable* /*playable*/) { return signal(kOnResumed, "ONRESUMED"); }
+bool CMC_Sound::onPlayableStarted(CPlayable* /*playable*/) { return signal(SoundSignal::onStarted); }
+bool CMC_Sound::onPlayableFinished(CPlayable* /*playable*/) { return signal(SoundSignal::onFinished); }
+bool CMC_Sound::onPlayableResumed(CPlayable* /*playable*/) { return signal(SoundSignal::onResumed); }
 
 }  // namespace footlight

@@ -8,6 +8,12 @@
 
 namespace footlight {
 
+namespace type {
+inline constexpr int kSound = 2005;
+}
+
+enum class SoundSignal { onStarted = kFirstOwnSignal, onFinished, onResumed, count };
+
 class CMC_Sound : public CMC_Object, public CPlayableObserver {
  public:
   // Without a sound, of the name "temp".
@@ -34,7 +40,7 @@ class CMC_Sound : public CMC_Object, public CPlayableObserver {
  private:
   Owned<CSound4> makeSound(const CXString& path) const;
   void giveBack();
-  bool signal(int index, const char* name);
+  bool signal(SoundSignal signal);
 
   bool preload_ = false;
   bool flushAfterPlayed_ = false;

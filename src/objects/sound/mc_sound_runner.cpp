@@ -4,8 +4,8 @@
 #include <cstdint>
 
 #include "objects/sound/mc_sound.h"
+#include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
-#include "script/method_tables.h"
 
 namespace footlight {
 
@@ -71,19 +71,43 @@ Result isPlaying(CMC_Sound& object, Call& /*call*/) {
 }
 
 constexpr Method kMethods[] = {
-    {1, "PLAY", 0, 0, method<onSound<plain<&CSound4::play>>>},
-    {2, "STOP", 0, 1, method<onSound<stop>>},
-    {3, "PAUSE", 0, 0, method<onSound<plain<&CSound4::pause>>>},
-    {4, "RESUME", 0, 0, method<onSound<plain<&CSound4::resume>>>},
-    {7, "LOAD", 1, 1, method<onSound<load>>},
-    {8, "SETVOLUME", 1, 1, method<onSound<setVolume>>},
-    {9, "SETPAN", 1, 1, method<onSound<setPan>>},
-    {10, "SETFREQ", 1, 1, method<onSound<setFreq>>},
-    {11, "ISPLAYING", 0, 0, method<isPlaying>},
+    {1, "PLAY", "", method<onSound<plain<&CSound4::play>>>, "Plays from the beginning."},
+    {2, "STOP", "[signals:bool]", method<onSound<stop>>, "Stops; with FALSE without ONFINISHED."},
+    {3, "PAUSE", "", method<onSound<plain<&CSound4::pause>>>, "Holds it where it is."},
+    {4, "RESUME", "", method<onSound<plain<&CSound4::resume>>>, "Goes on from where it was held."},
+    {7, "LOAD", "file:file -> bool", method<onSound<load>>, "Takes another file of the sound folder."},
+    {8, "SETVOLUME", "volume:int", method<onSound<setVolume>>, "0 is silence, 800 the full volume."},
+    {9, "SETPAN", "pan:int", method<onSound<setPan>>, "0 is left, 400 the middle, 800 right."},
+    {10, "SETFREQ", "hertz:int", method<onSound<setFreq>>, "Plays at that many samples a second."},
+    {11, "ISPLAYING", "-> bool", method<isPlaying>, "Whether it plays."},
+};
+
+constexpr auto kSignals = signalTable<SoundSignal>({
+    {SoundSignal::onStarted, "ONSTARTED", "It begins to play."},
+    {SoundSignal::onFinished, "ONFINISHED", "It has ended or was stopped."},
+    {SoundSignal::onResumed, "ONRESUMED", "It goes on after a pause."},
+});
+
+constexpr Property kProperties[] = {
+    {"FILENAME", PropertyKind::file, "", "Its file in the sound folder."},
+    {"PRELOAD", PropertyKind::boolean, "FALSE", "TRUE reads the file at once, else when it is first played."},
+    {"FLUSHAFTERPLAYED", PropertyKind::boolean, "FALSE", "TRUE lets the file go when it was played."},
 };
 
 }  // namespace
 
-std::span<const Method> methods::sound() { return kMethods; }
+extern constinit const ScriptType kSoundType = {
+    .number = type::kSound,
+    .idWord = "SOUND",
+    .stringWord = "SOUND",
+    .definitionWord = "SOUND",
+    .meaning = "A sound from a file.",
+    .pass = 5,
+    .signals = kSignals,
+    .properties = kProperties,
+    .methods = kMethods,
+    .make = makeFrom<CMC_Sound>,
+    .makeBare = makeBareFrom<CMC_Sound>,
+};
 
 }  // namespace footlight

@@ -3,9 +3,9 @@
 #include "script/mc_behaviour.h"
 #include "script/mc_groupped.h"
 #include "script/mc_objects_container.h"
+#include "script/mc_runner.h"
 #include "script/melement.h"
 #include "script/melements_loader.h"
-#include "script/method_tables.h"
 
 namespace footlight {
 
@@ -82,12 +82,18 @@ Result release(CMC_CNVLoader& loader, Call& call) {
 }
 
 constexpr Method kMethods[] = {
-    {1, "LOAD", 1, 1, method<load>},
-    {2, "RELEASE", 1, 1, method<release>},
+    {1, "LOAD", "file:file", method<load>,
+     "Makes the objects of a further definition file; a GROUP bears the file's name."},
+    {2, "RELEASE", "file:file", method<release>, "Ends the objects that came from the file."},
 };
 
 }  // namespace
 
-std::span<const Method> methods::cnvLoader() { return kMethods; }
+extern constinit const ScriptType kCnvLoaderType = {
+    .number = type::kCnvLoader,
+    .meaning = "Loads further definition files; every game has the one object CNVLOADER.",
+    .signals = kSignalsOfAll,
+    .methods = kMethods,
+};
 
 }  // namespace footlight

@@ -10,6 +10,10 @@ namespace footlight {
 class CMC_Groupped;
 class CWindow;
 
+namespace type {
+inline constexpr int kCnvLoader = 12000;
+}
+
 class CMC_CNVLoader : public CMC_Object {
  public:
   explicit CMC_CNVLoader(CWindow* window) : CMC_Object("CNVLOADER", type::kCnvLoader), window_(window) {}

@@ -10,8 +10,8 @@
 #include "objects/data/mc_array.h"
 #include "platform/platform.h"
 #include "script/mc_objects_container.h"
+#include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
-#include "script/method_tables.h"
 #include "script/watchdog.h"
 
 namespace footlight {
@@ -114,22 +114,23 @@ Result copyFile(CMC_System& /*system*/, Call& call) {
 }
 
 constexpr Method kMethods[] = {
-    {1, "GETDATE", 0, 0, method<getDate>},
-    {2, "GETDATESTRING", 0, 0, method<getDateString>},
-    {3, "GETDAY", 0, 0, method<getDay>},
-    {4, "GETDAYOFWEEK", 0, 0, method<getDayOfWeek>},
-    {5, "GETDAYOFWEEKSTRING", 0, 0, method<getDayOfWeekString>},
-    {6, "GETMONTH", 0, 0, method<getMonth>},
-    {7, "GETMONTHSTRING", 0, 0, method<getMonthString>},
-    {8, "GETYEAR", 0, 0, method<getYear>},
-    {9, "GETTIMESTRING", 0, 0, method<getTimeString>},
-    {10, "GETHOUR", 0, 0, method<getHour>},
-    {11, "GETMINUTES", 0, 0, method<getMinutes>},
-    {12, "GETSECONDS", 0, 0, method<getSeconds>},
-    {13, "GETSYSTEMTIME", 0, 0, method<getSystemTime>},
-    {14, "GETMHZ", 0, 0, method<getMhz>},
-    {15, "DELAY", 1, 1, method<delay>},
-    {16, "COPYFILE", 2, 2, method<copyFile>},
+    {1, "GETDATE", "-> int", method<getDate>, "The date as a number, YYMMDD."},
+    {2, "GETDATESTRING", "-> text", method<getDateString>, "The date in words: day/month/year."},
+    {3, "GETDAY", "-> int", method<getDay>, "The day of the month."},
+    {4, "GETDAYOFWEEK", "-> int", method<getDayOfWeek>, "The day of the week, 1 for Sunday."},
+    {5, "GETDAYOFWEEKSTRING", "-> text", method<getDayOfWeekString>, "The day of the week by its name."},
+    {6, "GETMONTH", "-> int", method<getMonth>, "The month, 1 to 12."},
+    {7, "GETMONTHSTRING", "-> text", method<getMonthString>, "The month by its name."},
+    {8, "GETYEAR", "-> int", method<getYear>, "The year."},
+    {9, "GETTIMESTRING", "-> text", method<getTimeString>, "The time as hours:minutes."},
+    {10, "GETHOUR", "-> int", method<getHour>, "The hour, 0 to 23."},
+    {11, "GETMINUTES", "-> int", method<getMinutes>, "The minute."},
+    {12, "GETSECONDS", "-> int", method<getSeconds>, "The second."},
+    {13, "GETSYSTEMTIME", "-> int", method<getSystemTime>, "Milliseconds of the machine's clock."},
+    {14, "GETMHZ", "-> int", method<getMhz>, "The speed of the processor."},
+    {15, "DELAY", "milliseconds:int", method<delay>, "Holds the whole game for so long."},
+    {16, "COPYFILE", "from:file, to:file -> bool", method<copyFile>,
+     "Copies a file within the game; TRUE when it was done."},
 };
 
 // RANDOM
@@ -151,14 +152,28 @@ Result getPlenty(CMC_Object& /*object*/, Call& call) {
 }
 
 constexpr Method kRandomMethods[] = {
-    {1, "GET", 0, 2, method<getRandom>},
-    {2, "GETPLENTY", 5, 5, method<getPlenty>},
+    {1, "GET", "[low:int], [count:int] -> int", method<getRandom>,
+     "A number of 0 to low - 1, or of low to low + count - 1."},
+    {2, "GETPLENTY", "array:name, count:int, low:int, range:int, unique:bool", method<getPlenty>,
+     "Adds random numbers to an ARRAY, with TRUE none of them twice."},
 };
 
 }  // namespace
 
-std::span<const Method> methods::system() { return kMethods; }
+extern constinit const ScriptType kSystemType = {
+    .number = type::kSystem,
+    .meaning = "The clock, the calendar and the machine; every game has the one object SYSTEM.",
+    .signals = kSignalsOfAll,
+    .methods = kMethods,
+};
 
-std::span<const Method> methods::random() { return kRandomMethods; }
+extern constinit const ScriptType kRandomType = {
+    .number = type::kRandom,
+    .idWord = "RANDOM",
+    .stringWord = "RANDOM",
+    .meaning = "Random numbers; every game has the one object RANDOM.",
+    .signals = kSignalsOfAll,
+    .methods = kRandomMethods,
+};
 
 }  // namespace footlight

@@ -6,6 +6,11 @@
 
 namespace footlight {
 
+namespace type {
+inline constexpr int kRandom = 102;
+inline constexpr int kSystem = 11000;
+}  // namespace type
+
 class CMC_System : public CMC_Object {
  public:
   CMC_System() : CMC_Object("SYSTEM", type::kSystem) {}

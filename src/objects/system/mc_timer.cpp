@@ -4,15 +4,11 @@
 #include "foundation/xtimer.h"
 #include "gfx/window.h"
 #include "script/mc_objects_container.h"
+#include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
 #include "script/melement.h"
-#include "script/method_tables.h"
 
 namespace footlight {
-
-namespace {
-constexpr int kOnTick = 3;
-}
 
 CMC_Timer::CMC_Timer(CMC_ObjectsContainer* container, const CMElement* element)
     : CMC_Object(container, element, type::kTimer),
@@ -85,9 +81,7 @@ void CMC_Timer::onTimer(TimerId /*id*/) {
   if (!enabled_) return;
   ticks_ = wrap_add(ticks_, 1);
   if (maxTicks_ > 0 && ticks_ == maxTicks_) enabled_ = false;
-  if (!isSignalBound(kOnTick)) return;
-  const Ref<CMC_Timer> self(this);
-  if (!onSignal(CXString("ONTICK^") + CXString::toString(ticks_))) onSignal("ONTICK");
+  raise(TimerSignal::onTick, CXString::toString(ticks_));
 }
 
 // Scripts' methods
@@ -134,14 +128,39 @@ Result setElapse(CMC_Timer& timer, Call& call) {
 }
 
 constexpr Method kMethods[] = {
-    {1, "ENABLE", 0, 0, method<enable>},     {2, "DISABLE", 0, 0, method<disable>},
-    {3, "PAUSE", 0, 0, method<pause>},       {4, "RESUME", 0, 0, method<resume>},
-    {5, "GETTICKS", 0, 0, method<getTicks>}, {6, "RESET", 0, 0, method<reset>},
-    {7, "SET", 1, 1, method<set>},           {8, "SETELAPSE", 1, 1, method<setElapse>},
+    {1, "ENABLE", "", method<enable>, "Ticks again, from 0 on."},
+    {2, "DISABLE", "", method<disable>, "Ticks no more."},
+    {3, "PAUSE", "", method<pause>, "Disables it and holds all timers where they are."},
+    {4, "RESUME", "", method<resume>, "Enables it and lets all timers go on."},
+    {5, "GETTICKS", "-> int", method<getTicks>, "How often it ticked."},
+    {6, "RESET", "", method<reset>, "Counts from 0 again."},
+    {7, "SET", "ticks:int", method<set>, "Goes on counting from this number."},
+    {8, "SETELAPSE", "milliseconds:int", method<setElapse>, "Changes the time between two ticks."},
+};
+
+constexpr auto kSignals = signalTable<TimerSignal>({
+    {TimerSignal::onTick, "ONTICK", "Its time has come; as ONTICK^NUMBER for that tick."},
+});
+
+constexpr Property kProperties[] = {
+    {"ELAPSE", PropertyKind::integer, "", "Milliseconds between two ticks; without it there are none."},
+    {"TICKS", PropertyKind::integer, "0", "It ends after so many ticks; 0 for never."},
+    {"ENABLED", PropertyKind::boolean, "TRUE", "FALSE waits for ENABLE."},
 };
 
 }  // namespace
 
-std::span<const Method> methods::timer() { return kMethods; }
+extern constinit const ScriptType kTimerType = {
+    .number = type::kTimer,
+    .idWord = "TIMER",
+    .stringWord = "TIMER",
+    .definitionWord = "TIMER",
+    .meaning = "Raises a signal every so many milliseconds.",
+    .pass = 6,
+    .signals = kSignals,
+    .properties = kProperties,
+    .methods = kMethods,
+    .make = makeFrom<CMC_Timer>,
+};
 
 }  // namespace footlight

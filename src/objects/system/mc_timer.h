@@ -11,6 +11,12 @@ class CTimerObject;
 class CWindow;
 class CXTimer;
 
+namespace type {
+inline constexpr int kTimer = 2007;
+}
+
+enum class TimerSignal { onTick = kFirstOwnSignal, count };
+
 class CMC_Timer : public CMC_Object, public CTimerNotificator {
  public:
   CMC_Timer(CMC_ObjectsContainer* container, const CMElement* element);

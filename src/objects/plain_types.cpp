@@ -1,0 +1,270 @@
+// Types that are known by name and have no behaviour of their own yet: their objects have a name, signals to
+// bind and the methods of every object. Each leaves this page for a source of its own when it is built.
+
+#include "objects/plain_types.h"
+
+namespace footlight {
+
+namespace {
+
+// The signals of every type and some more.
+template <std::size_t N>
+consteval auto withSignals(const Signal (&own)[N]) {
+  std::array<Signal, kFirstOwnSignal + N> all{};
+  for (std::size_t i = 0; i < kFirstOwnSignal; ++i) all[i] = kSignalsOfAll[i];
+  for (std::size_t i = 0; i < N; ++i) all[kFirstOwnSignal + i] = own[i];
+  return all;
+}
+
+constexpr auto kCanvasSignals = withSignals({
+    {"ONFOCUSON", "The pointer has come over it."},
+    {"ONFOCUSOFF", "The pointer has left it."},
+    {"ONCLICK", "It was clicked."},
+    {"ONRELEASE", "A mouse button was released over it."},
+});
+constexpr auto kSequenceSignals = withSignals({
+    {"ONSTARTED", "It begins."},
+    {"ONFINISHED", "It has ended."},
+});
+constexpr auto kTextSignals = withSignals({
+    {"ONCOLLISION", "It begins to touch another picture."},
+    {"ONCOLLISIONFINISHED", "It ends to touch another picture."},
+});
+constexpr auto kEditBoxSignals = withSignals({
+    {"ONFOCUSON", "What is typed goes here."},
+    {"ONFOCUSOFF", "What is typed goes here no more."},
+    {"ONCHANGED", "Its text has changed."},
+    {"ONENTER", "Enter was pressed."},
+    {"ONESC", "Escape was pressed."},
+});
+constexpr auto kNetServerSignals = withSignals({
+    {"ONNEWPLAYER", "A player has come."},
+    {"ONDESTROYPLAYER", "A player has gone."},
+    {"ONCOMMAND", "A command has come."},
+    {"ONTEXT", "A text has come."},
+});
+constexpr auto kNetClientSignals = withSignals({
+    {"ONCONNECTED", "The connection stands."},
+    {"ONCOMMAND", "A command has come."},
+    {"ONCONNECTIONCLOSED", "The connection was lost."},
+});
+constexpr auto kScrollSignals = withSignals({
+    {"ONTOP", "The upper end is reached."},
+    {"ONBOTTOM", "The lower end is reached."},
+    {"ONLEFT", "The left end is reached."},
+    {"ONRIGHT", "The right end is reached."},
+});
+
+}  // namespace
+
+extern constinit const ScriptType kFontType = {
+    .number = 2002,
+    .idWord = "FONT",
+    .stringWord = "FONT",
+    .definitionWord = "FONT",
+    .meaning = "The letters of texts.",
+    .pass = 5,
+    .signals = kSignalsOfAll,
+};
+
+extern constinit const ScriptType kSequenceType = {
+    .number = 2004,
+    .idWord = "SEQUENCE",
+    .stringWord = "SEQUENCE",
+    .definitionWord = "SEQUENCE",
+    .meaning = "Animations and sounds one after the other.",
+    .pass = 6,
+    .signals = kSequenceSignals,
+};
+
+extern constinit const ScriptType kTextType = {
+    .number = type::kText,
+    .idWord = "TEXT",
+    .stringWord = "TEXT",
+    .definitionWord = "TEXT",
+    .meaning = "Text on the screen.",
+    .pass = 6,
+    .signals = kTextSignals,
+};
+
+extern constinit const ScriptType kEditBoxType = {
+    .number = 2009,
+    .idWord = "EDITBOX",
+    .definitionWord = "EDITBOX",
+    .meaning = "A box to type in.",
+    .pass = 6,
+    .signals = kEditBoxSignals,
+};
+
+extern constinit const ScriptType kNetPeerType = {
+    .number = type::kNetPeer,
+    .idWord = "NETPEER",
+    .stringWord = "NETPEER",
+    .meaning = "One side of a connection.",
+    .isCallable = false,
+    .signals = kSignalsOfAll,
+};
+
+extern constinit const ScriptType kNetServerType = {
+    .number = type::kNetServer,
+    .idWord = "NETSERVER",
+    .meaning = "The side that other players connect to.",
+    .signals = kNetServerSignals,
+};
+
+extern constinit const ScriptType kNetClientType = {
+    .number = type::kNetClient,
+    .idWord = "NETCLIENT",
+    .meaning = "The side that connects to a server.",
+    .signals = kNetClientSignals,
+};
+
+extern constinit const ScriptType kFilterType = {
+    .number = 2014,
+    .idWord = "FILTER",
+    .stringWord = "FILTER",
+    .definitionWord = "FILTER",
+    .meaning = "Changes what is drawn.",
+    .pass = 6,
+    .signals = kSignalsOfAll,
+};
+
+extern constinit const ScriptType kStaticFilterType = {
+    .number = 2015,
+    .idWord = "STATICFILTER",
+    .definitionWord = "STATICFILTER",
+    .meaning = "Changes a picture once.",
+    .pass = 6,
+    .signals = kSignalsOfAll,
+};
+
+extern constinit const ScriptType kVectorType = {
+    .number = 2016,
+    .idWord = "VECTOR",
+    .definitionWord = "VECTOR",
+    .meaning = "Numbers to calculate with as one.",
+    .pass = 5,
+    .signals = kSignalsOfAll,
+};
+
+extern constinit const ScriptType kPathType = {
+    .number = 2017,
+    .idWord = "PATH",
+    .definitionWord = "PATH",
+    .meaning = "Points one after the other.",
+    .pass = 6,
+    .signals = kSignalsOfAll,
+};
+
+extern constinit const ScriptType kFifoType = {
+    .number = 2018,
+    .idWord = "FIFO",
+    .definitionWord = "FIFO",
+    .meaning = "A queue.",
+    .pass = 6,
+    .signals = kSignalsOfAll,
+};
+
+extern constinit const ScriptType kLifoType = {
+    .number = 2019,
+    .idWord = "LIFO",
+    .definitionWord = "LIFO",
+    .meaning = "A stack.",
+    .pass = 6,
+    .signals = kSignalsOfAll,
+};
+
+extern constinit const ScriptType kCanvasType = {
+    .number = 2020,
+    .idWord = "CANVAS",
+    .definitionWord = "CANVAS",
+    .meaning = "A surface to draw on.",
+    .pass = 6,
+    .signals = kCanvasSignals,
+};
+
+extern constinit const ScriptType kPatternType = {
+    .number = 2021,
+    .idWord = "PATTERN",
+    .definitionWord = "PATTERN",
+    .meaning = "A surface of tiles.",
+    .pass = 6,
+    .signals = kCanvasSignals,
+};
+
+extern constinit const ScriptType kScrollType = {
+    .number = 2022,
+    .idWord = "SCROLL",
+    .definitionWord = "SCROLL",
+    .meaning = "Pictures that are moved together.",
+    .pass = 6,
+    .signals = kScrollSignals,
+};
+
+extern constinit const ScriptType kMovieType = {
+    .number = 2024,
+    .definitionWord = "MOVIE",
+    .meaning = "A film.",
+    .pass = 6,
+    .signals = kSignalsOfAll,
+};
+
+extern constinit const ScriptType kGrBufferType = {
+    .number = 2026,
+    .definitionWord = "GRBUFFER",
+    .meaning = "Stamps that can be taken back.",
+    .pass = 5,
+    .signals = kSignalsOfAll,
+};
+
+extern constinit const ScriptType kDatabaseType = {
+    .number = 3003,
+    .idWord = "DATABASE",
+    .definitionWord = "DATABASE",
+    .meaning = "A table of rows.",
+    .pass = 3,
+    .signals = kSignalsOfAll,
+};
+
+extern constinit const ScriptType kVirtualGraphicsObjectType = {
+    .number = type::kVirtualGraphicsObject,
+    .idWord = "VIRTUAL_GRAPHICSOBJECT",
+    .definitionWord = "VIRTUALGRAPHICSOBJECT",
+    .meaning = "A picture seen through a mask.",
+    .pass = 5,
+    .signals = kSignalsOfAll,
+};
+
+extern constinit const ScriptType kMultiArrayType = {
+    .number = 3006,
+    .idWord = "MULTIARRAY",
+    .definitionWord = "MULTIARRAY",
+    .meaning = "Values in several directions.",
+    .pass = 3,
+    .signals = kSignalsOfAll,
+};
+
+// Words of types that no game makes.
+
+extern constinit const ScriptType kColouringType = {
+    .number = 10002,
+    .idWord = "KOLOROWANKA",
+    .meaning = "A picture to paint.",
+    .isCallable = false,
+};
+
+extern constinit const ScriptType kMatrixType = {
+    .number = 10003,
+    .idWord = "MATRIX",
+    .meaning = "A board of cells.",
+    .isCallable = false,
+};
+
+extern constinit const ScriptType kSwfType = {
+    .number = 10060,
+    .idWord = "SWF",
+    .meaning = "A film.",
+    .isCallable = false,
+};
+
+}  // namespace footlight

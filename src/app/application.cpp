@@ -80,6 +80,13 @@ bool CApplication::domodal() {
   return false;
 }
 
+void CApplication::onMusicLooped() {
+  CMC_Scene* level = application_ ? application_->getCurrentScene() : nullptr;
+  CMC_Scene* below = level != nullptr ? level->getCurrentScene() : nullptr;
+  const Ref<CMC_Scene> scene = below != nullptr ? below : level;  // a game may do without episodes
+  if (scene) scene->onSignal(scene->signalName(LevelSignal::onMusicLooped));
+}
+
 void CApplication::OnWindowCommand(int id) {
   constexpr int kQuit = 40001;
   constexpr int kRedraw = 40004;

@@ -42,6 +42,9 @@ class CApplication : public CXObject {
   // The sound folder, a backslash and the name.
   virtual CXString getWAVPath(const CXString& name) const;
 
+  // Tells the scene that runs that the music has begun anew.
+  void onMusicLooped();
+
   CMC_Application* getMCApplicationIfc() const { return application_.get(); }
   CCommandLine6* getCommandLine() const { return commandLine_; }
   // Null when the host gave no INI name.

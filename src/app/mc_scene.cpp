@@ -11,8 +11,8 @@
 #include "foundation/limits.h"
 #include "foundation/string_tokenizer.h"
 #include "gfx/window.h"
+#include "input/cursor_clip.h"
 #include "objects/input/mc_button.h"
-#include "objects/input/mc_mouse.h"
 #include "objects/plain_types.h"
 #include "platform/platform.h"
 #include "script/dll_ex_module_interface.h"
@@ -35,9 +35,7 @@ Owned<CUnit6>& defaultUnit() {
 
 void makeDefaultUnit(CWindow* window) {
   if (defaultUnit() || window == nullptr) return;
-  CApplication* application = window->getApplication();
-  defaultUnit().reset(new CUnit6(
-      window, "Default", application != nullptr ? application->getGeneralResourcesManager() : nullptr));
+  defaultUnit().reset(new CUnit6(window, "Default", CWindow::resourcesOf(window)));
 }
 
 int secondsNow() { return static_cast<int>(platform::current().clock().ticks() / 1000); }
@@ -238,7 +236,7 @@ void CMC_Scene::unload(CMC_Scene* next) {
   unloadSubScene(next);
   CMC_ObjectsContainer::unload();
   while (!monitored_.empty()) removeMonitorCollisions(monitored_.back().get(), nullptr);
-  CMC_Mouse::reset(true);
+  CCursorClip::release(true);
   removeAllBehaviours();
   doneDLLs();
   if (unit_ != nullptr) {

@@ -19,6 +19,7 @@
 #include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
 #include "sound/sound_manager.h"
+#include "sound/volume_scale.h"
 
 namespace footlight {
 
@@ -42,28 +43,17 @@ Result stopMusic(CMC_Scene& scene, Call& /*call*/) {
   return {};
 }
 
-constexpr int kSilent = -10000;  // hundredths of a decibel
-
-// The script's scale of 0 to 800 in hundredths of a decibel.
-int volumeOf(int value) {
-  const int volume = wrap_mul(wrap_sub(value, 800), 4);
-  return volume <= -3100 ? kSilent : volume;
-}
-
 Result setMusicVolume(CMC_Scene& scene, Call& call) {
-  scene.getWindow()->setMusicVolume(volumeOf(call.integer(0)));
+  scene.getWindow()->setMusicVolume(volume_scale::volume(call.integer(0)));
   return {};
 }
 
 Result getMusicVolume(CMC_Scene& scene, Call& /*call*/) {
-  return Factory::makeInteger(volumeOf(scene.getWindow()->getMusicVolume()));
+  return Factory::makeInteger(volume_scale::volume(scene.getWindow()->getMusicVolume()));
 }
 
 Result setMusicPan(CMC_Scene& scene, Call& call) {
-  int pan = wrap_mul(wrap_sub(call.integer(0), 400), 2);
-  if (pan <= -3100) pan = kSilent;
-  if (pan >= 3100) pan = -kSilent;
-  scene.getWindow()->setMusicPan(pan);
+  scene.getWindow()->setMusicPan(volume_scale::pan(call.integer(0)));
   return {};
 }
 
@@ -189,21 +179,11 @@ Result nothing(CMC_Scene& /*scene*/, Call& /*call*/) {
 
 // Pause
 
-CAnimationManager* animationsOf(const CMC_Scene& scene) {
-  CApplication* application = scene.getWindow()->getApplication();
-  return application != nullptr ? application->getAnimationManager() : nullptr;
-}
-
-CSoundManager* soundsOf(const CMC_Scene& scene) {
-  CApplication* application = scene.getWindow()->getApplication();
-  return application != nullptr ? application->getSoundManagerIfc() : nullptr;
-}
-
 Result pause(CMC_Scene& scene, Call& call) {
   CWindow* window = scene.getWindow();
   if (CWindow::isPaused()) return {};
-  if (CAnimationManager* animations = animationsOf(scene)) animations->pause();
-  if (CSoundManager* sounds = soundsOf(scene)) sounds->pause();
+  if (CAnimationManager* animations = CWindow::animationsOf(scene.getWindow())) animations->pause();
+  if (CSoundManager* sounds = CWindow::soundsOf(scene.getWindow())) sounds->pause();
   CWindow::pause();
   const bool timersRun = call.has(0) && call.boolean(0);
   if (!timersRun) window->GetTimerInterface()->pause();
@@ -213,8 +193,8 @@ Result pause(CMC_Scene& scene, Call& call) {
 
 Result resume(CMC_Scene& scene, Call& call) {
   if (!CWindow::isPaused()) return {};
-  if (CAnimationManager* animations = animationsOf(scene)) animations->resume(nullptr);
-  if (CSoundManager* sounds = soundsOf(scene)) sounds->resume();
+  if (CAnimationManager* animations = CWindow::animationsOf(scene.getWindow())) animations->resume();
+  if (CSoundManager* sounds = CWindow::soundsOf(scene.getWindow())) sounds->resume();
   CWindow::resume();
   const bool timersToo = !call.has(0) || call.boolean(0);
   if (timersToo) scene.getWindow()->GetTimerInterface()->resume();
@@ -222,12 +202,22 @@ Result resume(CMC_Scene& scene, Call& call) {
   return {};
 }
 
+bool isMember(const CMC_Groupped& group, const CPlayable& playable) {
+  const std::vector<CMC_Object*> members = group.getList();
+  return std::ranges::any_of(members, [&](CMC_Object* member) {
+    const auto* object = object_cast<CMC_Animo>(member);
+    return object != nullptr && object->getAnimo() == &playable;
+  });
+}
+
 Result resumeOnly(CMC_Scene& scene, Call& call) {
   if (!CWindow::isPaused()) return {};
-  auto* group = call.named<CMC_Groupped>(0);
-  CAnimationManager* animations = animationsOf(scene);
-  if (group != nullptr && animations != nullptr) animations->resume(group);
-  if (CSoundManager* sounds = soundsOf(scene)) sounds->resume();
+  const Ref<CMC_Groupped> group(call.named<CMC_Groupped>(0));
+  CAnimationManager* animations = CWindow::animationsOf(scene.getWindow());
+  if (group && animations != nullptr) {
+    animations->resume([&group](const CPlayable& playable) { return isMember(*group, playable); });
+  }
+  if (CSoundManager* sounds = CWindow::soundsOf(scene.getWindow())) sounds->resume();
   CWindow::resume();
   const bool isGiven = call.has(1);
   if (!isGiven || call.boolean(1)) scene.getWindow()->GetTimerInterface()->resume();

@@ -3,9 +3,7 @@
 #include <algorithm>
 
 #include "gfx/animo6.h"
-#include "objects/gfx/mc_animo.h"
 #include "platform/platform.h"
-#include "script/mc_groupped.h"
 
 namespace footlight {
 
@@ -18,14 +16,6 @@ std::uint32_t ticksNow() { return platform::current().clock().ticks(); }
 std::uint32_t periodOf(const CPlayable& playable) {
   const int fps = playable.getFPS();
   return static_cast<std::uint32_t>(1000 / (fps > 0 ? fps : kUsualFps));
-}
-
-bool isMember(const CMC_Groupped& group, const CPlayable* playable) {
-  const std::vector<CMC_Object*> members = group.getList();
-  return std::ranges::any_of(members, [&](CMC_Object* member) {
-    const auto* object = object_cast<CMC_Animo>(member);
-    return object != nullptr && object->getAnimo() == playable;
-  });
 }
 
 }  // namespace
@@ -74,12 +64,11 @@ void CAnimationManager::pause() {
   }
 }
 
-void CAnimationManager::resume(CMC_Groupped* group) {
-  const Ref<CXObject> held(group);
+void CAnimationManager::resume(const Choice& belongs) {
   for (const auto& entry : live()) {
     const Ref<CXObject> object(entry->object.get());
     if (!object || entry->removed || !entry->playable->isPaused()) continue;
-    if (group == nullptr || isMember(*group, entry->playable)) entry->playable->resume();
+    if (!belongs || belongs(*entry->playable)) entry->playable->resume();
   }
 }
 

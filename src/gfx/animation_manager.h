@@ -5,6 +5,7 @@
 // and end playables freely.
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -13,7 +14,6 @@
 
 namespace footlight {
 
-class CMC_Groupped;
 class CRefreshScreen;
 
 class CAnimationManager : public CXObject {
@@ -26,8 +26,9 @@ class CAnimationManager : public CXObject {
   int domodal();
   // Pauses all that play.
   virtual void pause();
-  // Resumes all that are paused; with a group only the animations of its members.
-  virtual void resume(CMC_Groupped* group);
+  // Resumes all that are paused, or of these the ones that belong.
+  using Choice = std::function<bool(const CPlayable&)>;
+  virtual void resume(const Choice& belongs = {});
 
   int getSize() const { return static_cast<int>(entries_.size()); }
 

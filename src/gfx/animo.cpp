@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "app/application.h"
 #include "foundation/arithmetic.h"
 #include "gfx/animation_manager.h"
 #include "gfx/refresh_screen.h"
@@ -10,22 +9,14 @@
 
 namespace footlight {
 
-namespace {
-
-CAnimationManager* managerOf(const CWindow* window) {
-  CApplication* application = window != nullptr ? window->getApplication() : nullptr;
-  return application != nullptr ? application->getAnimationManager() : nullptr;
-}
-
-}  // namespace
-
 CAnimo::CAnimo(CWindow* window)
     : CGraphicsObject(window),
       CPlayable(window),
       frames_(std::make_shared<Frames>()),
       author_("Jonas Verhoekt") {
   setType(kType);
-  if (CAnimationManager* manager = managerOf(window)) manager->add(this, window->getRefreshScreen());
+  if (CAnimationManager* manager = CWindow::animationsOf(window))
+    manager->add(this, window->getRefreshScreen());
 }
 
 CAnimo::CAnimo(CWindow* window, const CXString& name) : CAnimo(window) { CAnimo::Load(name); }
@@ -54,11 +45,12 @@ CAnimo::CAnimo(const CAnimo& source)
   setFilename(source.getFileName());
   setLoaded(source.isLoaded());
   toRelease(source.releaseAfterUse());
-  if (CAnimationManager* manager = managerOf(window_)) manager->add(this, window_->getRefreshScreen());
+  if (CAnimationManager* manager = CWindow::animationsOf(window_))
+    manager->add(this, window_->getRefreshScreen());
 }
 
 CAnimo::~CAnimo() {
-  if (CAnimationManager* manager = managerOf(window_)) manager->remove(this);
+  if (CAnimationManager* manager = CWindow::animationsOf(window_)) manager->remove(this);
 }
 
 void CAnimo::retire() {

@@ -59,7 +59,7 @@ class CAnimo : public CGraphicsObject, public CPlayable {
   int Load(const CXString& name) override;
   int Load(CFile* file) override;
   // Writes the current layout. Only the run-length form packs anything. Gives the error code.
-  int Save(const CXString& name, _compression compression) override;
+  using CGraphicsObject::Save;
   int Save(CFile* file, _compression compression) override;
   void Flush() override;
 

@@ -123,14 +123,6 @@ void CAnimo::ownFrames() {
   frames_ = std::move(own);
 }
 
-int CAnimo::Save(const CXString& name, _compression compression) {
-  CFile file(window_, name, CFile::kWriteBinary);
-  setErrorCode(file.LastError());
-  if (LastError() != 0) return LastError();
-  if (Save(&file, compression) == 0 && file.Close() != 0) setErrorCode(CFile::kNotFound);
-  return LastError();
-}
-
 int CAnimo::Save(CFile* file, _compression compression) {
   clearLastRefreshed();
   AnnFile out;

@@ -11,27 +11,10 @@
 #include "gfx/jpeg.h"
 #include "gfx/refresh_screen.h"
 #include "gfx/window.h"
-#include "script/melement.h"
 
 namespace footlight {
 
 CImage::CImage(CWindow* window, const CXString& name) : CGraphicsObject(window) { CImage::Load(name, true); }
-
-CImage::CImage(CWindow* window, const CMElement& element) : CGraphicsObject(window) {
-  setFilename(element.getPropertyValue("FILENAME"));
-  if (getFileName().IsString()) {
-    if (!element.isPropertyAvailable("PRELOAD") || element.getPropertyBoolValue("PRELOAD")) {
-      CImage::Load(getFileName(), true);
-    }
-    if (element.getPropertyBoolValue("VISIBLE")) {
-      CImage::show();
-    } else {
-      CImage::hide();
-    }
-  }
-  // Last, so that the hiding above releases nothing.
-  toRelease(element.getPropertyBoolValue("RELEASEAFTERUSE"));
-}
 
 std::unique_ptr<CXObject> CImage::clone() const { return std::make_unique<CImage>(window_, *this); }
 

@@ -10,8 +10,6 @@
 
 namespace footlight {
 
-class CMElement;
-
 class CImage : public CGraphicsObject, public CFileResolver {
  public:
   explicit CImage(CWindow* window) : CGraphicsObject(window) {}
@@ -19,8 +17,6 @@ class CImage : public CGraphicsObject, public CFileResolver {
   CImage(CWindow* window, const CXString& name);
   // Shares the object's pixels.
   CImage(CWindow* window, const CGraphicsObject& object) : CGraphicsObject(window, object) {}
-  // Reads RELEASEAFTERUSE, FILENAME, PRELOAD and VISIBLE.
-  CImage(CWindow* window, const CMElement& element);
 
   // Shares the pixels and has no file name.
   std::unique_ptr<CXObject> clone() const override;

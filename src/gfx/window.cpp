@@ -9,10 +9,10 @@
 #include "gfx/direct_draw_surface.h"
 #include "gfx/refresh_screen.h"
 #include "gfx/surface.h"
+#include "input/cursor_clip.h"
 #include "input/dx_mouse.h"
 #include "input/keyboard.h"
 #include "input/poller_thread.h"
-#include "objects/input/mc_mouse.h"
 #include "platform/platform.h"
 #include "script/public_trash.h"
 #include "sound/music_player.h"
@@ -107,6 +107,39 @@ bool CWindow::isToDecode() const { return commandLine_->isToDecode(); }
 // --- the main loop
 // -----------------------------------------------------------------------------------------------
 
+// --- the application
+
+namespace {
+
+// What a getter of the application gives; null where a link is missing.
+template <auto Get>
+auto askApplication(const CWindow* window) {
+  CApplication* application = window != nullptr ? window->getApplication() : nullptr;
+  return application != nullptr ? (application->*Get)() : nullptr;
+}
+
+}  // namespace
+
+CAnimationManager* CWindow::animationsOf(const CWindow* window) {
+  return askApplication<&CApplication::getAnimationManager>(window);
+}
+
+CSoundManager* CWindow::soundsOf(const CWindow* window) {
+  return askApplication<&CApplication::getSoundManagerIfc>(window);
+}
+
+CConfig* CWindow::configOf(const CWindow* window) {
+  return askApplication<&CApplication::GetConfigInterface>(window);
+}
+
+CResourcesManager* CWindow::resourcesOf(const CWindow* window) {
+  return askApplication<&CApplication::getGeneralResourcesManager>(window);
+}
+
+void CWindow::onMusicLooped() {
+  if (application_ != nullptr) application_->onMusicLooped();
+}
+
 bool CWindow::domodal() {
   Tick();
   const bool ended = application_ != nullptr && application_->domodal();
@@ -120,10 +153,8 @@ void CWindow::Tick() {
   Redraw();
   if (pollerThread_ == nullptr) tickPollers();
   timer_->domodal();
-  CAnimationManager* animations = application_ != nullptr ? application_->getAnimationManager() : nullptr;
-  if (animations != nullptr) animations->domodal();
-  CSoundManager* sounds = application_ != nullptr ? application_->getSoundManagerIfc() : nullptr;
-  if (sounds != nullptr) sounds->domodal();
+  if (CAnimationManager* animations = animationsOf(this)) animations->domodal();
+  if (CSoundManager* sounds = soundsOf(this)) sounds->domodal();
   collisionInspector_->tick();
   flushPollers();
 }
@@ -144,10 +175,10 @@ int CWindow::OnActivateApp(bool active) {
   if (refreshScreen_ == nullptr) return 0;
   if (active) {
     refreshScreen_->onFocusOn();
-    CMC_Mouse::restore();
+    CCursorClip::restore();
   } else {
     refreshScreen_->onFocusOff();
-    CMC_Mouse::reset(false);
+    CCursorClip::release(false);
   }
   return 0;
 }

@@ -34,6 +34,10 @@ class Surface;
 namespace footlight {
 
 class CApplication;
+class CSoundManager;
+class CResourcesManager;
+class CConfig;
+class CAnimationManager;
 class CColor;
 class CCommandLine6;
 class CDirectDrawSurface;
@@ -146,6 +150,13 @@ class CWindow : public CXObject, public CFilePlaces, public CTimerNotificator {
   CLanguageOSVer* getLanguage() const { return language_; }
   void SetApplicationInterface(CApplication* application) { application_ = application; }
   CApplication* getApplication() const { return application_; }
+  // What the application holds; null while there is none, and for a null window.
+  static CAnimationManager* animationsOf(const CWindow* window);
+  static CSoundManager* soundsOf(const CWindow* window);
+  static CConfig* configOf(const CWindow* window);
+  static CResourcesManager* resourcesOf(const CWindow* window);
+  // The music has begun anew; the game hears of it.
+  void onMusicLooped();
   CXTimer* GetTimerInterface() const { return timer_.get(); }
   CPublicTrash* getPublicTrashInterface() const { return publicTrash_.get(); }
   CKeyboard* getKeyboardInterface() const { return keyboard_.get(); }

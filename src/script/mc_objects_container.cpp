@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "app/application.h"
 #include "foundation/depth.h"
 #include "foundation/limits.h"
 #include "gfx/window.h"
@@ -218,10 +217,7 @@ CXString CMC_ObjectsContainer::getGraphicsObjectName(const CGraphicsObject* grap
   return "UNKNOWN";
 }
 
-CConfig* CMC_ObjectsContainer::getConfig() const {
-  CApplication* application = window_ != nullptr ? window_->getApplication() : nullptr;
-  return application != nullptr ? application->GetConfigInterface() : nullptr;
-}
+CConfig* CMC_ObjectsContainer::getConfig() const { return CWindow::configOf(window_); }
 
 // Building
 

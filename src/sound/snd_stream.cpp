@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <atomic>
 
-#include "app/application.h"
-#include "app/mc_application.h"
 #include "foundation/limits.h"
 #include "gfx/window.h"
 #include "platform/platform.h"
@@ -135,13 +133,7 @@ void CSndStream::refill(int cursor, int length) {
 
 void CSndStream::tellLoops() {
   for (int left = loopsToTell().exchange(0); left > 0; --left) {
-    CWindow* window = CWindow::getInstance();
-    const CApplication* application = window != nullptr ? window->getApplication() : nullptr;
-    const CMC_Application* game = application != nullptr ? application->getMCApplicationIfc() : nullptr;
-    CMC_Scene* level = game != nullptr ? game->getCurrentScene() : nullptr;
-    CMC_Scene* below = level != nullptr ? level->getCurrentScene() : nullptr;
-    const Ref<CMC_Scene> scene = below != nullptr ? below : level;  // a game may do without episodes
-    if (scene) scene->onSignal("ONMUSICLOOPED");
+    if (CWindow* window = CWindow::getInstance()) window->onMusicLooped();
   }
 }
 

@@ -1,6 +1,5 @@
 #include "sound/sound4.h"
 
-#include "app/application.h"
 #include "files/file.h"
 #include "foundation/random.h"
 #include "foundation/string_tokenizer.h"
@@ -11,22 +10,13 @@
 
 namespace footlight {
 
-namespace {
-
-CSoundManager* managerOf(const CWindow* window) {
-  const CApplication* application = window != nullptr ? window->getApplication() : nullptr;
-  return application != nullptr ? application->getSoundManagerIfc() : nullptr;
-}
-
-}  // namespace
-
 CSound4::CSound4(CWindow* window) : CPlayable(window), window_(window) {}
 
 CSound4::CSound4(CWindow* window, const CXString& fileName, bool flushAfterPlayed, bool preload)
     : CPlayable(window), window_(window), flushAfterPlayed_(flushAfterPlayed) {
   setType(kType);
   setFilename(fileName);
-  if (CSoundManager* manager = managerOf(window)) manager->add(this);
+  if (CSoundManager* manager = CWindow::soundsOf(window)) manager->add(this);
   if (preload) load();
 }
 
@@ -81,7 +71,7 @@ void CSound4::Play() {
   if (!buffer_ && !load()) return;
   const Ref<CSound4> self(this);
   SetPosition(pausePosition_);
-  if (CSoundManager* manager = managerOf(window_)) manager->play(this);
+  if (CSoundManager* manager = CWindow::soundsOf(window_)) manager->play(this);
   buffer_->play(false);
   const bool wasPaused = isPaused();
   pausePosition_ = 0;

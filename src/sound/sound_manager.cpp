@@ -1,7 +1,5 @@
 #include "sound/sound_manager.h"
 
-#include "app/application.h"
-#include "app/mc_application.h"
 #include "sound/snd_stream.h"
 #include "sound/sound4.h"
 

@@ -6,12 +6,12 @@
 
 #include "files/file.h"
 #include "files/rle_compression.h"
+#include "foundation/diagnose.h"
 #include "foundation/limits.h"
 #include "gfx/data_buffer.h"
 #include "gfx/image_file.h"
 #include "gfx/img_format.h"
 #include "gfx/jpeg.h"
-#include "script/melement.h"
 #include "support/screen_world.h"
 
 namespace footlight {
@@ -339,40 +339,6 @@ TEST(Image, SavesTheBytesOfTheForm) {
   EXPECT_EQ(screen.Size(), CXSize(64, 48));
   EXPECT_EQ(screen.GetPixel(1, 1).value(), 0x4444u);
   EXPECT_EQ(image.Save("..\\outside.img", _compression::none), CFile::kNotFound);
-}
-
-TEST(Image, FollowsItsDefinition) {
-  struct Row {
-    const char* fileName;
-    const char* preload;  // null: no such property
-    const char* visible;
-    bool loaded, shown;
-  };
-  const Row rows[] = {
-      {"a.img", nullptr, "TRUE", true, true}, {"a.img", "TRUE", "FALSE", true, false},
-      {"a.img", "FALSE", "TRUE", true, true}, {"a.img", "FALSE", "FALSE", false, false},
-      {"", "TRUE", "FALSE", false, true},
-  };
-  for (const Row& row : rows) {
-    ScreenWorld world;
-    world.open();
-    world.folder.write("a.img", text(imgFile({}, kPlain)));
-    CMElement element("PICTURE", {});
-    element.addProperty("FILENAME", row.fileName);
-    if (row.preload != nullptr) element.addProperty("PRELOAD", row.preload);
-    element.addProperty("VISIBLE", row.visible);
-    element.addProperty("RELEASEAFTERUSE", "TRUE");
-    CImage image(world.window.get(), element);
-    EXPECT_EQ(image.isLoaded(), row.loaded) << row.fileName << row.visible;
-    EXPECT_EQ(image.isVisible(), row.shown) << row.fileName << row.visible;
-    if (!row.loaded) continue;
-    image.hide();
-    EXPECT_FALSE(image.isLoaded());
-    EXPECT_TRUE(image.GetDataPtr().empty());
-    image.show();
-    EXPECT_TRUE(image.isLoaded());
-    EXPECT_EQ(image.GetPixel(0, 0).value(), 0x1111u);
-  }
 }
 
 // --- objects that share ---

@@ -8,6 +8,7 @@
 #include "objects/gfx/mc_animo.h"
 #include "script/mc_runner.h"
 #include "script/mc_variable.h"
+#include "sound/volume_scale.h"
 
 namespace footlight {
 
@@ -173,20 +174,13 @@ Result getNofInEvent(CAnimo6& animo, Call& call) {
 
 // Sound
 
-constexpr int kSilent = -10000;  // hundredths of a decibel
-constexpr int kLeast = -3100;
-
 Result setVolume(CAnimo6& animo, Call& call) {
-  const int volume = wrap_mul(wrap_sub(call.integer(0), 800), 4);
-  animo.setVolume(volume <= kLeast ? kSilent : volume);
+  animo.setVolume(volume_scale::volume(call.integer(0)));
   return {};
 }
 
 Result setPan(CAnimo6& animo, Call& call) {
-  int pan = wrap_mul(wrap_sub(call.integer(0), 400), 2);
-  if (pan <= kLeast) pan = kSilent;
-  if (pan >= -kLeast) pan = -kSilent;
-  animo.setPanning(pan);
+  animo.setPanning(volume_scale::pan(call.integer(0)));
   return {};
 }
 

@@ -11,10 +11,6 @@ namespace {
 
 constexpr int kListenerPriority = 100002;
 
-void clipTo(const CXRect& rect) {
-  platform::current().shell().clipCursor(rect.left, rect.top, rect.right, rect.bottom);
-}
-
 }  // namespace
 
 CMC_Mouse::CMC_Mouse(CMC_ObjectsContainer* container, const CMElement* element)
@@ -77,24 +73,6 @@ void CMC_Mouse::move(CXPoint distance) {
   position_ = position_ + distance;
   const CXPoint place = position_ - screenOrigin();
   platform::current().input().moveCursor({place.x, place.y});
-}
-
-void CMC_Mouse::setClipRect(CXRect rect) {
-  clipRect_ = rect;
-  clipTo(clipRect_);
-}
-
-void CMC_Mouse::reset(bool clear) {
-  if (clear) clipRect_ = {};
-  platform::current().shell().releaseCursor();
-}
-
-void CMC_Mouse::restore() {
-  if (clipRect_.Width() != 0 && clipRect_.Height() != 0) {
-    clipTo(clipRect_);
-  } else {
-    platform::current().shell().releaseCursor();
-  }
 }
 
 // --- events

@@ -40,12 +40,6 @@ class CMC_Mouse : public CMC_Object, public CMouseListener {
   // To a place of the picture; no event comes of it.
   void setPosition(int x, int y);
   void move(CXPoint distance);
-  // Keeps the cursor in a rectangle of the picture, over a loss of the focus too, until `reset` or the
-  // scene's end.
-  void setClipRect(CXRect rect);
-  // Frees the cursor; with `clear` for good.
-  static void reset(bool clear);
-  static void restore();
 
   bool onMouseMove(CXPoint point) override;
   bool onClick(int button, CXPoint point) override;
@@ -60,8 +54,6 @@ class CMC_Mouse : public CMC_Object, public CMouseListener {
  private:
   bool isHeard() const { return enabled_ && signalsEnabled_; }
   CXPoint screenOrigin() const;
-
-  static inline CXRect clipRect_;
 
   CWindow* window_;
   CXPoint position_;

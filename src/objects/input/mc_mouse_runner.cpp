@@ -3,6 +3,7 @@
 #include "foundation/arithmetic.h"
 #include "foundation/depth.h"
 #include "gfx/window.h"
+#include "input/cursor_clip.h"
 #include "objects/input/mc_mouse.h"
 #include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
@@ -103,12 +104,12 @@ Result disableSignal(CMC_Mouse& mouse, Call& /*call*/) {
   return {};
 }
 
-Result setClipRect(CMC_Mouse& mouse, Call& call) {
+Result setClipRect(CMC_Mouse& /*mouse*/, Call& call) {
   const CXRect rect(call.integer(0), call.integer(1), call.integer(2), call.integer(3));
   if (rect == CXRect()) {
-    CMC_Mouse::reset(true);
+    CCursorClip::release(true);
   } else {
-    mouse.setClipRect(rect);
+    CCursorClip::set(rect);
   }
   return {};
 }

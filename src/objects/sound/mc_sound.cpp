@@ -1,6 +1,5 @@
 #include "objects/sound/mc_sound.h"
 
-#include "app/application.h"
 #include "gfx/window.h"
 #include "script/mc_objects_container.h"
 #include "script/melement.h"
@@ -29,8 +28,7 @@ void CMC_Sound::initSound(const CXString& name) {
   giveBack();
   const CWindow* window = getScene()->getWindow();
   if (window == nullptr) return;
-  const CApplication* application = window->getApplication();
-  const CXString path = application != nullptr ? application->getWAVPath(name) : name;
+  const CXString path = window->GetSoundFXFullPath(name);
   sound_.take(managerFor(getScene()), path, [&] { return makeSound(path); });
   getSound()->addNotifier(this);
 }

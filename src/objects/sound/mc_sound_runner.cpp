@@ -6,29 +6,13 @@
 #include "objects/sound/mc_sound.h"
 #include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
+#include "sound/volume_scale.h"
 
 namespace footlight {
 
 namespace {
 
 using Factory = CMC_VariableFactory;
-
-constexpr int kRange = 3200;  // of what is heard, in hundredths of a decibel
-constexpr int kEdge = 3099;   // beyond it there is silence
-constexpr int kSilence = 10000;
-
-// From the script's scale, 0 to 800, to hundredths of a decibel.
-int volumeOf(int value) {
-  const auto scaled = (std::int64_t{value} - 800) * kRange / 800;
-  return scaled < -kEdge ? -kSilence : static_cast<int>(std::min<std::int64_t>(scaled, kSilence));
-}
-
-// The same for the sides, 400 is the middle.
-int panOf(int value) {
-  const auto scaled = (std::int64_t{value} - 400) * kRange / 1600;
-  if (scaled < -kEdge) return -kSilence;
-  return scaled > kEdge ? kSilence : static_cast<int>(scaled);
-}
 
 // An object without a sound has methods of no effect.
 template <Result (*kMethod)(CSound4&, Call&)>
@@ -51,12 +35,12 @@ Result stop(CSound4& sound, Call& call) {
 Result load(CSound4& sound, Call& call) { return Factory::makeBool(sound.Load(call.text(0))); }
 
 Result setVolume(CSound4& sound, Call& call) {
-  sound.setVolume(volumeOf(call.integer(0)));
+  sound.setVolume(volume_scale::volume(call.integer(0)));
   return {};
 }
 
 Result setPan(CSound4& sound, Call& call) {
-  sound.setPanning(panOf(call.integer(0)));
+  sound.setPanning(volume_scale::pan(call.integer(0)));
   return {};
 }
 

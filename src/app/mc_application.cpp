@@ -34,7 +34,7 @@ CMC_Application::CMC_Application(CWindow* window, const CMElement* element, cons
   const CXString start = element->getPropertyValue("STARTWITH");
   if (start.IsString()) startWith_ = built.getReported(start, *element, "STARTWITH");
   if (startWith_ == nullptr && !getSubScenes().empty()) startWith_ = getSubScenes().front();
-  enterFolder(window->getDataRoot());
+  enterLevelFolder();
   loadCnv();
 }
 
@@ -44,10 +44,10 @@ void CMC_Application::close() {
   const Ref<CMC_Application> self(this);
   onSignal("ONDONE");
   unloadSubScene(nullptr);
+  CMC_ObjectsContainer::unload();
   for (CMC_Scene* scene : getSubScenes()) {
     if (scene->getType() == type::kEpisode) scene->CMC_ObjectsContainer::unload();
   }
-  CMC_ObjectsContainer::unload();
   CMC_Behaviour::doneTrash();
   doneDefUnit();
 }

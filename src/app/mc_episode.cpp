@@ -15,14 +15,25 @@ CMC_Episode::CMC_Episode(CWindow* window, const CMElement* element, const CMC_St
   CStringTokenizer names(element->getPropertyValue("SCENES"), ", ");
   while (names.hasMoreTokens()) addSubScene(built.getReported(names.nextToken(), *element, "SCENES"));
   const CXString start = element->getPropertyValue("STARTWITH");
+  if (start.IsEmpty()) {
+    reportNoStart(*element);
+    return;
+  }
   startWith_ = find(start);
-  if (startWith_ == nullptr && start.IsString())
-    CMC_StructureParser::reportMissing(start, *element, "STARTWITH");
-  if (startWith_ == nullptr && !getSubScenes().empty()) startWith_ = getSubScenes().front();
+  if (startWith_ != nullptr) return;
+  CMC_StructureParser::reportMissing(start, *element, "STARTWITH");
+  if (!getSubScenes().empty()) startWith_ = getSubScenes().front();
+}
+
+// Such an episode waits for a GOTO.
+void CMC_Episode::reportNoStart(const CMElement& element) {
+  if (!diagnose::isOn()) return;
+  diagnose::report(diagnose::Group::definition, element.getName(), "",
+                   "has no STARTWITH: it is entered without a scene", element.origin());
 }
 
 bool CMC_Episode::initialize(CMC_Scene* /*previous*/) {
-  enterFolder(getWindow()->getDataRoot());
+  enterLevelFolder();
   enterParents();
   loadCnv();
   initContents();

@@ -14,7 +14,8 @@ class CMC_Episode : public CMC_Scene {
   CMC_Episode(CWindow* window, const CMElement* element, const CMC_StructureParser& built);
   static bool isTypeOf(int type) { return type == type::kEpisode; }
 
-  // Reads the episode's definition and enters the first scene; false when there is none.
+  // Reads the episode's definition and enters the scene that STARTWITH names, or the first one where there is
+  // none of that name. Without a STARTWITH no scene is entered and the result is false.
   bool initialize(CMC_Scene* previous) override;
   void unload(CMC_Scene* next) override;
   using CMC_Scene::unload;
@@ -23,6 +24,8 @@ class CMC_Episode : public CMC_Scene {
   const CXString& getLatestScene() const { return latestScene_; }
 
  private:
+  static void reportNoStart(const CMElement& element);
+
   CMC_Scene* startWith_ = nullptr;
   CXString latestScene_;
 };

@@ -155,10 +155,23 @@ void CMC_Scene::unloadSubScene(CMC_Scene* next) {
 
 // Entering
 
-bool CMC_Scene::enterFolder(const CXString& root) const {
-  CXString folder = CPath::getFullPath(root, kDataFolder);
-  if (path_.IsString()) folder = CPath::getFullPath(folder, path_);
-  return CFile::chDir(folder) == 0;
+CXString CMC_Scene::folder() const {
+  return path_.IsString() ? CXString(kDataFolder) + "\\" + path_ : CXString(kDataFolder);
+}
+
+bool CMC_Scene::enterOwnFolder() const {
+  return CFile::chDir(CPath::getFullPath(CWindow::getRootPath(), folder())) == 0;
+}
+
+// In two steps: where there is no such folder the game stays in the data root.
+void CMC_Scene::enterDataFolder() const {
+  CFile::chDir(getWindow()->getDataRoot());
+  CFile::chDir(folder());
+}
+
+void CMC_Scene::enterLevelFolder() const {
+  CFile::chDir(CPath::getFullPath(getWindow()->getDataRoot(), kDataFolder));
+  if (path_.IsString()) CFile::chDir(path_);
 }
 
 bool CMC_Scene::initialize(CMC_Scene* previous) {
@@ -168,8 +181,7 @@ bool CMC_Scene::initialize(CMC_Scene* previous) {
   CFile::chDir(CWindow::getRootPath());
   const diagnose::PlaceGuard place(origin());
   if (dlls_.IsString()) resolveDLLs(dlls_);
-  if (!enterFolder(CWindow::getRootPath()) || !CFile::canRead(getName() + ".cnv"))
-    enterFolder(window->getDataRoot());
+  if (!enterOwnFolder() || !CFile::canRead(getName() + ".cnv")) enterDataFolder();
   reportMissingFile();
   if (unit_ != nullptr) enterScene(previous);
   window->EndWaitCursor();
@@ -182,9 +194,9 @@ void CMC_Scene::reportMissingFile() const {
   const CXString fileName = getName() + ".cnv";
   if (!diagnose::isOn() || CFile::canRead(fileName)) return;
   std::string text = "the scene has no objects; looked for";
-  const CXString folder = path_.IsString() ? CXString(kDataFolder) + "\\" + path_ : CXString(kDataFolder);
-  const CXString own = CPath::getFullPath(CPath::getFullPath(CWindow::getRootPath(), folder), fileName);
-  const CXString data = CPath::getFullPath(CPath::getFullPath(getWindow()->getDataRoot(), folder), fileName);
+  const CXString own = CPath::getFullPath(CPath::getFullPath(CWindow::getRootPath(), folder()), fileName);
+  const CXString data =
+      CPath::getFullPath(CPath::getFullPath(getWindow()->getDataRoot(), folder()), fileName);
   text.append(" ").append(own.view());
   if (own != data) text.append(", ").append(data.view());
   diagnose::report(diagnose::Group::file, getName(), "", text);

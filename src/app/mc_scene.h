@@ -119,14 +119,20 @@ class CMC_Scene : public CMC_ObjectsContainer {
   // Runs `init` of every object, then the object __INIT__ with this container.
   void initContents();
   void addSubScene(CMC_Scene* scene);
-  // The folder "Dane" below the root, and the level's own folder in it. False when there is none.
-  bool enterFolder(const CXString& root) const;
+  // Makes the folder of an application or episode the current one: "Dane" below the data root, then the
+  // level's own folder in it. Where the second is missing the first stays.
+  void enterLevelFolder() const;
   void reportMissingFile() const;
   void unloadSubScene(CMC_Scene* next);
   void clearCurrentScene() { currentSubScene_ = nullptr; }
   void makeCurrent(CMC_Scene* scene) { currentSubScene_ = scene; }
 
  private:
+  // The scene's folder as it is written below a root.
+  CXString folder() const;
+  // Each makes it the current one: below the root path, false where there is none, or below the data root.
+  bool enterOwnFolder() const;
+  void enterDataFolder() const;
   void enterScene(CMC_Scene* previous);
   void resolveDLLs(const CXString& list);
   void doneDLLs();

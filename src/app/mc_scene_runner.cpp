@@ -70,16 +70,16 @@ Result getDraggedName(CMC_Scene& scene, Call& /*call*/) {
 
 Result run(CMC_Scene& scene, Call& call) { return runByName(&scene, call, RunWords::exact); }
 
-// The clones that "from" and "to" mean; none when they are more than one call may touch.
+// Numbers of clones; none when they are more than one call may touch.
 struct CloneRange {
+  CloneRange(std::int64_t first, std::int64_t last) : from(first), to(last) {
+    if (to - from < limits::kClonesByOneCall) return;
+    limitHit("clones by one call");
+    to = from - 1;
+  }
+
   std::int64_t from, to;  // wide enough to step past the last clone that there can be
 };
-CloneRange cloneRange(const CMC_Object& object, int from, int to) {
-  const CloneRange range{from > 0 ? from : 1, to > 0 ? to : object.getClonesNo()};
-  if (range.to - range.from < limits::kClonesByOneCall) return range;
-  limitHit("clones by one call");
-  return {1, 0};
-}
 
 CXString cloneName(const CMC_Object& object, std::int64_t index) {
   return object.getName() + "_" + std::to_string(index);
@@ -108,7 +108,9 @@ Result runClones(CMC_Scene& scene, Call& call) {
   TextList arguments(1);
   const TextList further = call.textsFrom(4);
   arguments.insert(arguments.end(), further.begin(), further.end());
-  const CloneRange range = cloneRange(*object, call.integer(1), call.integer(2));
+  const int from = call.integer(1);
+  const int to = call.integer(2);
+  const CloneRange range(from > 0 ? from : 1, to > 0 ? to : object->getClonesNo());
   for (std::int64_t i = range.from; i <= range.to; ++i) {
     arguments[0] = cloneName(*object, i);
     behaviour->run(nullptr, &arguments, false);
@@ -129,7 +131,9 @@ Result remove(CMC_Scene& scene, Call& call) {
 Result removeClones(CMC_Scene& scene, Call& call) {
   const Ref<CMC_Object> object(objectOf(scene, call));
   if (!object) return {};
-  const CloneRange range = cloneRange(*object, call.integer(1), call.integer(2));
+  const int from = call.integer(1);
+  const int to = call.integer(2);
+  const CloneRange range(from == -1 ? 1 : std::max(from, 1), to == -1 ? object->getClonesNo() : to);
   for (std::int64_t i = range.from; i <= range.to; ++i)
     scene.removeAndDestroy(scene.getOwnObject(cloneName(*object, i)));
   return {};

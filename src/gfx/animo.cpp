@@ -194,11 +194,9 @@ void CAnimo::Set(int frame) {
   if (isVisible()) Invalidate();
   currentFrame_ = frame;
   const Ref<CAnimo> self(this);
-  notify(kTick);  // observers still find the old place
+  notify(kTick);  // observers find the place that the position's offset gives
   updateWithCurrentFrame();
-  if (GetBoundingBox() == before) return;
-  if (isVisible()) Invalidate();
-  reportMove();
+  if (isVisible() && GetBoundingBox() != before) Invalidate();
 }
 
 void CAnimo::SetEventFrame(int event, int position) {
@@ -206,13 +204,18 @@ void CAnimo::SetEventFrame(int event, int position) {
   if (position == kCurrent) position = 0;
   const _annEventInfo3* info = GetEventInfo(event);
   if (info == nullptr || position < 0 || position >= info->frameCount()) return;
+  const Ref<CAnimo> self(this);
+  const CXRect before = GetBoundingBox();
   if (isVisible()) Invalidate();
   if (status_ == _astatus::playing) PlaySoundFX(event, position);
-  if (const _anmFrameInfo3* record = info->info(position); record != nullptr && opacity_ == 255)
+  const _anmFrameInfo3* record = info->info(position);
+  if (record != nullptr) position_ = position_ + record->offset;
+  if (record != nullptr && opacity_ == 255)
     opacity_ = record->opacity != 255 ? record->opacity : info->opacity;
   currentEvent_ = event;
   frameInEvent_ = position;
   Set(info->frames[static_cast<std::size_t>(position)]);
+  if (!isDisposed() && GetBoundingBox() != before) reportMove();
 }
 
 void CAnimo::SetEventFrame(int event, const CXString& name) {

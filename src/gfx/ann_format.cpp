@@ -171,10 +171,9 @@ void checkEvents(AnnFile& file) {
       if (number < 0 || number >= frames) number = 0;
     }
     event.infos.resize(std::min(event.infos.size(), event.frames.size()));
-    const int last = std::max(0, event.frameCount() - 1);
-    event.loopFrom = std::clamp(event.loopFrom, 0, last);
-    // 0 says that there is no loop, so the shortest loop ends at 1, be there such a position or not.
-    event.loopTo = event.loopTo > 0 ? std::clamp(event.loopTo, 1, std::max(1, last)) : 0;
+    // A loop may lie behind the last position: then the event comes to a stand there, and never ends.
+    event.loopFrom = std::max(0, event.loopFrom);
+    event.loopTo = std::max(0, event.loopTo);
     event.loopCount = std::max(0, event.loopCount);
   }
 }

@@ -12,8 +12,18 @@ namespace footlight {
 // --- sub-objects
 // -------------------------------------------------------------------------------------------------
 
+// The last one takes the picture without sub-objects with it: what is drawn now stays, and edits count again.
+void CGraphicsObject::dropChildrenIfNone() {
+  if (children_ == nullptr) return;
+  children_->dropEnded();
+  if (!children_->isEmpty()) return;
+  children_.reset();
+  backup_.reset();
+}
+
 void CGraphicsObject::addObject(CGraphicsObject* object, int priority) {
   if (object == nullptr) return;
+  dropChildrenIfNone();
   if (children_ == nullptr) children_ = std::make_unique<CValidationQuene>();
   if (children_->find(object) == nullptr) children_->add(object, priority, 0);
   object->addInvalidateObserver(this);
@@ -24,9 +34,7 @@ void CGraphicsObject::addObject(CGraphicsObject* object, int priority) {
 void CGraphicsObject::removeObject(const CGraphicsObject* object) {
   if (children_ == nullptr || children_->find(object) == nullptr) return;
   children_->remove(object);
-  if (!children_->isEmpty()) return;
-  children_.reset();
-  backup_.reset();
+  dropChildrenIfNone();
 }
 
 void CGraphicsObject::removeAllObjects() {
@@ -38,6 +46,7 @@ void CGraphicsObject::removeAllObjects() {
 }
 
 void CGraphicsObject::drawChildren() {
+  dropChildrenIfNone();
   if (backup_ && hasPlainPixels() && backup_.size() == data_.size()) {
     if (backup_.bpp() != data_.bpp() && blit::convert_bpp(backup_.bytes(), backup_.bpp(), data_.bpp())) {
       backup_.setBpp(data_.bpp());

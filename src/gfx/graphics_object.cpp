@@ -325,6 +325,7 @@ void CGraphicsObject::onInvalidate(CGraphicsObject* /*object*/, CXRect* rect) { 
 void CGraphicsObject::onDestroy(CGraphicsObject* object) {
   removeInvalidateObserver(object);
   removeObject(object);
+  dropChildrenIfNone();
 }
 
 void CGraphicsObject::setRefreshOwner(CRefreshScreen* owner) { refreshOwner_ = owner; }

@@ -307,6 +307,7 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   _floodfill paintSpan(int px, int py, std::uint16_t pixel, std::span<const std::uint16_t> mask);
   void dropPacked();
   void drawChildren();
+  void dropChildrenIfNone();
 
   WeakRef<CXObject> refreshOwner_;  // a CRefreshScreen
   WeakRef<CGraphicsObject> destiny_;

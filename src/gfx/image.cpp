@@ -50,7 +50,12 @@ void CImage::readByName(const CXString& name) {
 }
 
 int CImage::load(const CXString& name) {
-  JPEG picture(window_, name);
+  const CXString path = CFile::getPath(window_, name);
+  if (path.IsEmpty()) {
+    setErrorCode(CFile::kNotFound);
+    return LastError();
+  }
+  JPEG picture(window_, path);
   const int bpp = window_ != nullptr && window_->GetBpp() == 15 ? 15 : 16;
   const CXSize size(picture.getWidth(), picture.getHeight());
   std::vector<std::byte> pixels = picture.decompress(bpp);

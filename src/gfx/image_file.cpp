@@ -2,6 +2,7 @@
 
 #include "files/path.h"
 #include "foundation/diagnose.h"
+#include "gfx/animo.h"
 #include "gfx/image.h"
 
 namespace footlight {
@@ -12,6 +13,10 @@ _filetype CImageFile::Load(const CXString& name) {
   if (extension == "img" || extension == "jpg") {
     object_.reset(new CImage(window_, name));
     return _filetype::image;
+  }
+  if (extension == "ann") {
+    object_.reset(new CAnimo(window_, name));
+    return _filetype::animation;
   }
   diagnose::report(diagnose::Group::file, name, "", "pictures of this kind are not read");
   return _filetype::unknown;

@@ -48,8 +48,12 @@ CValidationElement* CValidationQuene::atCursor() const {
   return inside ? elements_[static_cast<std::size_t>(cursor_)].get() : nullptr;
 }
 
-std::vector<WeakRef<CGraphicsObject>> CValidationQuene::objects() {
+void CValidationQuene::dropEnded() {
   std::erase_if(elements_, [](const auto& element) { return !element->object; });
+}
+
+std::vector<WeakRef<CGraphicsObject>> CValidationQuene::objects() {
+  dropEnded();
   std::vector<WeakRef<CGraphicsObject>> living;
   living.reserve(elements_.size());
   for (const auto& element : elements_) living.push_back(element->object);

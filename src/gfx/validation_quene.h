@@ -32,6 +32,8 @@ class CValidationQuene : public CXObject {
   int getIndex(const CGraphicsObject* object) const;
   void remove(const CGraphicsObject* object);
   void removeAll();
+  // Takes out what has ended.
+  void dropEnded();
   bool isEmpty() const { return elements_.empty(); }
   int getSize() const { return static_cast<int>(elements_.size()); }
 

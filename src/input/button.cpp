@@ -56,8 +56,8 @@ int CButtonHotSpot::OnFocusOff(CXPoint point) {
   if (owner->IsEnabled() && isUnitReady()) {
     owner->Force(false);
     if (!owner->frozen_) CButton::show(owner->gfxOnMove_, false);
-    CPlayable* sound = owner->sndOnMove_.get();
-    if (sound != nullptr && sound->isPlaying()) sound->stop(true);
+    CSound4* sound = owner->sndOnMove_.get();
+    if (sound != nullptr && sound->isPlaying()) sound->Stop();
     entered_ = false;
   }
   owner->outside_ = true;
@@ -69,8 +69,8 @@ int CButtonHotSpot::OnLButtonDown(CXPoint point) {
   const Ref<CButton> owner = owner_.get();
   if (!owner || !owner->IsEnabled() || (getUnit() != nullptr && getUnit()->isDragging())) return 0;
   owner->OnClick(point);
-  // A handler, or a drag, may have disabled it: then it would look pressed from now on.
-  if (!owner->isDisposed() && owner->IsEnabled()) owner->Force(true);
+  // Even where a handler, or a drag, has disabled it: such a button looks pressed until it is enabled.
+  if (!owner->isDisposed()) owner->Force(true);
   return 1;
 }
 
@@ -126,8 +126,9 @@ void CButton::show(const WeakRef<CGraphicsObject>& graphics, bool visible) {
   if (CGraphicsObject* picture = graphics.get()) picture->Visible(visible);
 }
 
-void CButton::play(const WeakPlayable& sound) {
-  if (CPlayable* playable = sound.get()) playable->play();
+// From where it was paused, else from its begin.
+void CButton::play(const WeakRef<CSound4>& sound) {
+  if (CSound4* playable = sound.get()) playable->Play();
 }
 
 void CButton::Set(CGraphicsObject* graphics, bool replaces) {
@@ -152,13 +153,13 @@ void CButton::putHidden(CGraphicsObject* graphics) {
   graphics->Visible(false);
 }
 
-void CButton::SetOnMove(CGraphicsObject* graphics, CPlayable* sound) {
+void CButton::SetOnMove(CGraphicsObject* graphics, CSound4* sound) {
   gfxOnMove_ = graphics;
   sndOnMove_ = sound;
   putHidden(graphics);
 }
 
-void CButton::SetOnClick(CGraphicsObject* graphics, CPlayable* sound) {
+void CButton::SetOnClick(CGraphicsObject* graphics, CSound4* sound) {
   gfxOnClick_ = graphics;
   sndOnClick_ = sound;
   putHidden(graphics);

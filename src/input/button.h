@@ -12,27 +12,14 @@
 
 #include <memory>
 
-#include "gfx/playable.h"
 #include "input/control.h"
 #include "input/hot_spot.h"
+#include "sound/sound4.h"
 
 namespace footlight {
 
 class CButton;
 class CGraphicsObject;
-
-// A playable that may go at any time.
-class WeakPlayable {
- public:
-  WeakPlayable() = default;
-  WeakPlayable(CPlayable* playable)
-      : playable_(playable), object_(playable != nullptr ? playable->asObject() : nullptr) {}
-  CPlayable* get() const { return object_ ? playable_ : nullptr; }
-
- private:
-  CPlayable* playable_ = nullptr;
-  WeakRef<CXObject> object_;
-};
 
 // Hands what the mouse does to its button.
 class CButtonHotSpot final : public CHotSpot {
@@ -66,8 +53,8 @@ class CButton final : public CControl {
   // The standard picture goes on the screen; with `replaces` the old one leaves it.
   void Set(CGraphicsObject* graphics, bool replaces);
   // The pictures go on the screen, hidden. Either may be null.
-  void SetOnMove(CGraphicsObject* graphics, CPlayable* sound);
-  void SetOnClick(CGraphicsObject* graphics, CPlayable* sound);
+  void SetOnMove(CGraphicsObject* graphics, CSound4* sound);
+  void SetOnClick(CGraphicsObject* graphics, CSound4* sound);
   void SetActiveRect(const CXRect& rect);
   void SetDragging(CGraphicsObject* graphics) { gfxDrag_ = graphics; }
   // Another picture for the area, and for dragging.
@@ -77,8 +64,8 @@ class CButton final : public CControl {
   CGraphicsObject* GetSOOnClick() const { return gfxOnClick_.get(); }
   CGraphicsObject* getCurrent() const { return gfxCurrent_.get(); }
   CGraphicsObject* GetDragging() const { return gfxDrag_.get(); }
-  CPlayable* getSoundOnMove() const { return sndOnMove_.get(); }
-  CPlayable* getSoundOnClick() const { return sndOnClick_.get(); }
+  CSound4* getSoundOnMove() const { return sndOnMove_.get(); }
+  CSound4* getSoundOnClick() const { return sndOnClick_.get(); }
 
   // Off, its pictures hide and nothing is heard of it.
   void Enable(bool enabled) override;
@@ -105,7 +92,7 @@ class CButton final : public CControl {
 
  private:
   static void show(const WeakRef<CGraphicsObject>& graphics, bool visible);
-  static void play(const WeakPlayable& sound);
+  static void play(const WeakRef<CSound4>& sound);
   void putHidden(CGraphicsObject* graphics);
   int startDragging(CXPoint point);
 
@@ -117,7 +104,7 @@ class CButton final : public CControl {
   bool outside_ = true;
   WeakRef<CGraphicsObject> gfxStandard_, gfxOnMove_, gfxOnClick_;
   WeakRef<CGraphicsObject> gfxCurrent_, gfxDrag_;
-  WeakPlayable sndOnMove_, sndOnClick_;
+  WeakRef<CSound4> sndOnMove_, sndOnClick_;
   CXPoint click_;  // of the last release
   Owned<CButtonHotSpot> hotSpot_;
 };

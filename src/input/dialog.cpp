@@ -24,6 +24,21 @@ bool contains(const std::vector<WeakRef<T>>& list, const T* object) {
 CXDialog::CXDialog(CWindow* window, CControlUnit* unit, CXObject* unitObject)
     : window_(window), unit_(unit), unitObject_(unitObject) {}
 
+std::unique_ptr<CXObject> CXDialog::clone() const {
+  auto made = std::make_unique<CXDialog>(window_, unit_, unitObject_.get());
+  made->background_ = background_;
+  made->dragPoint_ = dragPoint_;
+  made->visible_ = visible_;
+  made->objects_ = objects_;
+  made->buttons_ = buttons_;
+  if (titleButton_) {
+    made->titleButton_.reset(static_cast<CButton*>(titleButton_->clone().release()));
+    made->titleButton_->addNotifier(made.get());
+    made->titleButton_->getHotSpot()->EnableCursor(false);
+  }
+  return made;
+}
+
 CXRect CXDialog::titleStrip() const {
   const CXRect box = background_->GetBoundingBox();
   return {box.left, box.top, box.right, wrap_add(box.top, kTitleHeight)};

@@ -17,6 +17,9 @@ class CXDialog final : public CXObject, public CControlNotifier {
   // `unitObject` is the engine object whose end is the unit's.
   CXDialog(CWindow* window, CControlUnit* unit, CXObject* unitObject);
 
+  // Shares the parts, which stay where they are; its strip moves them as well.
+  std::unique_ptr<CXObject> clone() const override;
+
   // The picture that all else stands on; it takes the place of the one before.
   void setBackground(CGraphicsObject* graphics);
   // Nothing is taken twice.

@@ -56,6 +56,9 @@ class SharedResource {
     resource_ = nullptr;
   }
 
+  // Forgets one of the manager's, which keeps it until it ends itself.
+  void leave() { resource_ = nullptr; }
+
  private:
   WeakRef<T> resource_;
   Owned<T> own_;  // the resource, unless a manager owns it

@@ -53,6 +53,11 @@ CMC_Class::CMC_Class(CMC_ObjectsContainer* container, const CMElement* element)
   initializeBehaviours(container, element);
 }
 
+CMC_Class::CMC_Class(const CMC_Class& pattern)
+    : CMC_ObjectsContainer(pattern.getWindow(), pattern.getName(), type::kClass),
+      defFile_(pattern.defFile_),
+      baseFiles_(pattern.baseFiles_) {}
+
 CMC_Class::CMC_Class(const CMC_Class& pattern, CXString name, CMC_ObjectsContainer* scope)
     : CMC_ObjectsContainer(scope->getWindow(), std::move(name), type::kClass),
       defFile_(pattern.defFile_),
@@ -70,6 +75,15 @@ std::unique_ptr<CMC_Class> CMC_Class::newInstance(const CXString& name, CMC_Obje
   std::unique_ptr<CMC_Class> instance(new CMC_Class(*this, name, scope));
   instance->load();
   return instance;
+}
+
+std::unique_ptr<CMC_Object> CMC_Class::copy() const {
+  if (!isInstance_) return std::unique_ptr<CMC_Object>(new CMC_Class(*this));
+  if (getScene() == nullptr) return nullptr;
+  const Making making;
+  std::unique_ptr<CMC_Class> made = newInstance(getName(), getScene());
+  if (made) made->initObjects();
+  return made;
 }
 
 void CMC_Class::load() {

@@ -19,6 +19,8 @@ class CMC_Class : public CMC_ObjectsContainer {
   // An instance with the template's files, whose parent is the scope; the caller owns it. Null at the limit
   // of classes within classes.
   std::unique_ptr<CMC_Class> newInstance(const CXString& name, CMC_ObjectsContainer* scope) const;
+  // Another template of the same files; of an instance another instance, initialised but not constructed.
+  std::unique_ptr<CMC_Object> copy() const override;
   bool isInstance() const { return isInstance_; }
   // Runs the instance's DESTRUCTOR and those of the instances within it, once. DELETE and `done` do; an
   // instance that is replaced or removed ends without.
@@ -37,6 +39,7 @@ class CMC_Class : public CMC_ObjectsContainer {
   const CXString& baseFiles() const { return baseFiles_; }
 
  private:
+  CMC_Class(const CMC_Class& pattern);
   CMC_Class(const CMC_Class& pattern, CXString name, CMC_ObjectsContainer* scope);
   void load();
   void import(const CXString& file);

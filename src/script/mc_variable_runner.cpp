@@ -139,9 +139,12 @@ Result sub(CMC_Variable& object, Call& call) {
     operate(object, call, Operation::subtract);
     return {};
   }
+  // Arguments may change the text: they come first, here and below.
+  const int from = call.integer(0);
+  const int most = call.integer(1);
   const int length = text->getValue().Length();
-  const int index = std::clamp(call.integer(0), 0, length);
-  const int count = std::clamp(call.integer(1), 0, length - index);
+  const int index = std::clamp(from, 0, length);
+  const int count = std::clamp(most, 0, length - index);
   text->setValue(text->getValue().Left(index) + text->getValue().slice(index + count, length));
   return {};
 }
@@ -294,28 +297,30 @@ Result find(CMC_String& object, Call& call) {
 }
 
 Result cut(CMC_String& object, Call& call) {
-  const CXString& text = object.getValue();
-  const int index = std::clamp(call.integer(0), 0, text.Length());
+  const int from = call.integer(0);
   const int count = call.integer(1);
+  const CXString& text = object.getValue();
+  const int index = std::clamp(from, 0, text.Length());
   const bool toEnd = count <= 0 || count > text.Length() - index;
   replaceText(object, text.Mid(index, toEnd ? text.Length() : index + count));
   return {};
 }
 
 Result replaceAt(CMC_String& object, Call& call) {
-  const CXString& text = object.getValue();
   const int index = std::max(call.integer(0), 0);
-  if (index > text.Length()) return {};
   const CXString added = call.text(1);
+  const CXString& text = object.getValue();
+  if (index > text.Length()) return {};
   replaceText(object, text.Left(index) + added + text.slice(index + added.Length(), text.Length()));
   return {};
 }
 
 Result insertAt(CMC_String& object, Call& call) {
-  const CXString& text = object.getValue();
-  const int index = std::clamp(call.integer(0), 0, text.Length());
+  const int from = call.integer(0);
   const CXString added = call.text(1);
   const std::int64_t count = call.has(2) ? std::max(call.integer(2), 0) : 1;
+  const CXString& text = object.getValue();
+  const int index = std::clamp(from, 0, text.Length());
   if (text.Length() + count * added.Length() > limits::kStringBytes) {
     limitHit("string too long");
     return {};
@@ -328,9 +333,9 @@ Result insertAt(CMC_String& object, Call& call) {
 }
 
 Result replace(CMC_String& object, Call& call) {
-  const CXString& text = object.getValue();
   const CXString from = call.text(0);
   const CXString to = call.text(1);
+  const CXString& text = object.getValue();
   if (from.IsEmpty()) return {};
   const std::int64_t most = std::int64_t{text.Length()} / from.Length() * to.Length() + text.Length();
   CXString result = most > 2 * limits::kStringBytes ? text : text.replace(from, to);

@@ -104,7 +104,7 @@ Disk game() {
   Disk disk;
   const std::string dane = "C:\\GAME\\Dane\\";
   disk[dane + "application.def"] = contentOf(
-      "DEF:MAIN(TYPE=SCENE)\nDEF:NEXT(TYPE=SCENE)\nDEF:EP(TYPE=EPISODE|SCENES=MAIN,NEXT)\n"
+      "DEF:MAIN(TYPE=SCENE)\nDEF:NEXT(TYPE=SCENE)\nDEF:EP(TYPE=EPISODE|SCENES=MAIN,NEXT|STARTWITH=MAIN)\n"
       "DEF:GAME(TYPE=APPLICATION|EPISODES=EP)\n");
   disk[dane + "MAIN.cnv"] = contentOf(text);
   disk["C:\\GAME\\Common\\classes\\KIND.cnv"] =

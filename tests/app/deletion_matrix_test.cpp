@@ -164,7 +164,7 @@ constexpr Act kActs[] = {
 };
 
 constexpr const char* kTree =
-    "DEF:MAIN(TYPE=SCENE)\nDEF:AFTER(TYPE=SCENE)\nDEF:EP(TYPE=EPISODE|SCENES=MAIN,AFTER)\n"
+    "DEF:MAIN(TYPE=SCENE)\nDEF:AFTER(TYPE=SCENE)\nDEF:EP(TYPE=EPISODE|SCENES=MAIN,AFTER|STARTWITH=MAIN)\n"
     "DEF:LAST(TYPE=SCENE)\nDEF:EP2(TYPE=EPISODE|SCENES=LAST)\nDEF:GAME(TYPE=APPLICATION|EPISODES=EP,EP2)\n";
 // The game's own counters outlive the scene; the INI keeps them over a restart.
 constexpr const char* kGame = "DEF:BEGUN(TYPE=INTEGER|TOINI=TRUE)\nDEF:ENDED(TYPE=INTEGER|TOINI=TRUE)\n";

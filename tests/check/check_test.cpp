@@ -323,7 +323,8 @@ TEST(RightGames, HaveNoFindings) {
         "MAIN^CREATEOBJECT(\"BUTTON\",\"KNOB\");KNOB^ENABLE();MAIN^RUN(\"I\",\"CLONE\");I_1^INC();}\n"}},
       // Levels see what is above them; those above see the scene that is shown.
       {{"Dane/application.def",
-        "DEF:GAME(TYPE=APPLICATION|EPISODES=E)\nDEF:E(TYPE=EPISODE|SCENES=S)\nDEF:S(TYPE=SCENE)\n"},
+        "DEF:GAME(TYPE=APPLICATION|EPISODES=E)\nDEF:E(TYPE=EPISODE|SCENES=S|STARTWITH=S)\nDEF:S(TYPE=SCENE)"
+        "\n"},
        {"Dane/GAME.cnv", "DEF:TOP(TYPE=BEHAVIOUR|CODE={BOTTOM^INC();E^NEXT();S^PAUSE();})\n"},
        {"Dane/E.cnv", "DEF:MIDDLE(TYPE=BEHAVIOUR|CODE={BOTTOM^INC();TOP^RUN();GAME^EXIT();})\n"},
        {"Dane/S.cnv",
@@ -504,8 +505,9 @@ TEST(BadInput, CyclesEndCleanly) {
        "DEF:C(TYPE=BEHAVIOUR|CODE={CNVLOADER^LOAD(\"MAIN.cnv\");CNVLOADER^LOAD(\"x.cnv\");A^NEW(\"Z\");Z^M();"
        "})\n"},
       {"Dane/application.def",
-       "DEF:GAME(TYPE=APPLICATION|EPISODES=E,F|SCENES=GAME)\nDEF:E(TYPE=EPISODE|SCENES=E F MAIN)\n"
-       "DEF:F(TYPE=EPISODE|SCENES=E,MAIN)\nDEF:MAIN(TYPE=SCENE|SCENES=E)\n"}};
+       "DEF:GAME(TYPE=APPLICATION|EPISODES=E,F|SCENES=GAME)\nDEF:E(TYPE=EPISODE|SCENES=E F "
+       "MAIN|STARTWITH=MAIN)\n"
+       "DEF:F(TYPE=EPISODE|SCENES=E,MAIN|STARTWITH=MAIN)\nDEF:MAIN(TYPE=SCENE|SCENES=E)\n"}};
   EXPECT_THAT(findingsIn(game),
               testing::ElementsAre("application.def:4: property: SCENES is no property of SCENE"));
 }

@@ -7,6 +7,8 @@
 import pathlib
 import struct
 
+import png
+
 GAMES = pathlib.Path(__file__).resolve().parent
 
 
@@ -65,6 +67,7 @@ COURSES = {
     "GOESON": ([event("E", [0, 1]), event("F", [2]), event("G", [])], 0x800000),
     "SOUNDLESS": ([event("E", [0, 1, 2, 3, 0], loop=(1, 2, 0), flags=0x100000)], 0),
     "SHORT": ([event("E", [1], loop=(0, 1, 0))], 0),
+    "BEYOND": ([event("E", [0, 1], loop=(0, 9, 2))], 0),
     "BACK": ([event("E", [0, 1, 2])], 0),
     "REVERSE": ([event("E", [1, 2, 3])], 0),
     "LATER": ([event("E", [0, 1])], 0),
@@ -81,6 +84,15 @@ def take_their_course():
         (folder / f"{name.lower()}.ann").write_bytes(ann(events, frames, flags=flags))
 
 
+def are_backgrounds():
+    game = GAMES / "animations_are_backgrounds"
+    for name, colour in (("first", 0xF81F), ("second", 0x07E8)):
+        frames = [frame(64, 48, 0, 0, colour), frame(8, 6, 0, 0, 0x1111)]
+        (game / "Dane" / "MAIN" / f"{name}.ann").write_bytes(ann([event("E", [0, 1])], frames))
+        pixel = bytes((colour >> 8 & 0xF8, colour >> 3 & 0xFC, colour << 3 & 0xF8))
+        png.write(game / f"{name}.png", png.Picture(64, 48, pixel * (64 * 48)))
+
+
 def behave_as_buttons():
     events = [event("ONNOEVENT", [0]), event("ONFOCUSON", [1]), event("ONFOCUSOFF", [2]), event("ONCLICK", [3, 3, 3])]
     frames = [frame(10, 10, 0, 0, 0x1111 * (i + 1)) for i in range(4)]
@@ -94,3 +106,4 @@ if __name__ == "__main__":
     answer_their_methods()
     take_their_course()
     behave_as_buttons()
+    are_backgrounds()

@@ -88,6 +88,10 @@ void checkLevel(const Game& game, const SourceFile& file, const CMElement& eleme
     return;
   }
   checkRepeated(file, element, {});
+  if (type->number == type::kEpisode && element.getPropertyValue("STARTWITH").IsEmpty()) {
+    file.report(Kind::definition, element.origin().line, std::string(element.getName()),
+                std::string(element.getName()) + " has no STARTWITH: it is entered without a scene");
+  }
   for (const auto& property : element.properties()) {
     const std::string_view name = property->getName();
     if (name == "TYPE" || hasProperty(*type, name)) continue;

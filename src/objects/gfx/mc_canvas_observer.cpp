@@ -13,6 +13,15 @@ CMC_CanvasObserver::CMC_CanvasObserver(CMC_ObjectsContainer* container, const CM
   initializeBehaviours(container, element);
 }
 
+CMC_CanvasObserver::CMC_CanvasObserver(const CMC_CanvasObserver& other)
+    : CMC_Object(other), window_(other.window_) {
+  if (CRefreshScreen* screen = getScreen()) screen->addNotifier(this);
+}
+
+std::unique_ptr<CMC_Object> CMC_CanvasObserver::copy() const {
+  return std::unique_ptr<CMC_Object>(new CMC_CanvasObserver(*this));
+}
+
 CMC_CanvasObserver::~CMC_CanvasObserver() { CMC_CanvasObserver::unlink(); }
 
 CRefreshScreen* CMC_CanvasObserver::getScreen() const {

@@ -30,6 +30,8 @@ class CMC_CanvasObserver : public CMC_Object, public CCanvasObserver {
   CMC_CanvasObserver(CMC_ObjectsContainer* container, const CMElement* element);
   ~CMC_CanvasObserver() override;
   static bool isTypeOf(int type) { return type == type::kCanvasObserver; }
+  // Another ear on the same screen, with bindings of its own.
+  std::unique_ptr<CMC_Object> copy() const override;
 
   CWindow* getWindow() const { return window_; }
   // It stands for the frame.
@@ -48,6 +50,7 @@ class CMC_CanvasObserver : public CMC_Object, public CCanvasObserver {
   void unlink() override;
 
  private:
+  CMC_CanvasObserver(const CMC_CanvasObserver& other);
   void signal(CanvasObserverSignal signal);
 
   CWindow* window_;

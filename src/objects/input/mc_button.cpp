@@ -65,7 +65,7 @@ CGraphicsObject* CMC_Button::picture(const CXString& name) const {
   return name.IsString() ? getScene()->getGraphicsObject(name) : nullptr;
 }
 
-CPlayable* CMC_Button::sound(const CXString& name) const {
+CSound4* CMC_Button::sound(const CXString& name) const {
   const auto* object = name.IsString() ? object_cast<CMC_Sound>(getScene()->getObject(name)) : nullptr;
   return object != nullptr ? object->getSound() : nullptr;
 }
@@ -97,7 +97,7 @@ void CMC_Button::createButton() {
 void CMC_Button::setPictures() {
   if (draggable_) button_->SetDragging(picture(drag_));
   if (gfxStandard_.IsString()) button_->Set(picture(gfxStandard_), true);
-  CPlayable* onMove = sound(sndOnMove_);
+  CSound4* onMove = sound(sndOnMove_);
   if (onMove != nullptr || gfxOnMove_.IsString()) button_->SetOnMove(picture(gfxOnMove_), onMove);
   button_->SetOnClick(picture(gfxOnClick_), sound(sndOnClick_));
 }

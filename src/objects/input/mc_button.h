@@ -56,7 +56,7 @@ class CMC_Button : public CMC_Object, public CControlNotifier {
   void createButton();
   CXRect area();
   void setPictures();
-  CPlayable* sound(const CXString& name) const;
+  CSound4* sound(const CXString& name) const;
   CGraphicsObject* picture(const CXString& name) const;
   void setDraggedName(const CXString& name) const;
   void signal(ButtonSignal signal);

@@ -16,6 +16,14 @@ CMC_Dialog::CMC_Dialog(CMC_ObjectsContainer* container, const CMElement* element
   initializeBehaviours(container, element);
 }
 
+CMC_Dialog::CMC_Dialog(const CMC_Dialog& other) : CMC_Object(other) {
+  if (other.dialog_) dialog_.reset(static_cast<CXDialog*>(other.dialog_->clone().release()));
+}
+
+std::unique_ptr<CMC_Object> CMC_Dialog::copy() const {
+  return std::unique_ptr<CMC_Object>(new CMC_Dialog(*this));
+}
+
 namespace {
 
 void reportRefused(const CMC_Object& object) {

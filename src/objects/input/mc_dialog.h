@@ -15,6 +15,8 @@ class CMC_Dialog : public CMC_Object {
  public:
   CMC_Dialog(CMC_ObjectsContainer* container, const CMElement* element);
   static bool isTypeOf(int type) { return type == type::kDialog; }
+  // A dialog of the same parts.
+  std::unique_ptr<CMC_Object> copy() const override;
 
   // Null when there is no window.
   CXDialog* getDialog() const { return dialog_.get(); }
@@ -23,6 +25,8 @@ class CMC_Dialog : public CMC_Object {
   void unlink() override { dialog_.reset(); }
 
  private:
+  CMC_Dialog(const CMC_Dialog& other);
+
   Owned<CXDialog> dialog_;
 };
 

@@ -14,10 +14,23 @@ namespace footlight {
 CMC_Joystick::CMC_Joystick(CMC_ObjectsContainer* container, const CMElement* element)
     : CMC_Object(container, element, type::kJoystick), window_(container->getWindow()) {
   if (element->getPropertyValue("PORT").IsString()) port_ = element->getPropertyIntValue("PORT");
+  start();
+  initializeBehaviours(container, element);
+}
+
+CMC_Joystick::CMC_Joystick(const CMC_Joystick& other)
+    : CMC_Object(other), window_(other.window_), port_(other.port_) {
+  start();
+}
+
+std::unique_ptr<CMC_Object> CMC_Joystick::copy() const {
+  return std::unique_ptr<CMC_Object>(new CMC_Joystick(*this));
+}
+
+void CMC_Joystick::start() {
   last_.axes.fill(kNoPosition);
   const bool isThere = platform::current().input().controller(port_).has_value();
   if (isThere && window_ != nullptr) window_->addIPoller(this);
-  initializeBehaviours(container, element);
 }
 
 CMC_Joystick::~CMC_Joystick() { CMC_Joystick::unlink(); }

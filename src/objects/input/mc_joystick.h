@@ -32,6 +32,8 @@ class CMC_Joystick : public CMC_Object, public CInputPoller {
   CMC_Joystick(CMC_ObjectsContainer* container, const CMElement* element);
   ~CMC_Joystick() override;
   static bool isTypeOf(int type) { return type == type::kJoystick; }
+  // Asks the same controller, from rest.
+  std::unique_ptr<CMC_Object> copy() const override;
 
   int getPort() const { return port_; }
   // False for a button that is not there.
@@ -62,6 +64,8 @@ class CMC_Joystick : public CMC_Object, public CInputPoller {
     int edge;       // up to it the direction is the low one
   };
 
+  CMC_Joystick(const CMC_Joystick& other);
+  void start();
   void readButtons(const platform::ControllerState& state);
   void readAxis(const Axis& axis, std::size_t number, int value);
   void queue(const Record& record);

@@ -40,6 +40,16 @@ CMC_Keyboard::CMC_Keyboard(CMC_ObjectsContainer* container, const CMElement* ele
   initializeBehaviours(container, element);
 }
 
+CMC_Keyboard::CMC_Keyboard(const CMC_Keyboard& other)
+    : CMC_Object(other), window_(other.window_), enabled_(other.enabled_), latestKey_(other.latestKey_) {
+  overideSignals(false);
+  if (window_ != nullptr) window_->registerKeyListener(this);
+}
+
+std::unique_ptr<CMC_Object> CMC_Keyboard::copy() const {
+  return std::unique_ptr<CMC_Object>(new CMC_Keyboard(*this));
+}
+
 CMC_Keyboard::~CMC_Keyboard() { CMC_Keyboard::unlink(); }
 
 void CMC_Keyboard::unlink() {

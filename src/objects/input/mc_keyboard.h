@@ -21,6 +21,8 @@ class CMC_Keyboard : public CMC_Object, public CKeyListener {
   CMC_Keyboard(CMC_ObjectsContainer* container, const CMElement* element);
   ~CMC_Keyboard() override;
   static bool isTypeOf(int type) { return type == type::kKeyboard; }
+  // Another listener of the one keyboard, with bindings of its own.
+  std::unique_ptr<CMC_Object> copy() const override;
 
   void enable(bool on) { enabled_ = on; }
   bool isEnabled() const { return enabled_; }
@@ -39,6 +41,7 @@ class CMC_Keyboard : public CMC_Object, public CKeyListener {
   void unlink() override;
 
  private:
+  CMC_Keyboard(const CMC_Keyboard& other);
   bool isHeard(KeyboardSignal signal) const { return enabled_ && isSignalBound(signal); }
   void signalKey(KeyboardSignal signal, CXString key);
 

@@ -23,6 +23,22 @@ CMC_Mouse::CMC_Mouse(CMC_ObjectsContainer* container, const CMElement* element)
   initializeBehaviours(container, element);
 }
 
+CMC_Mouse::CMC_Mouse(const CMC_Mouse& other)
+    : CMC_Object(other),
+      window_(other.window_),
+      position_(other.position_),
+      lastClick_(other.lastClick_),
+      enabled_(other.enabled_),
+      signalsEnabled_(other.signalsEnabled_),
+      visible_(other.visible_) {
+  overideSignals(false);
+  if (window_ != nullptr) window_->registerMouseListener(this, kListenerPriority);
+}
+
+std::unique_ptr<CMC_Object> CMC_Mouse::copy() const {
+  return std::unique_ptr<CMC_Object>(new CMC_Mouse(*this));
+}
+
 CMC_Mouse::~CMC_Mouse() { CMC_Mouse::unlink(); }
 
 void CMC_Mouse::unlink() {

@@ -22,6 +22,8 @@ class CMC_Mouse : public CMC_Object, public CMouseListener {
   CMC_Mouse(CMC_ObjectsContainer* container, const CMElement* element);
   ~CMC_Mouse() override;
   static bool isTypeOf(int type) { return type == type::kMouse; }
+  // Another listener of the one mouse, with bindings of its own.
+  std::unique_ptr<CMC_Object> copy() const override;
 
   CWindow* getWindow() const { return window_; }
   CXPoint getPosition() const { return position_; }
@@ -52,6 +54,7 @@ class CMC_Mouse : public CMC_Object, public CMouseListener {
   void unlink() override;
 
  private:
+  CMC_Mouse(const CMC_Mouse& other);
   bool isHeard() const { return enabled_ && signalsEnabled_; }
   CXPoint screenOrigin() const;
 

@@ -54,7 +54,12 @@ bool CMC_Sound::done(bool keep) {
   return CMC_Object::done(keep);
 }
 
-void CMC_Sound::unlink() { giveBack(); }
+// Only `done` gives a scene's sound back: that of an object that is removed plays on.
+void CMC_Sound::unlink() {
+  if (managerFor(getScene()) == nullptr || isClone()) return giveBack();
+  if (CSound4* sound = getSound()) sound->removeNotifier(this);
+  sound_.leave();
+}
 
 bool CMC_Sound::signal(SoundSignal signal) {
   const Ref<CMC_Sound> self(this);

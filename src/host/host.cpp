@@ -86,6 +86,7 @@ void Host::makePlatform() {
     machine.bpp = options_.bpp;
     machine.printFolder = start;
     machine.recordFile = options_.record;
+    machine.moduleFolder = options_.modules.value_or(options_.installedModules);
     if (options_.time) machine.unixSeconds = *options_.time;
     if (!options_.locale.empty()) machine.locale = options_.locale;
     auto made = std::make_unique<platform::HeadlessPlatform>(std::move(machine), std::move(files));
@@ -99,6 +100,7 @@ void Host::makePlatform() {
     machine.locale = options_.locale;
     machine.unixSeconds = options_.time;
     machine.printFolder = start;
+    machine.moduleFolder = options_.modules.value_or(options_.installedModules);
     auto made = std::make_unique<platform::SdlPlatform>(std::move(machine), std::move(files));
     devices_ = &made->input();
     platform_ = std::move(made);
@@ -194,12 +196,21 @@ CXString Host::bigFileName() const {
   return files.fileExists(name) ? name : fromMachine(options_.bigFile);
 }
 
+// A folder that was asked for must serve; the installed one may be missing, and an empty name means none.
+bool Host::areModulesSafe() const {
+  const bool isAsked = options_.modules && !options_.modules->empty();
+  const std::string refusal = isAsked ? platform_->modules().refusal() : std::string();
+  if (!refusal.empty()) complain("--modules: " + *options_.modules + ": " + refusal);
+  return refusal.empty();
+}
+
 int Host::runEngine() {
   CCommandLine6 commandLine(fromMachine(options_.engineLine));
   if (isRefused(commandLine)) return kBadCommandLine;
   if (commandLine.isCreateBigFile()) return makeBigFile();
   platform::FileSystem& files = platform_->files();
   if (commandLine.getPath().IsString()) files.allowRoot(commandLine.getPath());
+  if (!areModulesSafe()) return kBadCommandLine;
   CXRandom::seed(options_.seed.value_or(
       options_.headless ? 1 : static_cast<std::uint32_t>(platform_->clock().counter())));
 

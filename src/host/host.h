@@ -53,6 +53,7 @@ class Host {
   int makeBigFile() const;
   bool isRefused(const CCommandLine6& commandLine) const;
   CXString bigFileName() const;
+  bool areModulesSafe() const;
   int runGame(CWindow& window, CApplication& application, const CCommandLine6& commandLine);
   std::uint32_t loop(CWindow& window);
   void takeEvents();

@@ -90,6 +90,9 @@ class FileSystem {
   virtual void allowRoot(std::string_view path) = 0;
   // Lets one file be read that lies elsewhere.
   virtual void allowReading(std::string_view /*path*/) {}
+  // Whether a file that is made below this folder of the machine may be the game's work, links followed. Yes
+  // where that cannot be told.
+  virtual bool mayWrite(std::string_view /*machineFolder*/) const { return true; }
   // An engine name for a name of the machine, as for command-line paths.
   virtual std::string toEnginePath(std::string_view machinePath) const = 0;
   // The machine's name for a name of the engine, for messages; empty when it does not resolve.

@@ -24,9 +24,9 @@ struct HeadlessOptions {
   int bpp = 16;                          // of the desktop: 15, 16 or 32
   int windowX = 0, windowY = 0;          // where a window's client area lies on the desktop
   std::string locale = "0409";
-  std::string printFolder;  // the machine's folder for printed pages; empty: no printer
-  std::string recordFile;   // the machine's name of a WAV file for what was played; empty: none
-  bool modules = true;      // whether shared libraries may be loaded
+  std::string printFolder;   // the machine's folder for printed pages; empty: no printer
+  std::string recordFile;    // the machine's name of a WAV file for what was played; empty: none
+  std::string moduleFolder;  // the machine's folder of external modules; empty: none are loaded
 };
 
 class HeadlessPlatform : public Platform {

@@ -322,6 +322,11 @@ void PosixFileSystem::allowReading(std::string_view path) {
   if (std::optional<std::string> file = findAnywhere(path)) readable_.push_back(std::move(*file));
 }
 
+bool PosixFileSystem::mayWrite(std::string_view machineFolder) const {
+  const std::optional<std::string> real = canonical(std::string(machineFolder));
+  return !real || isAllowed(*real);
+}
+
 // Looking up
 
 bool PosixFileSystem::isAllowed(std::string_view canonicalPath) const {

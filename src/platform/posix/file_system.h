@@ -44,6 +44,7 @@ class PosixFileSystem : public FileSystem {
   bool changeDirectory(std::string_view path) override;
   void allowRoot(std::string_view path) override;
   void allowReading(std::string_view path) override;
+  bool mayWrite(std::string_view machineFolder) const override;
   std::string toEnginePath(std::string_view machinePath) const override;
   std::string toMachinePath(std::string_view enginePath) const override;
 

@@ -39,7 +39,7 @@ SdlPlatform::SdlPlatform(SdlOptions options, std::unique_ptr<FileSystem> files)
       display_(options_.bpp, options_.title),
       input_(display_),
       shell_(display_, options_.printFolder),
-      modules_(options_.modules) {
+      modules_(options_.moduleFolder, files_.get()) {
   if (options_.locale.empty()) options_.locale = systemLocale();
 }
 

@@ -23,7 +23,7 @@ struct SdlOptions {
   std::string locale;                       // empty: the environment's
   std::optional<std::int64_t> unixSeconds;  // wall clock at the start; by default the machine's
   std::string printFolder;                  // the machine's folder for printed pages; empty: no printer
-  bool modules = true;                      // whether shared libraries may be loaded
+  std::string moduleFolder;  // the machine's folder of external modules; empty: none are loaded
 };
 
 class SdlClock : public Clock {

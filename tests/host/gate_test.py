@@ -1,0 +1,111 @@
+#!/usr/bin/env python3
+"""Attacks what the program writes and loads: a game makes libraries and asks for them, links and devices stand where the
+program will write.
+
+    gate_test.py --host build/debug/footlight
+"""
+
+import argparse
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+
+PATIENCE = 60  # seconds
+FAULTS = []
+
+
+def expect(holds, what):
+    if not holds:
+        FAULTS.append(what)
+
+
+def run(host, game, *words):
+    command = [str(host), "--headless", "--ticks", "4", "--diagnose", "warn", *map(str, words)]
+    return subprocess.run(command, cwd=game, stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=PATIENCE)
+
+
+def make_game(folder, scenes, application=""):
+    """`scenes` maps names to definitions; each is a scene of its own."""
+    data = folder / "Dane"
+    data.mkdir(parents=True)
+    for name, text in scenes.items():
+        (data / f"{name}.cnv").write_text(text)
+        application += f"DEF:{name}(TYPE=SCENE{'|DLLS=evil' if name == 'LATER' else ''})\n"
+    (data / "application.def").write_text(f"DEF:GAME(TYPE=APPLICATION|SCENES={','.join(scenes)})\n" + application)
+    return folder
+
+
+# The first scene makes the library, the next one asks for it; only a module leaves a MODULEMARK.
+THIEF = """OBJECT=FIRST
+FIRST:ONINIT={SYSTEM^COPYFILE("$COMMON\\picture.img","$evil.so");SYSTEM^COPYFILE("$COMMON\\picture.img","$mods\\evil.so");GAME^GOTO("LATER");}
+"""
+LATER = """OBJECT=LATER
+LATER:ONINIT={MARK^SET(MODULEMARK);}
+DEF:MARK(TYPE=STRING|VALUE=none|TOINI=TRUE)
+"""
+
+
+def mark_of(game):
+    """What the scene LATER saw: the module's 7, or the bare name."""
+    text = (game / "footlight.ini").read_text()
+    return text.split("MARK=")[1].split("\n")[0] if "MARK=" in text else None
+
+
+def try_modules(host, work):
+    module = host.parent / "modules" / "sample_module.so"
+    game = make_game(work / "thief", {"FIRST": THIEF, "LATER": LATER})
+    (game / "COMMON").mkdir()
+    (game / "mods").mkdir()
+    shutil.copyfile(module, game / "COMMON" / "picture.img")
+    shutil.copy(host, game / "footlight")
+    (work / "way").symlink_to(game / "mods")
+    (work / "links").mkdir()
+    (work / "links" / "evil.so").symlink_to(game / "evil.so")
+    (work / "good").mkdir()
+    shutil.copyfile(module, work / "good" / "evil.so")
+
+    # The program's name, the words, and whether the module is loaded.
+    rows = [
+        (game / "footlight", [], False),  # a program that lies in the game's own folder
+        (host, ["--modules", work / "links"], False),  # a link to what the game made
+        (host, ["--modules", work / "good"], True),
+    ]
+    for program, words, loads in rows:
+        (game / "footlight.ini").unlink(missing_ok=True)
+        (game / "evil.so").unlink(missing_ok=True)
+        done = run(program, game, *words)
+        expect(done.returncode == 0, f"modules {words}: status {done.returncode}: {done.stderr}")
+        expect((game / "evil.so").is_file(), f"modules {words}: the game did not make its library")
+        mark = mark_of(game)
+        expect(mark == ("7" if loads else "MODULEMARK"), f"modules {words}: the scene saw {mark}")
+        expect(loads or "evil.dll" in done.stderr, f"modules {words}: no report: {done.stderr}")
+
+    (game / "footlight.ini").unlink()
+    for folder in (game, game / "mods", work / "way", "mods", ".", "../thief/mods", work / "absent", module):
+        done = run(host, game, "--modules", folder)
+        expect(done.returncode == 1 and f"--modules: {folder}: " in done.stderr, f"--modules {folder}: {done.stderr}")
+        expect(not (game / "footlight.ini").exists(), f"--modules {folder}: the game ran")
+    # The folder of -path is a place for writing too.
+    other = work / "data"
+    shutil.copytree(game / "Dane", other / "Dane")
+    done = run(host, work / "good", "-path", other, "--modules", other)
+    expect(done.returncode == 1 and "may write" in done.stderr, f"-path and --modules: {done.stderr}")
+
+
+def main():
+    parser = argparse.ArgumentParser(description="Attacks what the program writes and loads.")
+    parser.add_argument("--host", required=True, type=pathlib.Path)
+    host = parser.parse_args().host.resolve()
+    work = pathlib.Path(tempfile.mkdtemp(prefix="footlight-gate-"))
+    try:
+        try_modules(host, work)
+    finally:
+        shutil.rmtree(work)
+    print("\n".join(f"gate: {fault}" for fault in FAULTS) or "gate: as expected")
+    return 1 if FAULTS else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

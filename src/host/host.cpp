@@ -68,7 +68,8 @@ int Host::run() {
   if (!openInput()) return kBadCommandLine;
   platform::use(platform_.get());
   startDiagnose();
-  const int status = runEngine();
+  int status = runEngine();
+  if (!finishRecords() && status == kEnded) status = kNotWritten;
   diagnose::listen({});
   devices_->recordTo(nullptr);
   platform::use(nullptr);
@@ -118,19 +119,28 @@ bool Host::openInput() {
       for (const int port : platform::InputScript::kScriptedPorts) devices_->connectController(port);
     }
   }
-  if (headless_ != nullptr && !headless_->isRecording()) {
-    complain("--record: " + options_.record + ": cannot be written");
+  if (headless_ != nullptr && !headless_->recordFailure().empty()) {
+    complain("--record: " + options_.record + ": " + headless_->recordFailure());
     return false;
   }
   if (!options_.recordInput.empty()) {
     recorder_ = std::make_unique<platform::InputRecorder>(options_.recordInput);
-    if (!recorder_->isGood()) {
-      complain("--record-input: " + options_.recordInput + ": cannot be written");
+    if (!recorder_->failure().empty()) {
+      complain("--record-input: " + options_.recordInput + ": " + recorder_->failure());
       return false;
     }
     devices_->recordTo(recorder_.get());
   }
   return true;
+}
+
+// False when something that was asked for is not whole on the disk.
+bool Host::finishRecords() {
+  const std::string sound = headless_ != nullptr ? headless_->finishRecord() : std::string();
+  const std::string input = recorder_ ? recorder_->failure() : std::string();
+  if (!sound.empty()) complain("--record: " + options_.record + ": " + sound);
+  if (!input.empty()) complain("--record-input: " + options_.recordInput + ": " + input);
+  return sound.empty() && input.empty() && !isShotMissing_;
 }
 
 void Host::startDiagnose() {
@@ -211,6 +221,7 @@ int Host::runEngine() {
   platform::FileSystem& files = platform_->files();
   if (commandLine.getPath().IsString()) files.allowRoot(commandLine.getPath());
   if (!areModulesSafe()) return kBadCommandLine;
+  files.clearLeftovers();
   CXRandom::seed(options_.seed.value_or(
       options_.headless ? 1 : static_cast<std::uint32_t>(platform_->clock().counter())));
 
@@ -307,16 +318,19 @@ void Host::handle(const platform::WindowEvent& event, CWindow& window) const {
   }
 }
 
-void Host::takeShots(std::uint32_t tick, CWindow& window) const {
+void Host::takeShots(std::uint32_t tick, CWindow& window) {
   for (const ShotRequest& shot : options_.shots) {
     if (shot.tick != tick) continue;
     CDirectDrawSurface* surface = window.getBackSurface();
     platform::Surface* memory = surface != nullptr ? surface->readyDeviceSurface() : nullptr;
-    const bool written =
-        memory != nullptr && platform::writeShot({memory->pixels(), memory->pitch(), memory->width(),
-                                                  memory->height(), window.GetBpp()},
-                                                 shot.file);
-    if (!written) complain("--shot: " + shot.file + ": cannot be written");
+    const std::string failure = memory == nullptr
+                                    ? "there is no screen"
+                                    : platform::writeShot({memory->pixels(), memory->pitch(), memory->width(),
+                                                           memory->height(), window.GetBpp()},
+                                                          shot.file);
+    if (failure.empty()) continue;
+    complain("--shot: " + shot.file + ": " + failure);
+    isShotMissing_ = true;
   }
 }
 

@@ -90,6 +90,8 @@ class FileSystem {
   virtual void allowRoot(std::string_view path) = 0;
   // Lets one file be read that lies elsewhere.
   virtual void allowReading(std::string_view /*path*/) {}
+  // Removes what earlier runs that were killed left half written in the allowed roots.
+  virtual void clearLeftovers() {}
   // Whether a file that is made below this folder of the machine may be the game's work, links followed. Yes
   // where that cannot be told.
   virtual bool mayWrite(std::string_view /*machineFolder*/) const { return true; }

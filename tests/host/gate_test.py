@@ -6,8 +6,10 @@ program will write.
 """
 
 import argparse
+import os
 import pathlib
 import shutil
+import stat
 import subprocess
 import sys
 import tempfile
@@ -94,6 +96,93 @@ def try_modules(host, work):
     expect(done.returncode == 1 and "may write" in done.stderr, f"-path and --modules: {done.stderr}")
 
 
+# Everything that a game writes: the page, the INI file, a picture, an array, a copy, coded text.
+WRITER = """OBJECT=MAIN
+MAIN:ONINIT={LIST^ADD(1);LIST^SAVE("list.arr");GAME^PRINT();SYSTEM^COPYFILE("$COMMON\\note.txt","$COMMON\\copy.txt");VALUE^SET(2);}
+DEF:LIST(TYPE=ARRAY)
+DEF:VALUE(TYPE=INTEGER|VALUE=1|TOINI=TRUE)
+"""
+WRITTEN = ["DocPrint.png", "footlight.ini", "Dane/list.arr", "COMMON/copy.txt"]
+
+
+def plant(kind, path, outside):
+    if kind == "link":
+        path.symlink_to(outside)
+    elif kind == "dangling link":
+        path.symlink_to(outside.with_name("made"))
+    elif kind == "device":
+        path.symlink_to("/dev/full")
+    elif kind == "pipe":
+        os.mkfifo(path)
+    elif kind == "folder":
+        path.mkdir()
+
+
+def fresh_writer(folder):
+    shutil.rmtree(folder, ignore_errors=True)
+    make_game(folder, {"MAIN": WRITER})
+    (folder / "COMMON").mkdir()
+    (folder / "COMMON" / "note.txt").write_text("note")
+    return folder
+
+
+def nature(path):
+    return stat.S_IFMT(path.lstat().st_mode)
+
+
+def try_what_games_write(host, work):
+    """Whatever stands under a name that the game writes stays what it is, with a report, unless it is a plain file."""
+    outside = work / "outside" / "kept.txt"
+    outside.parent.mkdir()
+    outside.write_text("kept")
+    game = fresh_writer(work / "writer")
+    done = run(host, game)
+    expect(not done.stderr, f"the writer by itself: {done.stderr}")
+    for name in WRITTEN:
+        expect((game / name).is_file(), f"the writer by itself: no {name}")
+    for name in WRITTEN:
+        for kind in ("link", "dangling link", "device", "pipe", "folder"):
+            game = fresh_writer(work / "writer")
+            place = game / name
+            plant(kind, place, outside)
+            before = nature(place)
+            done = run(host, game)
+            case = f"{kind} at {name}"
+            expect(done.returncode == 0, f"{case}: status {done.returncode}")
+            expect(nature(place) == before, f"{case}: it was replaced")
+            expect(place.stem in done.stderr or name.startswith("COMMON"), f"{case}: no report: {done.stderr}")
+            expect([path.name for path in outside.parent.iterdir()] == ["kept.txt"], f"{case}: written outside")
+            expect(outside.read_text() == "kept", f"{case}: written through")
+            others = [other for other in WRITTEN if other != name]
+            expect(all((game / other).is_file() for other in others), f"{case}: another file is missing")
+    # Names beside the targets mean nothing.
+    game = fresh_writer(work / "writer")
+    for name in WRITTEN:
+        plant("link", game / (name + ".part"), outside)
+        plant("link", game / (name + ".tmp"), outside)
+    run(host, game)
+    expect(all((game / name).is_file() for name in WRITTEN) and outside.read_text() == "kept", "links beside the targets")
+
+
+def try_what_options_write(host, work):
+    """The status and the message of each option whose file cannot be."""
+    game = fresh_writer(work / "options")
+    outside = work / "options.txt"
+    outside.write_text("kept")
+    (game / "link").symlink_to(outside)
+    os.mkfifo(game / "pipe")
+    before = sorted(path.name for path in game.iterdir())
+    for option, status in (("--shot", 4), ("--record", 1), ("--record-input", 1)):
+        for target in ("link", "pipe", "/dev/full", "/dev/null", "Dane", "none/file"):
+            done = run(host, game, option, ("2:" if option == "--shot" else "") + target)
+            case = f"{option} {target}"
+            expect(done.returncode == status, f"{case}: status {done.returncode}")
+            expect(f"footlight: {option}: {target}: " in done.stderr, f"{case}: {done.stderr}")
+    expect(outside.read_text() == "kept", "an option wrote through a link")
+    expect(stat.S_ISCHR(os.stat("/dev/full").st_mode), "an option replaced a device")
+    expect(set(path.name for path in game.iterdir()) - set(before) <= set(WRITTEN), "an option left something behind")
+
+
 def main():
     parser = argparse.ArgumentParser(description="Attacks what the program writes and loads.")
     parser.add_argument("--host", required=True, type=pathlib.Path)
@@ -101,6 +190,8 @@ def main():
     work = pathlib.Path(tempfile.mkdtemp(prefix="footlight-gate-"))
     try:
         try_modules(host, work)
+        try_what_games_write(host, work)
+        try_what_options_write(host, work)
     finally:
         shutil.rmtree(work)
     print("\n".join(f"gate: {fault}" for fault in FAULTS) or "gate: as expected")

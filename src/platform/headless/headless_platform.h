@@ -41,8 +41,10 @@ class HeadlessPlatform : public Platform {
   HeadlessShell& shell() override { return shell_; }
   PosixModules& modules() override { return modules_; }
   SoundDevice* sound() override { return &sound_; }
-  // False when the file for what was played cannot be written.
-  bool isRecording() const { return sound_.isRecording(); }
+  // Why the file for what was played cannot be written; empty while all is well.
+  std::string recordFailure() const { return sound_.recordFailure(); }
+  // Ends that file. Empty, or what went wrong.
+  std::string finishRecord() { return sound_.finishRecord(); }
   std::string locale() const override { return options_.locale; }
   // Gives the window events that were put in.
   std::vector<WindowEvent> pump() override;

@@ -14,6 +14,8 @@
 
 #include "foundation/code_page.h"
 #include "foundation/limits.h"
+#include "platform/posix/atomic_file.h"
+#include "platform/posix/temporaries.h"
 
 namespace footlight::platform {
 
@@ -25,8 +27,6 @@ constexpr std::int64_t kSecond = 1000000000;
 constexpr std::int64_t kFineDoubt = kSecond / 20;
 constexpr std::int64_t kCoarseDoubt = 2 * kSecond;
 constexpr std::size_t kDirectoriesKept = 4096;
-constexpr std::string_view kTemporaryPrefix = ".footlight-";
-constexpr std::string_view kTemporarySuffix = ".tmp";
 
 std::int64_t nanoseconds(const timespec& time) { return std::int64_t{time.tv_sec} * kSecond + time.tv_nsec; }
 
@@ -34,10 +34,6 @@ std::int64_t now() {
   timespec time{};
   ::clock_gettime(CLOCK_REALTIME, &time);
   return nanoseconds(time);
-}
-
-bool isTemporary(std::string_view name) {
-  return name.starts_with(kTemporaryPrefix) && name.ends_with(kTemporarySuffix);
 }
 
 bool isControl(char character) { return static_cast<unsigned char>(character) < 0x20 || character == 0x7F; }
@@ -62,6 +58,11 @@ std::string parentOf(const std::string& path) {
   return slash == 0 || slash == std::string::npos ? "/" : path.substr(0, slash);
 }
 
+bool isLink(const std::string& path) {
+  struct stat status {};
+  return ::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+}
+
 // Opens a plain file; never waits for a pipe and never follows a link: the path is canonical already.
 int openPlain(const std::string& path, int flags) {
   const int file = ::open(path.c_str(), flags | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY, 0666);
@@ -69,25 +70,6 @@ int openPlain(const std::string& path, int flags) {
   struct stat status {};
   if (::fstat(file, &status) == 0 && S_ISREG(status.st_mode)) return file;
   ::close(file);
-  return -1;
-}
-
-// A new file beside the target, with the target's permissions where it exists. Gives its name.
-int openTemporary(const std::string& target, std::string* name) {
-  static std::uint64_t number = 0;
-  struct stat old {};
-  const bool isOld = ::stat(target.c_str(), &old) == 0;
-  for (int attempt = 0; attempt < 100; ++attempt) {
-    *name = join(parentOf(target), std::string(kTemporaryPrefix) + std::to_string(::getpid()) + "-" +
-                                       std::to_string(++number) + std::string(kTemporarySuffix));
-    const int file = ::open(name->c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
-    if (file >= 0) {
-      if (isOld && ::fchmod(file, old.st_mode & 07777) != 0)
-        errno = 0;  // the new file keeps the default then
-      return file;
-    }
-    if (errno != EEXIST) return -1;
-  }
   return -1;
 }
 
@@ -125,7 +107,7 @@ struct PosixFileSystem::Directory {
     if (!stream) return;
     while (const dirent* entry = ::readdir(stream.get())) {
       const std::string_view name = entry->d_name;
-      if (name == "." || name == ".." || isTemporary(name)) continue;
+      if (name == "." || name == ".." || isTemporaryName(name)) continue;
       const std::optional<std::string> engine = code_page::fromUtf8(name);
       if (!engine || std::any_of(engine->begin(), engine->end(), isControl) ||
           engine->find('\\') != std::string::npos) {
@@ -144,19 +126,15 @@ struct PosixFileSystem::Directory {
   }
 };
 
-// An open file. A handle with a target writes to a temporary file, which takes the target's name at commit.
+// An open file. One that is written anew takes its target's name at commit.
 class PosixFileSystem::Handle final : public FileHandle {
  public:
   Handle(int file, const char* mode) : stream_(::fdopen(file, mode)) {
     if (stream_ == nullptr) ::close(file);
   }
-  Handle(int file, std::string temporary, std::string target, const PosixFileSystem& owner, bool durable)
-      : Handle(file, "w+b") {
-    temporary_ = std::move(temporary);
-    target_ = std::move(target);
-    owner_ = &owner;
-    durable_ = durable;
-  }
+  // The file is open.
+  Handle(std::unique_ptr<AtomicFile> file, std::string folder, const PosixFileSystem& owner)
+      : stream_(file->stream()), written_(std::move(file)), folder_(std::move(folder)), owner_(&owner) {}
   ~Handle() override { commit(); }
   Handle(const Handle&) = delete;
   Handle& operator=(const Handle&) = delete;
@@ -189,16 +167,15 @@ class PosixFileSystem::Handle final : public FileHandle {
 
   bool commit() override {
     if (stream_ == nullptr) return committed_;
-    const bool flushed = direction_ != Direction::writing || std::fflush(stream_) == 0;
-    bool good = flushed && std::ferror(stream_) == 0 && !abandoned_;
-    if (good && durable_) good = ::fsync(::fileno(stream_)) == 0;
-    good = std::fclose(std::exchange(stream_, nullptr)) == 0 && good;
-    if (owner_ != nullptr) {
-      good = good && ::rename(temporary_.c_str(), target_.c_str()) == 0;
-      if (!good) ::unlink(temporary_.c_str());
-      owner_->forget(parentOf(target_));
+    std::FILE* stream = std::exchange(stream_, nullptr);
+    if (written_ == nullptr) {
+      const bool good = std::fflush(stream) == 0 && std::ferror(stream) == 0;
+      return committed_ = std::fclose(stream) == 0 && good;
     }
-    return committed_ = good;
+    committed_ = !abandoned_ && written_->commit();
+    written_.reset();
+    owner_->forget(folder_);
+    return committed_;
   }
 
  private:
@@ -214,10 +191,9 @@ class PosixFileSystem::Handle final : public FileHandle {
 
   std::FILE* stream_ = nullptr;
   Direction direction_ = Direction::none;
-  std::string temporary_;
-  std::string target_;
+  std::unique_ptr<AtomicFile> written_;
+  std::string folder_;  // of what is written
   const PosixFileSystem* owner_ = nullptr;
-  bool durable_ = false;
   bool abandoned_ = false;
   bool committed_ = false;
 };
@@ -325,6 +301,11 @@ void PosixFileSystem::allowReading(std::string_view path) {
 bool PosixFileSystem::mayWrite(std::string_view machineFolder) const {
   const std::optional<std::string> real = canonical(std::string(machineFolder));
   return !real || isAllowed(*real);
+}
+
+void PosixFileSystem::clearLeftovers() {
+  for (const std::string& root : roots_) clearTemporariesBelow(root);
+  directories_.clear();
 }
 
 // Looking up
@@ -447,8 +428,8 @@ std::optional<std::string> PosixFileSystem::findDirectory(std::string_view path)
 std::optional<std::string> PosixFileSystem::findTarget(std::string_view path) const {
   const std::optional<Place> place = find(path);
   if (!place) return std::nullopt;
-  if (place->exists) return findExisting(path);
-  if (place->name.size() > NAME_MAX || isTemporary(place->name)) return std::nullopt;
+  if (place->exists) return isLink(place->path()) ? std::nullopt : findExisting(path);
+  if (place->name.size() > NAME_MAX || isTemporaryName(place->name)) return std::nullopt;
   return isAllowed(place->path()) ? std::optional(place->path()) : std::nullopt;
 }
 
@@ -467,15 +448,9 @@ std::unique_ptr<FileHandle> PosixFileSystem::open(std::string_view path, OpenMod
 
 std::unique_ptr<PosixFileSystem::Handle> PosixFileSystem::openForWriting(const std::string& target,
                                                                          bool durable) const {
-  struct stat status {};
-  if (::stat(target.c_str(), &status) == 0 &&
-      (!S_ISREG(status.st_mode) || ::access(target.c_str(), W_OK) != 0)) {
-    return nullptr;
-  }
-  std::string temporary;
-  const int file = openTemporary(target, &temporary);
-  if (file < 0) return nullptr;
-  return std::make_unique<Handle>(file, std::move(temporary), target, *this, durable);
+  auto file = std::make_unique<AtomicFile>(target, durable);
+  if (file->stream() == nullptr) return nullptr;
+  return std::make_unique<Handle>(std::move(file), parentOf(target), *this);
 }
 
 bool PosixFileSystem::fileExists(std::string_view path) {

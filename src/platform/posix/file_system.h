@@ -12,7 +12,7 @@
 // folder.
 //
 // Everything is checked against the fence by the canonical path, links followed. Files that are no plain
-// files (pipes, devices) do not exist for the engine.
+// files (pipes, devices) do not exist for the engine, and a file is not written through a link.
 
 #include <optional>
 #include <string>
@@ -44,6 +44,7 @@ class PosixFileSystem : public FileSystem {
   bool changeDirectory(std::string_view path) override;
   void allowRoot(std::string_view path) override;
   void allowReading(std::string_view path) override;
+  void clearLeftovers() override;
   bool mayWrite(std::string_view machineFolder) const override;
   std::string toEnginePath(std::string_view machinePath) const override;
   std::string toMachinePath(std::string_view enginePath) const override;

@@ -36,10 +36,6 @@ std::int64_t now() {
   return nanoseconds(time);
 }
 
-bool isControl(char character) { return static_cast<unsigned char>(character) < 0x20 || character == 0x7F; }
-
-bool isSeparator(char character) { return character == '\\' || character == '/'; }
-
 struct CloseDirectory {
   void operator()(DIR* stream) const { ::closedir(stream); }
 };
@@ -109,7 +105,7 @@ struct PosixFileSystem::Directory {
       const std::string_view name = entry->d_name;
       if (name == "." || name == ".." || isTemporaryName(name)) continue;
       const std::optional<std::string> engine = code_page::fromUtf8(name);
-      if (!engine || std::any_of(engine->begin(), engine->end(), isControl) ||
+      if (!engine || std::any_of(engine->begin(), engine->end(), EnginePath::isControl) ||
           engine->find('\\') != std::string::npos) {
         continue;
       }
@@ -200,37 +196,13 @@ class PosixFileSystem::Handle final : public FileHandle {
 
 PosixFileSystem::PosixFileSystem(std::string_view startDirectory)
     : start_(canonical(std::string(startDirectory)).value_or(std::string(startDirectory))) {
-  current_ = split(toEnginePath(start_)).value_or(Components());
+  current_ = EnginePath::of(toEnginePath(start_)).value_or(EnginePath());
   roots_.push_back(start_);
 }
 
 PosixFileSystem::~PosixFileSystem() = default;
 
 // Names
-
-std::optional<PosixFileSystem::Components> PosixFileSystem::split(std::string_view path) const {
-  if (path.empty() || path.size() > limits::kNameBytes || std::any_of(path.begin(), path.end(), isControl)) {
-    return std::nullopt;
-  }
-  if (path.size() >= 2 && path[1] == ':') {
-    if (path[0] != 'C' && path[0] != 'c') return std::nullopt;
-    path.remove_prefix(2);
-  }
-  Components components;
-  if (path.empty() || !isSeparator(path[0])) components = current_;
-  while (!path.empty()) {
-    const auto end = std::find_if(path.begin(), path.end(), isSeparator);
-    const std::string_view part(path.data(), static_cast<std::size_t>(end - path.begin()));
-    path.remove_prefix(std::min(part.size() + 1, path.size()));
-    if (part.empty() || part == ".") continue;
-    if (part != "..") {
-      components.emplace_back(part);
-    } else if (!components.empty()) {
-      components.pop_back();
-    }
-  }
-  return components;
-}
 
 std::string PosixFileSystem::diskName(const std::string& component) const {
   const auto alias = aliases_.find(code_page::foldCase(component));
@@ -240,7 +212,7 @@ std::string PosixFileSystem::diskName(const std::string& component) const {
 std::string PosixFileSystem::engineName(const std::string& diskName) const {
   const std::optional<std::string> name = code_page::fromUtf8(diskName);
   const bool isPlain = name && std::none_of(name->begin(), name->end(), [](char character) {
-                         return isControl(character) || isSeparator(character);
+                         return EnginePath::isControl(character) || EnginePath::isSeparator(character);
                        });
   if (isPlain) return *name;
   for (const auto& [alias, disk] : aliases_) {
@@ -254,7 +226,7 @@ std::string PosixFileSystem::engineName(const std::string& diskName) const {
 std::string PosixFileSystem::toEnginePath(std::string_view machinePath) const {
   std::string path = machinePath.starts_with('/') ? std::string() : start_ + "/";
   path += machinePath;
-  Components parts;
+  std::vector<std::string> parts;
   for (std::size_t start = 0; start < path.size();) {
     const std::size_t end = std::min(path.find('/', start), path.size());
     const std::string part = path.substr(start, end - start);
@@ -276,21 +248,17 @@ std::string PosixFileSystem::toMachinePath(std::string_view enginePath) const {
   return findTarget(enginePath).value_or("");
 }
 
-std::string PosixFileSystem::currentDirectory() const {
-  std::string result = "C:\\";
-  for (const std::string& part : current_) result += part + "\\";
-  return result;
-}
+std::string PosixFileSystem::currentDirectory() const { return current_.folderText(); }
 
 bool PosixFileSystem::changeDirectory(std::string_view path) {
   if (!findDirectory(path)) return false;
-  current_ = *split(path);
+  current_ = *EnginePath::of(path, current_);
   return true;
 }
 
 void PosixFileSystem::allowRoot(std::string_view path) {
-  const std::optional<Components> components = split(path);
-  const Directory* directory = components ? enter(*components, components->size()) : nullptr;
+  const std::optional<EnginePath> place = EnginePath::of(path, current_);
+  const Directory* directory = place ? enter(*place) : nullptr;
   if (directory != nullptr) roots_.push_back(directory->path);
 }
 
@@ -334,8 +302,10 @@ PosixFileSystem::Directory* PosixFileSystem::enterMachine(const std::string& can
   return directory.get();
 }
 
-// The directory that the first `count` components name; null when there is none.
-PosixFileSystem::Directory* PosixFileSystem::enter(const Components& components, std::size_t count) const {
+// The directory of that name; null when there is none.
+PosixFileSystem::Directory* PosixFileSystem::enter(const EnginePath& path) const {
+  const std::vector<std::string>& components = path.parts();
+  const std::size_t count = components.size();
   if (known_.size() > kDirectoriesKept || directories_.size() > kDirectoriesKept) {
     known_.clear();
     directories_.clear();
@@ -361,10 +331,10 @@ PosixFileSystem::Directory* PosixFileSystem::enter(const Components& components,
   for (; directory != nullptr && level < count; ++level) {
     const std::optional<std::string> name = lookUp(*directory, components[level]);
     const std::string entry = name ? join(directory->path, *name) : std::string();
-    const std::optional<std::string> path = name ? canonical(entry) : std::nullopt;
-    crossedLink = crossedLink || path != entry;
-    directory = path ? enterMachine(*path) : nullptr;
-    if (directory == nullptr && path) directory = enterMachine(*path);  // the remembered one was replaced
+    const std::optional<std::string> real = name ? canonical(entry) : std::nullopt;
+    crossedLink = crossedLink || real != entry;
+    directory = real ? enterMachine(*real) : nullptr;
+    if (directory == nullptr && real) directory = enterMachine(*real);  // the remembered one was replaced
     if (directory != nullptr && !crossedLink) known_[key.substr(0, ends[level + 1])] = directory->path;
   }
   return directory;
@@ -392,13 +362,14 @@ void PosixFileSystem::forget(const std::string& path) const {
 }
 
 std::optional<PosixFileSystem::Place> PosixFileSystem::find(std::string_view path) const {
-  const std::optional<Components> components = split(path);
-  if (!components) return std::nullopt;
-  if (components->empty()) return Place{"/", "", true};
-  Directory* directory = enter(*components, components->size() - 1);
+  const std::optional<EnginePath> place = EnginePath::of(path, current_);
+  if (!place) return std::nullopt;
+  if (place->isRoot()) return Place{"/", "", true};
+  Directory* directory = enter(place->parent());
   if (directory == nullptr) return std::nullopt;
-  const std::optional<std::string> name = lookUp(*directory, components->back());
-  return Place{directory->path, name.value_or(diskName(components->back())), name.has_value()};
+  const std::string& last = place->parts().back();
+  const std::optional<std::string> name = lookUp(*directory, last);
+  return Place{directory->path, name.value_or(diskName(last)), name.has_value()};
 }
 
 std::optional<std::string> PosixFileSystem::findAnywhere(std::string_view path) const {

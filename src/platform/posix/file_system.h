@@ -20,6 +20,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/engine_path.h"
 #include "platform/file_system.h"
 
 namespace footlight::platform {
@@ -53,9 +54,6 @@ class PosixFileSystem : public FileSystem {
   class Handle;
   struct Directory;
 
-  // The parts of an engine path, from the machine's root on.
-  using Components = std::vector<std::string>;
-
   // Where a name leads: an entry of a directory that exists.
   struct Place {
     std::string directory;  // canonical, on the machine
@@ -64,7 +62,6 @@ class PosixFileSystem : public FileSystem {
     std::string path() const { return directory == "/" ? "/" + name : directory + "/" + name; }
   };
 
-  std::optional<Components> split(std::string_view path) const;
   std::string diskName(const std::string& component) const;
   std::string engineName(const std::string& diskName) const;
 
@@ -80,7 +77,7 @@ class PosixFileSystem : public FileSystem {
   std::optional<std::string> findTarget(std::string_view path) const;
   bool isAllowed(std::string_view canonicalPath) const;
 
-  Directory* enter(const Components& components, std::size_t count) const;
+  Directory* enter(const EnginePath& path) const;
   Directory* enterMachine(const std::string& canonicalPath) const;
   std::optional<std::string> lookUp(Directory& directory, const std::string& component) const;
   void forget(const std::string& path) const;
@@ -88,7 +85,7 @@ class PosixFileSystem : public FileSystem {
   std::unique_ptr<Handle> openForWriting(const std::string& target, bool durable) const;
 
   std::string start_;  // canonical, on the machine
-  Components current_;
+  EnginePath current_;
   std::vector<std::string> roots_;     // canonical, on the machine
   std::vector<std::string> readable_;  // files outside them, likewise
 

@@ -7,10 +7,12 @@
 
 #include "app/application.h"
 #include "files/big_file.h"
+#include "files/config.h"
 #include "files/language_os_ver.h"
 #include "foundation/code_page.h"
 #include "foundation/command_line6.h"
 #include "foundation/diagnose.h"
+#include "foundation/limits.h"
 #include "foundation/random.h"
 #include "gfx/direct_draw_surface.h"
 #include "gfx/window.h"
@@ -50,6 +52,16 @@ std::string reportLine(const diagnose::Report& report) {
   std::string line = std::string(diagnose::groupName(report.group)) + ": " + report.object;
   if (!report.method.empty()) line += "^" + report.method;
   return place + code_page::toUtf8(line + ": " + report.text);
+}
+
+// The size that the command line asks for, or the usual one where no screen can have it.
+CXSize screenSize(const CCommandLine6& commandLine) {
+  const CXSize asked = commandLine.getResolution();
+  if (limits::isPictureSize(asked.width, asked.height)) return asked;
+  constexpr CXSize kUsual = CCommandLine6::kUsualResolution;
+  complain("-res: no screen has " + std::to_string(asked.width) + " by " + std::to_string(asked.height) +
+           " pixels; it gets " + std::to_string(kUsual.width) + " by " + std::to_string(kUsual.height));
+  return kUsual;
 }
 
 }  // namespace
@@ -226,11 +238,13 @@ int Host::runEngine() {
       options_.headless ? 1 : static_cast<std::uint32_t>(platform_->clock().counter())));
 
   CLanguageOSVer language;
-  CWindow window(&commandLine, &language, commandLine.getResolution(),
+  CWindow window(&commandLine, &language, screenSize(commandLine),
                  CXString(files.toEnginePath(platform::PosixModules::programFolder().string())));
   language.setWindowIfc(&window);
   CApplication application(&window, fromMachine(options_.ini), bigFileName(), &commandLine);
-  return runGame(window, application, commandLine);
+  const int status = runGame(window, application, commandLine);
+  platform_->whenLost({});
+  return status;
 }
 
 int Host::runGame(CWindow& window, CApplication& application, const CCommandLine6& commandLine) {
@@ -245,6 +259,10 @@ int Host::runGame(CWindow& window, CApplication& application, const CCommandLine
   window.OnActivateApp(true);
   watchdog::use([this] { return !isCloseAsked(); });
   takeEvents();  // controllers that are there already
+  platform_->whenLost([&application] {
+    if (CConfig* config = application.GetConfigInterface()) config->flush();
+    complain("the display is gone");
+  });
   application.preinitializeApplication();
   if (application.LastError() != 0) {
     window.ShowError(kCaption);

@@ -8,8 +8,11 @@ program will write.
 import argparse
 import os
 import pathlib
+import resource
 import shutil
+import signal
 import stat
+import struct
 import subprocess
 import sys
 import tempfile
@@ -23,9 +26,11 @@ def expect(holds, what):
         FAULTS.append(what)
 
 
-def run(host, game, *words):
+def run(host, game, *words, **more):
     command = [str(host), "--headless", "--ticks", "4", "--diagnose", "warn", *map(str, words)]
-    return subprocess.run(command, cwd=game, stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=PATIENCE)
+    return subprocess.run(
+        command, cwd=game, stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=PATIENCE, **more
+    )
 
 
 def make_game(folder, scenes, application=""):
@@ -183,6 +188,60 @@ def try_what_options_write(host, work):
     expect(set(path.name for path in game.iterdir()) - set(before) <= set(WRITTEN), "an option left something behind")
 
 
+# A picture, an array and a page that are larger than the room on the disk; the INI file is not.
+SAVER = """OBJECT=MAIN
+MAIN:ONINIT={SEEN^GETBPP();PICTURE^SAVE("saved.img");LIST^LOAD("old.arr");LIST^ADD(LONG);LIST^SAVE("list.arr");GAME^PRINT();VALUE^SET(2);}
+DEF:SEEN(TYPE=CANVAS_OBSERVER)
+DEF:PICTURE(TYPE=IMAGE|FILENAME=large.img)
+DEF:LIST(TYPE=ARRAY)
+DEF:LONG(TYPE=STRING|VALUE=%s)
+DEF:VALUE(TYPE=INTEGER|VALUE=1|TOINI=TRUE)
+"""
+
+
+def try_a_full_disk(host, work):
+    game = make_game(work / "full", {"MAIN": SAVER % ("x" * 5000)})
+    header = struct.pack("<4s9i", b"PIK\0", 50, 50, 16, 5000, 0, 0, 0, 0, 0)
+    (game / "Dane" / "large.img").write_bytes(header + bytes(5000))
+    (game / "Dane" / "list.arr").write_text("old")
+
+    def leave_little():
+        signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+        resource.setrlimit(resource.RLIMIT_FSIZE, (3000, resource.RLIM_INFINITY))
+
+    done = run(host, game, preexec_fn=leave_little)
+    expect(done.returncode == 0, f"a full disk: status {done.returncode}")
+    for name in ("saved.img", "list.arr", "DocPrint"):
+        expect(name in done.stderr, f"a full disk: no report of {name}: {done.stderr}")
+    expect("VALUE=2" in (game / "footlight.ini").read_text(), "a full disk: the INI file lost a value")
+    expect((game / "Dane" / "list.arr").read_text() == "old", "a full disk: an old file went")
+    left = [path.name for path in game.rglob("*") if path.name.startswith(".footlight")]
+    expect(not left and not (game / "DocPrint.png").exists(), f"a full disk: {left} stayed")
+
+
+def try_sizes(host, work):
+    """A screen that cannot be gets the usual size."""
+    game = fresh_writer(work / "sizes")
+    for words in (["-1", "5000000000"], ["0"], ["1024", "0"], ["16385", "1"], ["16000", "16001"]):
+        done = run(host, game, "-window", "-res", *words, "--shot", "2:shot.png")
+        size = struct.unpack(">2I", (game / "shot.png").read_bytes()[16:24])
+        expect(done.returncode == 0 and size == (800, 600) and "-res: " in done.stderr, f"-res {words}: {size} {done}")
+
+
+def try_what_was_left(host, work):
+    """Temporary files of processes that are no more go at the start, those of living ones stay."""
+    game = fresh_writer(work / "left")
+    ended = subprocess.Popen(["true"])
+    ended.wait()
+    living = game / f".footlight-{os.getpid()}-1.tmp"
+    dead = [folder / f".footlight-{ended.pid}-7.tmp" for folder in (game, game / "Dane", game / "COMMON")]
+    for path in (living, *dead):
+        path.write_text("half")
+    run(host, game)
+    expect(living.exists(), "what was left: a living process lost its file")
+    expect(not any(path.exists() for path in dead), "what was left: it is still there")
+
+
 def main():
     parser = argparse.ArgumentParser(description="Attacks what the program writes and loads.")
     parser.add_argument("--host", required=True, type=pathlib.Path)
@@ -192,6 +251,9 @@ def main():
         try_modules(host, work)
         try_what_games_write(host, work)
         try_what_options_write(host, work)
+        try_a_full_disk(host, work)
+        try_what_was_left(host, work)
+        try_sizes(host, work)
     finally:
         shutil.rmtree(work)
     print("\n".join(f"gate: {fault}" for fault in FAULTS) or "gate: as expected")

@@ -7,6 +7,7 @@
 #include <ctime>
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <tuple>
 #include <unistd.h>
@@ -68,6 +69,30 @@ int openPlain(const std::string& path, int flags) {
   ::close(file);
   return -1;
 }
+
+class FolderLock final : public FileLock {
+ public:
+  explicit FolderLock(const std::string& folder)
+      : folder_(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+    constexpr timespec kPause = {0, 1000000};
+    for (int left = 1000; folder_ >= 0 && !isHeld_ && left > 0; --left) {
+      isHeld_ = ::flock(folder_, LOCK_EX | LOCK_NB) == 0;
+      if (!isHeld_ && errno != EWOULDBLOCK) return;
+      if (!isHeld_) ::nanosleep(&kPause, nullptr);
+    }
+  }
+  ~FolderLock() override {
+    if (folder_ >= 0) ::close(folder_);
+  }
+  FolderLock(const FolderLock&) = delete;
+  FolderLock& operator=(const FolderLock&) = delete;
+
+  bool isHeld() const { return isHeld_; }
+
+ private:
+  int folder_;
+  bool isHeld_ = false;
+};
 
 }  // namespace
 
@@ -487,6 +512,14 @@ std::optional<std::vector<std::byte>> PosixFileSystem::readWhole(std::string_vie
   std::vector<std::byte> content(static_cast<std::size_t>(file->length()));
   content.resize(file->read(content));
   return content;
+}
+
+// A file that is written takes another one's place, so the lock is its folder's.
+std::unique_ptr<FileLock> PosixFileSystem::lock(std::string_view path) {
+  const std::optional<std::string> target = findTarget(path);
+  if (!target) return nullptr;
+  auto lock = std::make_unique<FolderLock>(parentOf(*target));
+  return lock->isHeld() ? std::move(lock) : nullptr;
 }
 
 bool PosixFileSystem::copy(std::string_view from, std::string_view to) {

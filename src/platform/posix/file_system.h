@@ -38,6 +38,7 @@ class PosixFileSystem : public FileSystem {
   std::vector<DirectoryEntry> list(std::string_view path) override;
   bool writeWhole(std::string_view path, std::span<const std::byte> content, bool durable) override;
   std::optional<std::vector<std::byte>> readWhole(std::string_view path, std::int64_t limit) override;
+  std::unique_ptr<FileLock> lock(std::string_view path) override;
   bool copy(std::string_view from, std::string_view to) override;
   bool remove(std::string_view path) override;
   bool makeDirectory(std::string_view path) override;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/posix/system_locale.h"
+#include "platform/sdl/display_loss.h"
 
 namespace footlight::platform {
 
@@ -49,6 +50,8 @@ FileSystem& SdlPlatform::files() {
   assert(files_ != nullptr);
   return *files_;
 }
+
+void SdlPlatform::whenLost(std::function<void()> work) { watchDisplay(std::move(work)); }
 
 std::vector<WindowEvent> SdlPlatform::pump() {
   std::vector<WindowEvent> events;

@@ -58,6 +58,7 @@ class SdlPlatform : public Platform {
   SdlSound* sound() override { return sound_.isOpen() ? &sound_ : nullptr; }
   std::string locale() const override { return options_.locale; }
   std::vector<WindowEvent> pump() override;
+  void whenLost(std::function<void()> work) override;
 
  private:
   // SDL's subsystems, up as long as this lives.

@@ -5,10 +5,13 @@
 #   tools/tidy.sh --recent N    the N that changed last, without the checks that take long
 #   tools/tidy.sh --all         every one
 #
+# First of all tools/check_gate.py looks whether anything writes files or loads code beside the gates.
+#
 # Needs a build folder: build/release if it is there, else build/debug.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
+tools/check_gate.py
 build=build/release
 [ -f $build/compile_commands.json ] || build=build/debug
 [ -f $build/compile_commands.json ] || { echo "Tidy: build first: cmake --preset release" >&2; exit 1; }

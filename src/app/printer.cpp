@@ -4,6 +4,7 @@
 #include <cstring>
 #include <vector>
 
+#include "foundation/diagnose.h"
 #include "foundation/limits.h"
 #include "gfx/direct_draw_surface.h"
 #include "gfx/window.h"
@@ -17,6 +18,7 @@ namespace {
 // A landscape sheet of A4 at 100 dots an inch.
 constexpr CXSize kPage(limits::usualOrSmall(1169, 57), limits::usualOrSmall(827, 40));
 constexpr std::uint32_t kPaper = 0xFFFFFF;
+constexpr const char* kDocument = "DocPrint";
 
 constexpr std::size_t at(int x, int y, int width) {
   return static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x);
@@ -58,7 +60,8 @@ void CPrinter::print(CXRect rect) const {
       page[at(corner.x + x, corner.y + y, kPage.width)] = picture[at(sourceX, sourceY, width)];
     }
   }
-  platform::current().shell().print({"DocPrint", kPage.width, kPage.height, page});
+  if (platform::current().shell().print({kDocument, kPage.width, kPage.height, page})) return;
+  if (diagnose::isOn()) diagnose::report(diagnose::Group::file, kDocument, "", "the page cannot be written");
 }
 
 }  // namespace footlight

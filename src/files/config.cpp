@@ -1,6 +1,7 @@
 #include "files/config.h"
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 #include "foundation/code_page.h"
@@ -12,7 +13,10 @@ namespace footlight {
 
 namespace {
 
-constexpr std::uint32_t kDurablePeriod = 250;  // milliseconds
+constexpr std::uint32_t kPeriod = 250;  // milliseconds
+constexpr std::size_t kMostRead = limits::kIniValueBytes - 1;
+constexpr std::size_t kMostWaiting = 10000;
+constexpr std::size_t kMostWaitingBytes = std::size_t{16} << 20;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 std::string_view trim(std::string_view text) {
@@ -65,22 +69,29 @@ CConfig::CConfig(CXString fileName) : fileName_(std::move(fileName)) {}
 CConfig::~CConfig() { flush(); }
 
 bool CConfig::refresh() {
-  platform::FileSystem& files = platform::current().files();
-  const std::optional<platform::FileStamp> stamp = files.stamp(fileName_);
-  if (isRead_ && stamp == stamp_) return true;
-  isRead_ = false;
+  const std::optional<platform::FileStamp> stamp = platform::current().files().stamp(fileName_);
+  return (isRead_ && stamp == stamp_) || read(stamp);
+}
+
+// Two changes by others within one step of the disk's clock can leave the same stamp: where nothing may be
+// lost the file is read whatever it says.
+bool CConfig::read(const std::optional<platform::FileStamp>& stamp) {
   std::string content;
   if (stamp) {
-    const auto bytes = files.readWhole(fileName_, limits::kTextFileBytes);
-    if (!bytes) {
+    const auto bytes = platform::current().files().readWhole(fileName_, limits::kTextFileBytes);
+    if (!bytes || std::ranges::count(*bytes, std::byte{'\n'}) > limits::kIniLines) {
       limitHit("config.unreadable");
+      isRead_ = false;
       parse({});
       return false;
     }
     content.assign(reinterpret_cast<const char*>(bytes->data()), bytes->size());
   }
+  const bool isSame = isRead_ && std::hash<std::string>()(content) == contentHash_;
   stamp_ = stamp;
   isRead_ = true;
+  if (isSame) return true;
+  contentHash_ = std::hash<std::string>()(content);
   parse(content);
   return true;
 }
@@ -118,10 +129,13 @@ void CConfig::index() {
 }
 
 CXString CConfig::GetString(const CXString& section, const CXString& key) {
+  const std::string name = keyOf(trim(section), trim(key));
+  const auto waiting = waiting_.find(name);
+  if (waiting != waiting_.end()) return plainValue(waiting->second.value).substr(0, kMostRead);
   refresh();
-  const auto found = keys_.find(keyOf(trim(section), trim(key)));
+  const auto found = keys_.find(name);
   if (found == keys_.end()) return {};
-  return keyLine(lines_[found->second])->value.substr(0, limits::kIniValueBytes - 1);
+  return keyLine(lines_[found->second])->value.substr(0, kMostRead);
 }
 
 int CConfig::GetInt(const CXString& section, const CXString& key) {
@@ -143,16 +157,63 @@ void CConfig::PutString(const CXString& section, const CXString& key, const CXSt
   std::string text = value.str();
   std::replace_if(
       text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n' || c == '\0'; }, ' ');
-  if (!refresh()) return;
-  const auto found = keys_.find(keyOf(sectionText, keyText));
+  if (refresh() && waiting_.empty() && isInFile(sectionText, keyText, text)) return;
+  if (!remember({std::string(sectionText), std::string(keyText), std::move(text)})) return;
+  save();
+}
+
+bool CConfig::isInFile(std::string_view section, std::string_view key, std::string_view value) const {
+  const auto found = keys_.find(keyOf(section, key));
+  return found != keys_.end() && keyLine(lines_[found->second])->value == plainValue(value);
+}
+
+// False when too much waits for a disk that takes nothing.
+bool CConfig::remember(Change change) {
+  const std::string name = keyOf(change.section, change.key);
+  const auto old = waiting_.find(name);
+  const std::size_t freed = old == waiting_.end() ? 0 : old->second.value.size();
+  const std::size_t added = change.value.size() + (old == waiting_.end() ? 2 * name.size() : 0);
+  const std::size_t bytes = waitingBytes_ - freed + added;
+  if (bytes > kMostWaitingBytes || (old == waiting_.end() && waiting_.size() >= kMostWaiting)) {
+    limitHit("config.waiting");
+    return false;
+  }
+  waitingBytes_ = bytes;
+  if (old == waiting_.end()) {
+    order_.push_back(name);
+    waiting_.emplace(name, std::move(change));
+  } else {
+    old->second.value = std::move(change.value);
+  }
+  return true;
+}
+
+// Others may write the same file: it is locked, read again, and what waits is put into what stands there.
+void CConfig::save() {
+  if (waiting_.empty()) return;
+  platform::FileSystem& files = platform::current().files();
+  const std::unique_ptr<platform::FileLock> lock = files.lock(fileName_);
+  triedAt_ = platform::current().clock().ticks();
+  if (!read(files.stamp(fileName_))) return;
+  bool isChanged = false;
+  for (const std::string& name : order_) isChanged = apply(waiting_.at(name)) || isChanged;
+  if (isChanged && !write()) return;
+  waiting_.clear();
+  order_.clear();
+  waitingBytes_ = 0;
+}
+
+// Puts a value into the lines; false when it stands there.
+bool CConfig::apply(const Change& change) {
+  if (isInFile(change.section, change.key, change.value)) return false;
+  const auto found = keys_.find(keyOf(change.section, change.key));
   if (found != keys_.end()) {
     std::string& line = lines_[found->second];
-    if (keyLine(line)->value == plainValue(text)) return;
-    line.replace(line.find('=') + 1, std::string::npos, text);
+    line.replace(line.find('=') + 1, std::string::npos, change.value);
   } else {
-    setLine(std::string(sectionText), std::string(keyText), std::string(keyText) + "=" + text);
+    setLine(change.section, change.key, change.key + "=" + change.value);
   }
-  write();
+  return true;
 }
 
 // Adds a line for a new key: behind the last line of its section that is not empty.
@@ -177,35 +238,42 @@ void CConfig::setLine(const std::string& section, const std::string& key, const 
   }
 }
 
-void CConfig::write() {
+bool CConfig::write() {
   std::string content;
   for (const std::string& line : lines_) content.append(line).append(lineEnd_);
-  const bool durable = isDue();
+  const bool durable = isDue(durableAt_);
   platform::FileSystem& files = platform::current().files();
   if (!files.writeWhole(fileName_, std::as_bytes(std::span(content)), durable)) {
     isRead_ = false;  // the file still says what it said
     if (diagnose::isOn()) diagnose::report(diagnose::Group::file, fileName_, "", "cannot be written");
-    return;
+    return false;
   }
   stamp_ = files.stamp(fileName_);
+  contentHash_ = std::hash<std::string>()(content);
   isPending_ = !durable;
   if (durable) durableAt_ = platform::current().clock().ticks();
+  return true;
 }
 
-// True when the disk may be waited for again.
-bool CConfig::isDue() const {
-  return !durableAt_ || platform::current().clock().ticks() - *durableAt_ >= kDurablePeriod;
+// True when the disk may be waited for, or tried, again.
+bool CConfig::isDue(const std::optional<std::uint32_t>& last) {
+  return !last || platform::current().clock().ticks() - *last >= kPeriod;
 }
 
 void CConfig::tick() {
-  if (isPending_ && isDue()) flush();
+  if (!waiting_.empty() && isDue(triedAt_)) save();
+  if (isPending_ && isDue(durableAt_)) flush();
 }
 
 void CConfig::flush() {
-  if (!isPending_ || !platform::isInstalled()) return;
+  if (!platform::isInstalled()) return;
+  save();
+  if (!isPending_) return;
   isPending_ = false;
   durableAt_.reset();
-  if (refresh() && stamp_) write();
+  platform::FileSystem& files = platform::current().files();
+  const std::unique_ptr<platform::FileLock> lock = files.lock(fileName_);
+  if (read(files.stamp(fileName_)) && stamp_) write();
 }
 
 }  // namespace footlight

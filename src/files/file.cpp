@@ -152,6 +152,8 @@ int CFile::Close() {
   if (handle_ == nullptr) return 0;
   const bool committed = handle_->commit();
   handle_.reset();
+  if (!committed && diagnose::isOn())
+    diagnose::report(diagnose::Group::file, name_, "", "the disk did not take all of it; the old file stays");
   return committed ? 0 : -1;
 }
 

@@ -1,79 +1,47 @@
 #include "files/packed_game.h"
 
-#include <algorithm>
 #include <optional>
 #include <utility>
 
 #include "files/file_places.h"
-#include "foundation/code_page.h"
-#include "foundation/limits.h"
 #include "platform/platform.h"
 
 namespace footlight {
 
 namespace {
 
-constexpr std::size_t kDriveBytes = 2;  // "C:"
+using platform::EnginePath;
 
 platform::FileSystem& files() { return platform::current().files(); }
 
-CXString parentOf(const CXString& path) { return path.Left(std::max(0, path.FindLast('\\'))); }
-
-CXString withoutSlash(const CXString& folder) {
-  return folder.lastChar() == '\\' ? folder.Left(folder.Length() - 1) : folder;
-}
-
-// The path below the root with a backslash in front; nothing for a path that lies elsewhere.
-std::optional<std::string> insideOf(const CXString& root, const CXString& path) {
-  const CXString folder = withoutSlash(root);
-  const std::string_view whole = path.view();
-  const auto length = static_cast<std::size_t>(folder.Length());
-  const bool isBelow = whole.size() >= length &&
-                       code_page::foldCase(whole.substr(0, length)) == code_page::foldCase(folder.view()) &&
-                       (whole.size() == length || whole[length] == '\\');
-  if (!isBelow || whole.empty()) return std::nullopt;
-  return whole.size() == length ? "\\" : std::string(whole.substr(length));
-}
+EnginePath pathOf(const CXString& name) { return EnginePath::of(name.view()).value_or(EnginePath()); }
 
 }  // namespace
 
 PackedGame::PackedGame(std::unique_ptr<CBigFile> file)
-    : file_(std::move(file)), current_(withoutSlash(files().currentDirectory())), start_(current_) {}
+    : file_(std::move(file)), current_(pathOf(files().currentDirectory())), start_(current_) {}
 
 CXString PackedGame::fullPath(const CXString& path) const {
-  std::string_view rest = path.view();
-  if (rest.empty() || rest.size() > limits::kNameBytes) return {};
-  const bool hasDrive = rest.size() >= kDriveBytes && rest[1] == ':';
-  if (hasDrive && rest[0] != 'C' && rest[0] != 'c') return {};
-  if (hasDrive) rest.remove_prefix(kDriveBytes);
-  const bool isRooted = !rest.empty() && (rest[0] == '\\' || rest[0] == '/');
-  std::string full = isRooted ? "C:" : current_.str();
-  while (!rest.empty()) {
-    const std::string_view part = rest.substr(0, rest.find_first_of("\\/"));
-    rest.remove_prefix(std::min(part.size() + 1, rest.size()));
-    if (part.empty() || part == ".") continue;
-    if (part != "..") {
-      full.append("\\").append(part);
-    } else if (full.size() > kDriveBytes) {
-      full.resize(full.rfind('\\'));
-    }
-  }
-  return full.size() <= limits::kNameBytes ? CXString(full) : CXString();
+  const std::optional<EnginePath> full = EnginePath::of(path.view(), current_);
+  return full ? CXString(full->text()) : CXString();
 }
 
 // The names inside the big file that a path may have. Below a data root that the big file holds in its own
 // place nothing else is meant.
 std::vector<std::string> PackedGame::insideNames(const CXString& path) const {
   std::vector<std::string> names;
-  const CXString full = fullPath(path);
+  const std::optional<EnginePath> full = EnginePath::of(path.view(), current_);
+  if (!full) return names;
   const CFilePlaces* places = CFilePlaces::current();
-  const CXString root = places != nullptr ? places->rootPath() : start_;
-  const CXString dataRoot = places != nullptr ? places->dataRoot() : start_;
-  if (const auto below = insideOf(root, full)) names.emplace_back(*below);
-  const auto dataBelow = insideOf(root, withoutSlash(dataRoot));
-  const bool hasDataRoot = dataBelow && *dataBelow != "\\" && file_->findFolder(*dataBelow) != nullptr;
-  const auto below = insideOf(dataRoot, full);
-  if (below && !hasDataRoot && (names.empty() || names.front() != *below)) names.emplace_back(*below);
+  const EnginePath root = places != nullptr ? pathOf(places->rootPath()) : start_;
+  const EnginePath dataRoot = places != nullptr ? pathOf(places->dataRoot()) : start_;
+  if (const auto below = full->below(root)) names.push_back("\\" + *below);
+  const auto dataBelow = dataRoot.below(root);
+  const bool hasDataRoot =
+      dataBelow && !dataBelow->empty() && file_->findFolder("\\" + *dataBelow) != nullptr;
+  const auto below = full->below(dataRoot);
+  if (below && !hasDataRoot && (names.empty() || names.front() != "\\" + *below))
+    names.push_back("\\" + *below);
   return names;
 }
 
@@ -92,11 +60,11 @@ const BigFileEntry* PackedGame::findFolder(const CXString& path) const {
 }
 
 void PackedGame::changeDirectory(const CXString& path) {
-  const CXString full = fullPath(path);
-  if (full.IsEmpty()) return;
-  const BigFileEntry* folder = findFolder(full);
-  if (!files().changeDirectory(full + "\\") && folder == nullptr) return;
-  current_ = full;
+  const std::optional<EnginePath> full = EnginePath::of(path.view(), current_);
+  if (!full) return;
+  const BigFileEntry* folder = findFolder(full->text());
+  if (!files().changeDirectory(full->folderText()) && folder == nullptr) return;
+  current_ = *full;
   file_->enter(folder);
 }
 
@@ -119,11 +87,12 @@ std::unique_ptr<FileSearch> PackedGame::findFirst(const CXString& pattern, FileF
 }
 
 bool PackedGame::makeFoldersFor(const CXString& path) const {
-  const CXString folder = parentOf(fullPath(path));
-  if (folder.IsEmpty() || files().directoryExists(folder + "\\") || findFolder(folder) == nullptr)
-    return false;
-  makeFoldersFor(folder);
-  return files().makeDirectory(folder);
+  const std::optional<EnginePath> full = EnginePath::of(path.view(), current_);
+  if (!full || full->isRoot()) return false;
+  const EnginePath folder = full->parent();
+  if (files().directoryExists(folder.folderText()) || findFolder(folder.text()) == nullptr) return false;
+  makeFoldersFor(folder.text());
+  return files().makeDirectory(folder.text());
 }
 
 }  // namespace footlight

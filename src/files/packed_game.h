@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "files/big_file.h"
+#include "platform/engine_path.h"
 
 namespace footlight {
 
@@ -23,7 +24,7 @@ class PackedGame {
   CBigFile& file() { return *file_; }
 
   // Ends in a backslash.
-  CXString currentDirectory() const { return current_ + "\\"; }
+  CXString currentDirectory() const { return current_.folderText(); }
   // Changes nothing when neither the disk nor the big file has such a folder.
   void changeDirectory(const CXString& path);
   // A name with the current directory in front where it needs one, without "." and ".."; empty for a name
@@ -44,8 +45,8 @@ class PackedGame {
   const BigFileEntry* findFolder(const CXString& path) const;
 
   std::unique_ptr<CBigFile> file_;
-  CXString current_;  // without a backslash at its end
-  CXString start_;    // stands for both roots as long as nobody tells them
+  platform::EnginePath current_;
+  platform::EnginePath start_;  // stands for both roots as long as nobody tells them
 };
 
 }  // namespace footlight

@@ -13,6 +13,8 @@ namespace footlight {
 
 class CCommandLine6 {
  public:
+  static constexpr CXSize kUsualResolution{800, 600};
+
   explicit CCommandLine6(std::string_view commandLine);
 
   int getNoArgs() const { return static_cast<int>(tokens_.size()); }
@@ -34,7 +36,7 @@ class CCommandLine6 {
   bool isDebugMode() const { return debug_; }
   bool isCreateBigFile() const { return bigFile_; }
   bool isLogEnabled() const { return log_; }
-  // As asked for, unchecked: a number on the line may be zero or negative. 800 by 600 by default.
+  // As asked for, unchecked: a number on the line may be zero or negative. kUsualResolution by default.
   CXSize getResolution() const { return {width_, height_}; }
   // The data directory; empty by default.
   const CXString& getPath() const { return path_; }
@@ -52,8 +54,8 @@ class CCommandLine6 {
   void parse();
 
   std::vector<CXString> tokens_;
-  int width_ = 800;
-  int height_ = 600;
+  int width_ = kUsualResolution.width;
+  int height_ = kUsualResolution.height;
   bool music_ = true;
   bool sound_ = true;
   bool window_ = false;

@@ -54,6 +54,7 @@ inline constexpr int kHistoryEntries = usualOrSmall(65536, 64);  // sub-scenes r
 inline constexpr int kInputEvents = 4096;                        // queued, of one device
 inline constexpr int kUnloadRounds = 3;       // sweeps for objects that ONDONE handlers add
 inline constexpr int kDirtyRects = 65536;     // of one screen; more of them dirty all of it
+inline constexpr int kIniLines = 1 << 20;     // a longer file counts as one that cannot be read
 inline constexpr int kIniValueBytes = 10240;  // of one value read
 
 // Whether a picture, a surface or a screen may be that large.

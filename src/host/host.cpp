@@ -7,10 +7,12 @@
 
 #include "app/application.h"
 #include "files/big_file.h"
+#include "files/config.h"
 #include "files/language_os_ver.h"
 #include "foundation/code_page.h"
 #include "foundation/command_line6.h"
 #include "foundation/diagnose.h"
+#include "foundation/limits.h"
 #include "foundation/random.h"
 #include "gfx/direct_draw_surface.h"
 #include "gfx/window.h"
@@ -53,6 +55,16 @@ std::string reportLine(const diagnose::Report& report) {
   return place + code_page::toUtf8(line + ": " + report.text);
 }
 
+// The size that the command line asks for, or the usual one where no screen can have it.
+CXSize screenSize(const CCommandLine6& commandLine) {
+  const CXSize asked = commandLine.getResolution();
+  if (limits::isPictureSize(asked.width, asked.height)) return asked;
+  constexpr CXSize kUsual = CCommandLine6::kUsualResolution;
+  complain("-res: no screen has " + std::to_string(asked.width) + " by " + std::to_string(asked.height) +
+           " pixels; it gets " + std::to_string(kUsual.width) + " by " + std::to_string(kUsual.height));
+  return kUsual;
+}
+
 }  // namespace
 
 Host::Host(Options options) : options_(std::move(options)) {}
@@ -70,7 +82,8 @@ int Host::run() {
   if (!openInput()) return kBadCommandLine;
   platform::use(platform_.get());
   startDiagnose();
-  const int status = runEngine();
+  int status = runEngine();
+  if (!finishRecords() && status == kEnded) status = kNotWritten;
   diagnose::listen({});
   devices_->recordTo(nullptr);
   platform::use(nullptr);
@@ -88,6 +101,7 @@ void Host::makePlatform() {
     machine.bpp = options_.bpp;
     machine.printFolder = start;
     machine.recordFile = options_.record;
+    machine.moduleFolder = options_.modules.value_or(options_.installedModules);
     if (options_.time) machine.unixSeconds = *options_.time;
     if (!options_.locale.empty()) machine.locale = options_.locale;
     auto made = std::make_unique<platform::HeadlessPlatform>(std::move(machine), std::move(files));
@@ -101,6 +115,7 @@ void Host::makePlatform() {
     machine.locale = options_.locale;
     machine.unixSeconds = options_.time;
     machine.printFolder = start;
+    machine.moduleFolder = options_.modules.value_or(options_.installedModules);
     auto made = std::make_unique<platform::SdlPlatform>(std::move(machine), std::move(files));
     devices_ = &made->input();
     platform_ = std::move(made);
@@ -118,19 +133,28 @@ bool Host::openInput() {
       for (const int port : platform::InputScript::kScriptedPorts) devices_->connectController(port);
     }
   }
-  if (headless_ != nullptr && !headless_->isRecording()) {
-    complain("--record: " + options_.record + ": cannot be written");
+  if (headless_ != nullptr && !headless_->recordFailure().empty()) {
+    complain("--record: " + options_.record + ": " + headless_->recordFailure());
     return false;
   }
   if (!options_.recordInput.empty()) {
     recorder_ = std::make_unique<platform::InputRecorder>(options_.recordInput);
-    if (!recorder_->isGood()) {
-      complain("--record-input: " + options_.recordInput + ": cannot be written");
+    if (!recorder_->failure().empty()) {
+      complain("--record-input: " + options_.recordInput + ": " + recorder_->failure());
       return false;
     }
     devices_->recordTo(recorder_.get());
   }
   return true;
+}
+
+// False when something that was asked for is not whole on the disk.
+bool Host::finishRecords() {
+  const std::string sound = headless_ != nullptr ? headless_->finishRecord() : std::string();
+  const std::string input = recorder_ ? recorder_->failure() : std::string();
+  if (!sound.empty()) complain("--record: " + options_.record + ": " + sound);
+  if (!input.empty()) complain("--record-input: " + options_.recordInput + ": " + input);
+  return sound.empty() && input.empty() && !isShotMissing_;
 }
 
 void Host::startDiagnose() {
@@ -196,21 +220,33 @@ CXString Host::bigFileName() const {
   return files.fileExists(name) ? name : fromMachine(options_.bigFile);
 }
 
+// A folder that was asked for must serve; the installed one may be missing, and an empty name means none.
+bool Host::areModulesSafe() const {
+  const bool isAsked = options_.modules && !options_.modules->empty();
+  const std::string refusal = isAsked ? platform_->modules().refusal() : std::string();
+  if (!refusal.empty()) complain("--modules: " + *options_.modules + ": " + refusal);
+  return refusal.empty();
+}
+
 int Host::runEngine() {
   CCommandLine6 commandLine(fromMachine(options_.engineLine));
   if (isRefused(commandLine)) return kBadCommandLine;
   if (commandLine.isCreateBigFile()) return makeBigFile();
   platform::FileSystem& files = platform_->files();
   if (commandLine.getPath().IsString()) files.allowRoot(commandLine.getPath());
+  if (!areModulesSafe()) return kBadCommandLine;
+  files.clearLeftovers();
   CXRandom::seed(options_.seed.value_or(
       options_.headless ? 1 : static_cast<std::uint32_t>(platform_->clock().counter())));
 
   CLanguageOSVer language;
-  CWindow window(&commandLine, &language, commandLine.getResolution(),
+  CWindow window(&commandLine, &language, screenSize(commandLine),
                  CXString(files.toEnginePath(platform::PosixModules::programFolder().string())));
   language.setWindowIfc(&window);
   CApplication application(&window, fromMachine(options_.ini), bigFileName(), &commandLine);
-  return runGame(window, application, commandLine);
+  const int status = runGame(window, application, commandLine);
+  platform_->whenLost({});
+  return status;
 }
 
 int Host::runGame(CWindow& window, CApplication& application, const CCommandLine6& commandLine) {
@@ -225,6 +261,10 @@ int Host::runGame(CWindow& window, CApplication& application, const CCommandLine
   window.OnActivateApp(true);
   watchdog::use([this] { return !isCloseAsked(); });
   takeEvents();  // controllers that are there already
+  platform_->whenLost([&application] {
+    if (CConfig* config = application.GetConfigInterface()) config->flush();
+    complain("the display is gone");
+  });
   application.preinitializeApplication();
   if (application.LastError() != 0) {
     window.ShowError(kCaption);
@@ -298,16 +338,19 @@ void Host::handle(const platform::WindowEvent& event, CWindow& window) const {
   }
 }
 
-void Host::takeShots(std::uint32_t tick, CWindow& window) const {
+void Host::takeShots(std::uint32_t tick, CWindow& window) {
   for (const ShotRequest& shot : options_.shots) {
     if (shot.tick != tick) continue;
     CDirectDrawSurface* surface = window.getBackSurface();
     platform::Surface* memory = surface != nullptr ? surface->readyDeviceSurface() : nullptr;
-    const bool written =
-        memory != nullptr && platform::writeShot({memory->pixels(), memory->pitch(), memory->width(),
-                                                  memory->height(), window.GetBpp()},
-                                                 shot.file);
-    if (!written) complain("--shot: " + shot.file + ": cannot be written");
+    const std::string failure = memory == nullptr
+                                    ? "there is no screen"
+                                    : platform::writeShot({memory->pixels(), memory->pitch(), memory->width(),
+                                                           memory->height(), window.GetBpp()},
+                                                          shot.file);
+    if (failure.empty()) continue;
+    complain("--shot: " + shot.file + ": " + failure);
+    isShotMissing_ = true;
   }
 }
 

@@ -32,6 +32,7 @@ enum ExitStatus : int {
   kBadCommandLine = 1,  // with a message on standard error
   kNoStart = 2,         // no application could be built or the display failed, with a message
   kDiagnosed = 3,       // something was reported and --diagnose stop asked for the end
+  kNotWritten = 4,      // a file that an option asked for could not be written, with a message
 };
 
 class Host {
@@ -47,19 +48,21 @@ class Host {
  private:
   void makePlatform();
   bool openInput();
+  bool finishRecords();
   void startDiagnose();
   void print(const std::string& line);
   int runEngine();
   int makeBigFile() const;
   bool isRefused(const CCommandLine6& commandLine) const;
   CXString bigFileName() const;
+  bool areModulesSafe() const;
   int runGame(CWindow& window, CApplication& application, const CCommandLine6& commandLine);
   std::uint32_t loop(CWindow& window);
   void takeEvents();
   bool isCloseAsked();
   void beginTick(std::uint32_t tick, CWindow& window);
   void handle(const platform::WindowEvent& event, CWindow& window) const;
-  void takeShots(std::uint32_t tick, CWindow& window) const;
+  void takeShots(std::uint32_t tick, CWindow& window);
   void waitForNextPass(std::uint32_t passStart);
 
   Options options_;
@@ -70,6 +73,7 @@ class Host {
   std::unique_ptr<platform::InputRecorder> recorder_;
   std::vector<platform::WindowEvent> waiting_;  // taken from the platform, not yet told to the window
   bool diagnosed_ = false;
+  bool isShotMissing_ = false;
   std::unordered_set<std::string> told_;  // the lines of reports
 };
 

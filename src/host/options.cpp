@@ -12,6 +12,7 @@ namespace footlight::host {
 namespace {
 
 constexpr int kBadCommandLine = 1;
+constexpr const char* kInstalledModules = FOOTLIGHT_MODULES_FOLDER;
 
 // Options that belong to parts of the engine that this build does not have.
 struct Missing {
@@ -87,6 +88,10 @@ void addRunOptions(CLI::App& app, Options& options) {
   app.add_option("--ini", options.ini, "name of the INI file (default footlight.ini)")->type_name("NAME");
   app.add_option("--big", options.bigFile, "run from this big file; what the disk has comes first")
       ->type_name("FILE");
+  app.add_option("--modules", options.modules,
+                 "load external modules from this folder, which no game may write to (default: " +
+                     std::string(*kInstalledModules == 0 ? "none" : kInstalledModules) + ")")
+      ->type_name("DIR");
   app.add_option("--input", options.input, "scripted events, one a line: TICK EVENT ...")->type_name("FILE");
   app.add_option("--record", options.record, "headless: write what was played as a WAV file")
       ->type_name("FILE")
@@ -204,6 +209,7 @@ Parsed parseOptions(std::span<const char* const> words) {
     return fault(error.what());
   }
   options.engineLine = std::move(parts.engine);
+  options.installedModules = kInstalledModules;
   return {std::move(options), 0, {}};
 }
 

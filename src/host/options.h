@@ -32,11 +32,13 @@ struct Options {
   std::string packFile;                 // and of the big file to make
   std::optional<std::string> packName;  // and the name in its head; else the file's own
   int bpp = 16;
-  std::string locale;                // four hexadecimal digits, upper case; empty: by the platform
-  std::optional<std::int64_t> time;  // Unix seconds at the start
-  std::string input;                 // the machine's name of a script of events; empty: none
-  std::string record;                // headless: the machine's name of a WAV file of what was played
-  std::string recordInput;           // the machine's name of the file for the player's events; empty: none
+  std::string locale;                  // four hexadecimal digits, upper case; empty: by the platform
+  std::optional<std::int64_t> time;    // Unix seconds at the start
+  std::optional<std::string> modules;  // the machine's folder of external modules
+  std::string installedModules;        // the one to take otherwise; empty: none
+  std::string input;                   // the machine's name of a script of events; empty: none
+  std::string record;                  // headless: the machine's name of a WAV file of what was played
+  std::string recordInput;             // the machine's name of the file for the player's events; empty: none
   std::vector<ShotRequest> shots;
   std::optional<std::uint32_t> seed;
   Diagnose diagnose = Diagnose::quiet;

@@ -22,7 +22,8 @@ bool isPlainName(std::string_view name) {
 bool FileShell::print(const PrintPage& page) {
   if (printFolder_.empty() || !isPlainName(page.name)) return false;
   return writePngFile(printFolder_ + "/" + std::string(page.name) + ".png", page.width, page.height,
-                      page.pixels);
+                      page.pixels)
+      .empty();
 }
 
 }  // namespace footlight::platform

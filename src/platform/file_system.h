@@ -55,6 +55,12 @@ struct FileStamp {
   friend bool operator==(const FileStamp&, const FileStamp&) = default;
 };
 
+// Held while a file is read, changed and written anew.
+class FileLock {
+ public:
+  virtual ~FileLock() = default;
+};
+
 class FileSystem {
  public:
   virtual ~FileSystem() = default;
@@ -73,6 +79,9 @@ class FileSystem {
   virtual bool writeWhole(std::string_view path, std::span<const std::byte> content, bool durable) = 0;
   // The whole content, or nothing when it cannot be read or is longer than `limit` bytes.
   virtual std::optional<std::vector<std::byte>> readWhole(std::string_view path, std::int64_t limit) = 0;
+  // Makes other programs that ask for the same file wait as long as the answer lives. Waits for them up to a
+  // second. Null when that has passed or the disk knows no locks: then one has to go on without.
+  virtual std::unique_ptr<FileLock> lock(std::string_view /*path*/) { return nullptr; }
   // Overwrites the target, as a whole. False for a file onto itself.
   virtual bool copy(std::string_view from, std::string_view to) = 0;
   // Removes a file, never a directory.
@@ -90,6 +99,11 @@ class FileSystem {
   virtual void allowRoot(std::string_view path) = 0;
   // Lets one file be read that lies elsewhere.
   virtual void allowReading(std::string_view /*path*/) {}
+  // Removes what earlier runs that were killed left half written in the allowed roots.
+  virtual void clearLeftovers() {}
+  // Whether a file that is made below this folder of the machine may be the game's work, links followed. Yes
+  // where that cannot be told.
+  virtual bool mayWrite(std::string_view /*machineFolder*/) const { return true; }
   // An engine name for a name of the machine, as for command-line paths.
   virtual std::string toEnginePath(std::string_view machinePath) const = 0;
   // The machine's name for a name of the engine, for messages; empty when it does not resolve.

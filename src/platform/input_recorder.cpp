@@ -2,9 +2,13 @@
 
 namespace footlight::platform {
 
-InputRecorder::InputRecorder(const std::string& machinePath) : file_(machinePath, std::ios::trunc) {}
+InputRecorder::InputRecorder(const std::string& machinePath) : file_(machinePath) { file_.publish(); }
 
-void InputRecorder::line(const std::string& event) { file_ << tick_ << ' ' << event << '\n' << std::flush; }
+void InputRecorder::line(const std::string& event) {
+  const std::string text = std::to_string(tick_) + " " + event + "\n";
+  file_.write(std::as_bytes(std::span(text)));
+  file_.flush();
+}
 
 void InputRecorder::write(const MouseEvent& event) {
   constexpr const char* kButtons[] = {"left", "middle", "right"};

@@ -3,22 +3,22 @@
 // Writes what reaches the devices as a script of events, so that a player's report is a test.
 
 #include <cstdint>
-#include <fstream>
 #include <optional>
 #include <string>
 
 #include "platform/input_devices.h"
+#include "platform/posix/atomic_file.h"
 #include "platform/window_event.h"
 
 namespace footlight::platform {
 
 class InputRecorder {
  public:
-  // The file of the machine is emptied or made.
+  // A new file takes the place of an old one of that name at once, and each event reaches it at once.
   explicit InputRecorder(const std::string& machinePath);
 
-  // False when the file could not be made or written.
-  bool isGood() const { return file_.good(); }
+  // Why the file could not be made or written; empty while all is well.
+  const std::string& failure() const { return file_.failure(); }
   // Events from now on belong to this tick.
   void setTick(std::uint32_t tick) { tick_ = tick; }
 
@@ -31,7 +31,7 @@ class InputRecorder {
  private:
   void line(const std::string& event);
 
-  std::ofstream file_;
+  AtomicFile file_;
   std::uint32_t tick_ = 1;
   std::optional<CursorPosition> cursor_;  // where a reader of the script has the cursor
 };

@@ -17,10 +17,12 @@ class Module {
 class Modules {
  public:
   virtual ~Modules() = default;
-  // Loads a library by its plain name (no folder in it) from the engine's own folder; null when it is not
-  // there, is no library, or modules are switched off. On this machine's systems an ending ".dll" stands for
-  // the system's own ending.
+  // Loads a library by its plain name (no folder in it) from the one folder of modules; null when it is not
+  // there, is no library, or no module may be loaded at all. On this machine's systems an ending ".dll"
+  // stands for the system's own ending.
   virtual std::unique_ptr<Module> load(std::string_view plainName) = 0;
+  // Why no module may be loaded at all, as a text for people; empty when they may.
+  virtual std::string refusal() const = 0;
 };
 
 }  // namespace footlight::platform

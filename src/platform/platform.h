@@ -7,6 +7,7 @@
 // builds anything of the engine, and takes it away after the engine is gone. Everything here is called on the
 // engine's thread unless an interface says otherwise.
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,9 @@ class Platform {
   // Lets the machine hand over its events: input goes to the devices, the rest is the answer, oldest first.
   // The host calls it once before each tick.
   virtual std::vector<WindowEvent> pump() { return {}; }
+  // Calls `work` when the machine takes the display away and ends the process: what must be saved is saved
+  // there. It must not draw. An empty function ends that.
+  virtual void whenLost(std::function<void()> /*work*/) {}
 };
 
 // Installs the machine under the engine; null takes it away. The caller keeps ownership.

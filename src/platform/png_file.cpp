@@ -1,14 +1,12 @@
 #include "platform/png_file.h"
 
 #include <bit>
-#include <cstdio>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <png.h>
-#include <system_error>
 
 #include "foundation/limits.h"
+#include "platform/posix/atomic_file.h"
 
 namespace footlight::platform {
 
@@ -75,25 +73,10 @@ std::optional<PngPicture> decodePng(std::span<const std::byte> bytes) {
   return picture;
 }
 
-bool writePngFile(const std::string& machinePath, int width, int height,
-                  std::span<const std::uint32_t> pixels, PngChannels channels) {
+std::string writePngFile(const std::string& machinePath, int width, int height,
+                         std::span<const std::uint32_t> pixels, PngChannels channels) {
   const auto bytes = encodePng(width, height, pixels, channels);
-  if (!bytes) return false;
-  const std::string temporary = machinePath + ".part";
-  std::error_code error;
-  {
-    std::ofstream file(temporary, std::ios::binary | std::ios::trunc);
-    file.write(reinterpret_cast<const char*>(bytes->data()), static_cast<std::streamsize>(bytes->size()));
-    file.close();
-    if (!file) {
-      std::filesystem::remove(temporary, error);
-      return false;
-    }
-  }
-  std::filesystem::rename(temporary, machinePath, error);
-  if (!error) return true;
-  std::filesystem::remove(temporary, error);
-  return false;
+  return bytes ? writeAtomically(machinePath, *bytes) : "is no picture that a PNG file can hold";
 }
 
 std::optional<PngPicture> readPngFile(const std::string& machinePath) {

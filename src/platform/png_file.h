@@ -29,9 +29,9 @@ std::optional<std::vector<std::byte>> encodePng(int width, int height, std::span
 // be. A picture without alpha comes with a top byte of FF.
 std::optional<PngPicture> decodePng(std::span<const std::byte> bytes);
 
-// Writes a temporary file beside the target and renames it; false when that fails, and the old file stays.
-bool writePngFile(const std::string& machinePath, int width, int height,
-                  std::span<const std::uint32_t> pixels, PngChannels channels = PngChannels::rgb);
+// Writes a whole new file, as posix/atomic_file.h tells. Empty, or what went wrong; the old file stays then.
+std::string writePngFile(const std::string& machinePath, int width, int height,
+                         std::span<const std::uint32_t> pixels, PngChannels channels = PngChannels::rgb);
 std::optional<PngPicture> readPngFile(const std::string& machinePath);
 
 }  // namespace footlight::platform

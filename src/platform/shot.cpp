@@ -35,7 +35,7 @@ std::vector<std::uint32_t> expandFrame(const Frame& frame) {
   return pixels;
 }
 
-bool writeShot(const Frame& frame, const std::string& file) {
+std::string writeShot(const Frame& frame, const std::string& file) {
   return platform::writePngFile(file, frame.width, frame.height, expandFrame(frame));
 }
 

@@ -19,7 +19,7 @@ struct Frame {
 // The frame as 0x00RRGGBB without padding. 16-bit and 15-bit pixels expand as the engine's own conversion
 // table does: the low bits are zero, so white is F8FCF8.
 std::vector<std::uint32_t> expandFrame(const Frame& frame);
-// Writes the frame as a PNG file of the machine.
-bool writeShot(const Frame& frame, const std::string& file);
+// Writes the frame as a PNG file of the machine. Empty, or what went wrong.
+std::string writeShot(const Frame& frame, const std::string& file);
 
 }  // namespace footlight::platform

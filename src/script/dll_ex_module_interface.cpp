@@ -10,7 +10,7 @@ CMC_DLLExModuleInterface::CMC_DLLExModuleInterface(const CXString& fileName, CMC
   if (name_.Find('.') < 0) name_ += ".dll";
   module_ = platform::current().modules().load(name_);
   if (!module_) {
-    if (diagnose::isOn()) diagnose::report(diagnose::Group::file, name_, "", "no such module");
+    if (diagnose::isOn()) reportMissing();
     return;
   }
   const auto create = reinterpret_cast<CreateFunction>(module_->find("create"));
@@ -22,6 +22,12 @@ CMC_DLLExModuleInterface::CMC_DLLExModuleInterface(const CXString& fileName, CMC
   }
   create(container);
   object_ = getInterface();
+}
+
+void CMC_DLLExModuleInterface::reportMissing() const {
+  const std::string refusal = platform::current().modules().refusal();
+  diagnose::report(diagnose::Group::file, name_, "",
+                   refusal.empty() ? "no such module" : "modules are switched off: " + refusal);
 }
 
 CMC_DLLExModuleInterface::~CMC_DLLExModuleInterface() {

@@ -1,7 +1,7 @@
 #pragma once
 
-// An external script module: a shared library in the engine's own folder that adds types of objects. It
-// exports three plain C names:
+// An external script module: a shared library in the host's folder of modules (see platform/posix/modules.h)
+// that adds types of objects. It exports three plain C names:
 //
 //   void create(footlight::CMC_ObjectsContainer* scene);      called once, when a scene asks for the module
 //   footlight::CMC_ExternObject* getModuleInterface(void);    the module's face; stays the module's own
@@ -52,6 +52,8 @@ class CMC_DLLExModuleInterface : public CXObject {
   using CreateFunction = void (*)(CMC_ObjectsContainer*);
   using ReleaseFunction = void (*)();
   using InterfaceFunction = CMC_ExternObject* (*)();
+
+  void reportMissing() const;
 
   CXString name_;
   std::unique_ptr<platform::Module> module_;

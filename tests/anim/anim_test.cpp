@@ -153,6 +153,9 @@ TEST_F(Tool, NamesTheFileAndWhatIsWrong) {
   writeFolder();
   write(in("bad.ann"), "NVP");
   std::filesystem::create_directory(in("empty"));
+  std::filesystem::create_directory(in("linked"));
+  std::filesystem::create_symlink("../outside", in("linked/animation.txt"));
+  run({.command = Command::build, .file = in("good.ann"), .folder = folder_.path().string()});
   const struct {
     Words words;
     const char* why;
@@ -162,7 +165,9 @@ TEST_F(Tool, NamesTheFileAndWhatIsWrong) {
       {{.command = Command::build, .file = in("x.ann"), .folder = in("empty")},
        "animation.txt: cannot be read"},
       {{.command = Command::build, .file = in("empty"), .folder = folder_.path().string()},
-       "empty: cannot be written"},
+       "empty: is a folder"},
+      {{.command = Command::extract, .file = in("good.ann"), .folder = in("linked")},
+       "animation.txt: is a link"},
   };
   for (const auto& row : kRows) EXPECT_THAT(run(row.words).failure, HasSubstr(row.why));
   write(in("b.png"), "no picture");
@@ -170,6 +175,7 @@ TEST_F(Tool, NamesTheFileAndWhatIsWrong) {
       run({.command = Command::build, .file = in("x.ann"), .folder = folder_.path().string()});
   EXPECT_THAT(outcome.failure, HasSubstr("b.png: "));
   EXPECT_FALSE(std::filesystem::exists(in("x.ann")));
+  EXPECT_FALSE(std::filesystem::exists(in("outside")));
 }
 
 TEST(Words, AskForHelpOrNameWhatIsWrong) {

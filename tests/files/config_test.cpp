@@ -1,7 +1,9 @@
 #include "files/config.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include "foundation/diagnose.h"
@@ -134,17 +136,86 @@ TEST_F(ConfigTest, SeesWhatOthersWrite) {
 }
 
 TEST_F(ConfigTest, NeverDestroysWhatItCannotRead) {
-  machine.folder.write("game.ini", "[s]\nk=1\n");
-  std::filesystem::resize_file(machine.folder.path() / "game.ini", limits::kTextFileBytes + 1);
+  const std::filesystem::path path = machine.folder.path() / "game.ini";
+  setFile("[s]\nk=1\n");
+  std::filesystem::resize_file(path, limits::kTextFileBytes + 1);
   config.PutString("s", "k", "2");
-  EXPECT_EQ(config.GetString("s", "k"), "");
-  EXPECT_EQ(std::filesystem::file_size(machine.folder.path() / "game.ini"), limits::kTextFileBytes + 1);
+  EXPECT_EQ(std::filesystem::file_size(path), limits::kTextFileBytes + 1);
+  setFile(std::string(limits::kIniLines + 1, '\n'));
+  config.PutString("s", "j", "3");
+  EXPECT_EQ(std::filesystem::file_size(path), limits::kIniLines + 1);
+  setFile("[s]\nk=1\n");  // then what waited comes
+  config.flush();
+  EXPECT_EQ(file(), "[s]\nk=2\nj=3\n");
 }
 
-TEST_F(ConfigTest, AFailedWriteChangesNothing) {
-  CConfig outside(machine.enginePath("..\\outside.ini"));
-  outside.PutString("s", "k", "1");
-  EXPECT_EQ(outside.GetString("s", "k"), "");
+// Lets files grow to so many bytes and no more.
+class DiskRoom {
+ public:
+  explicit DiskRoom(rlim_t bytes) {
+    ::signal(SIGXFSZ, SIG_IGN);
+    ::getrlimit(RLIMIT_FSIZE, &before_);
+    const rlimit limit{bytes, before_.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  ~DiskRoom() { ::setrlimit(RLIMIT_FSIZE, &before_); }
+  DiskRoom(const DiskRoom&) = delete;
+  DiskRoom& operator=(const DiskRoom&) = delete;
+
+ private:
+  rlimit before_{};
+};
+
+TEST_F(ConfigTest, WhatTheDiskDoesNotTakeWaitsForRoom) {
+  config.PutString("s", "k", "1");
+  {
+    const DiskRoom room(8);
+    config.PutString("s", "k", "22");
+    config.PutString("s", "j", "3");
+    config.PutString("s", "k", "222");
+    config.tick();
+    EXPECT_EQ(file(), "[s]\nk=1\n");
+    EXPECT_EQ(config.GetString("S", "K"), "222");
+  }
+  config.tick();  // too soon after the last try
+  EXPECT_EQ(file(), "[s]\nk=1\n");
+  setFile("[s]\nother=0\nk=1\n");
+  machine.fakeClock.now += 250;
+  config.tick();
+  EXPECT_EQ(file(), "[s]\nother=0\nk=222\nj=3\n");
+  {
+    const DiskRoom room(8);
+    config.PutString("s", "k", "4");
+  }
+  config.PutString("s", "i", "5");  // the next one takes it along
+  EXPECT_EQ(file(), "[s]\nother=0\nk=4\nj=3\ni=5\n");
+}
+
+TEST_F(ConfigTest, WhatWaitsIsBounded) {
+  CConfig outside(machine.enginePath("..\\outside.ini"));  // where nothing may be written
+  resetGuardHits();
+  const CXString value(std::string(1 << 20, 'v'));
+  for (int i = 0; i < 20; ++i) outside.PutString("s", CXString::toString(i), value);
+  EXPECT_EQ(guardHits("config.waiting"), 5);
+  EXPECT_EQ(outside.GetString("s", "14").Length(), limits::kIniValueBytes - 1);
+  EXPECT_EQ(outside.GetString("s", "15"), "");
+}
+
+// Each of several programs writes keys of its own, all in the same time.
+TEST_F(ConfigTest, ProgramsThatWriteTheSameFileLoseNothing) {
+  constexpr int kPrograms = 3;
+  constexpr int kKeys = 60;
+  for (int program = 0; program < kPrograms; ++program) {
+    if (::fork() != 0) continue;
+    CConfig own(machine.enginePath("game.ini"));
+    for (int i = 0; i < kKeys; ++i) own.PutInt("s", CXString::Format("p%dk%d", program, i), i);
+    ::_exit(0);
+  }
+  while (::wait(nullptr) > 0) continue;
+  for (int program = 0; program < kPrograms; ++program) {
+    for (int i = 0; i < kKeys; ++i)
+      EXPECT_EQ(config.GetString("s", CXString::Format("p%dk%d", program, i)), CXString::toString(i));
+  }
 }
 
 }  // namespace

@@ -6,6 +6,8 @@
 The folder NAME holds a game ("Dane/MAIN/MAIN.cnv" and so on; see game_folder.py) and "expect.json":
 
     args             more words for the host, a list                         (default: none)
+    modules          whether external modules are loaded, from the folder "modules" beside the host
+                                                                             (default: false)
     ticks            how many ticks to run                                   (default: 60)
     input            a file of scripted events in the folder                 (default: none)
     ini              {"SECTION": {"KEY": "value" or null}}: exact values, null for "must not be there"; names of
@@ -133,7 +135,8 @@ def pack(host, folder, work):
 
 def run(host, game, options, literal):
     expect = json.loads((game / "expect.json").read_text(encoding="utf-8"))
-    unknown = set(expect) - {"args", "ticks", "input", "ini", "files", "shots", "exit", "stderr_contains", "check"}
+    unknown = set(expect) - {"args", "ticks", "input", "ini", "files", "shots", "exit", "stderr_contains", "check",
+                             "modules"}
     faults = [f"expect.json: '{name}' means nothing" for name in sorted(unknown)]
 
     work = pathlib.Path(tempfile.mkdtemp(prefix=f"footlight-{game.name}-"))
@@ -141,6 +144,8 @@ def run(host, game, options, literal):
     game_folder.copy(game, folder)
     shots = {}
     command = [str(host), "--headless", "--ticks", str(expect.get("ticks", 60)), "--ini", "footlight.ini"]
+    if expect.get("modules"):
+        command += ["--modules", str(host.parent / "modules")]
     if "input" in expect:
         command += ["--input", expect["input"]]
     for tick, name in expect.get("shots", {}).items():

@@ -73,6 +73,8 @@ TEST(Options, TakeTheirValuesFromAnywhereAndLeaveTheRestToTheEngine) {
                                "--vocabulary",
                                "--record-input",
                                "r.txt",
+                               "--modules",
+                               "m",
                                "-path",
                                "-",
                                "++",
@@ -102,6 +104,7 @@ TEST(Options, TakeTheirValuesFromAnywhereAndLeaveTheRestToTheEngine) {
   EXPECT_EQ(options.diagnose, Diagnose::stop);
   EXPECT_TRUE(options.vocabulary);
   EXPECT_EQ(options.recordInput, "r.txt");
+  EXPECT_EQ(options.modules, "m");
 }
 
 TEST(Options, NameWhatIsBad) {

@@ -30,6 +30,9 @@ MAIN:TYPE=SCENE
 MAIN:PATH=MAIN
 MAIN:BACKGROUND=pattern.img
 """
+COUNTING = """DEF:COUNT(TYPE=INTEGER|VALUE=0|TOINI=TRUE)
+DEF:CLOCK(TYPE=TIMER|ELAPSE=20|ONTICK={COUNT^INC();})
+"""
 SCREEN = (1600, 1200)  # twice the engine's screen in either direction
 ENGINE = (800, 600)
 MASK = (0xF8, 0xF8, 0xF8)  # what every depth has of a channel
@@ -140,6 +143,35 @@ def judge(name, expected, seen, out):
     return False
 
 
+def judge_loss(host, game, work):
+    """The display goes away under a game that writes values all the time: it ends by itself, and they are there."""
+    (game / "Dane" / "MAIN" / "MAIN.cnv").write_text(COUNTING)
+    folder = work / "second"
+    folder.mkdir()
+    display = Display(folder)
+    environment = dict(os.environ, DISPLAY=display.name, SDL_VIDEODRIVER="x11", LSAN_OPTIONS="detect_leaks=0")
+    environment.pop("WAYLAND_DISPLAY", None)
+    with open(game / "values.txt", "w", encoding="utf-8") as errors:
+        program = subprocess.Popen([str(host), "-window"], cwd=game, env=environment, stdin=subprocess.DEVNULL, stderr=errors)
+        deadline = time.monotonic() + PATIENCE
+        while not (game / "footlight.ini").exists() and time.monotonic() < deadline:
+            time.sleep(0.1)
+        time.sleep(0.5)
+        display.process.kill()
+        display.process.wait()
+        try:
+            status = program.wait(PATIENCE)
+        except subprocess.TimeoutExpired:
+            program.kill()
+            status = "none: it ran on"
+    text = (game / "values.txt").read_text() + (game / "footlight.ini").read_text()
+    if status == 2 and "the display is gone" in text and "COUNT=" in text:
+        print("window: lost: as expected")
+        return True
+    print(f"window: lost: status {status}: {text}")
+    return False
+
+
 def main():
     parser = argparse.ArgumentParser(description="Compares a window on a display in memory with a screen shot.")
     parser.add_argument("--host", required=True, type=pathlib.Path)
@@ -169,6 +201,7 @@ def main():
             )  # fmt: skip
             good &= judge(f"full-screen-{corner}", expected, seen, out)
             statuses.append(status)
+        good &= judge_loss(host, game, work)
         if any(statuses):
             print(f"window: the program did not always end well when it was asked to: {statuses}")
             good = False

@@ -123,9 +123,11 @@ TEST(Run, NamesTheFileAndWhatIsWrong) {
   EXPECT_EQ(failureOf({.input = at("good.png"), .output = at("a.bmp")}),
             at("a.bmp") + ": only files that end in .img or .png are written");
   EXPECT_EQ(failureOf({.input = at("good.png"), .output = at("folder.img")}),
-            at("folder.img") + ": cannot be written");
-  EXPECT_FALSE(folder.exists("a.img"));
-  EXPECT_FALSE(folder.exists("folder.img.part"));
+            at("folder.img") + ": is a folder");
+  std::filesystem::create_symlink("outside", at("link.img"));
+  EXPECT_EQ(failureOf({.input = at("good.png"), .output = at("link.img")}),
+            at("link.img") + ": is a link, which is not written through");
+  EXPECT_FALSE(folder.exists("a.img") || folder.exists("outside"));
 
   EXPECT_EQ(failureOf({.input = at("good.png"), .output = at("a.IMG"), .position = CXPoint(4, 5)}), "");
   EXPECT_EQ(run({.input = at("a.IMG"), .isInfo = true}).info,

@@ -44,15 +44,17 @@ TEST_F(PackTest, NothingIsWrittenOutsideTheFolder) {
   folder.makeFolder("to/out");
   folder.makeFolder("away");
   std::filesystem::create_directory_symlink(path("away"), path("to/out/link"));
+  std::filesystem::create_symlink(path("away/x"), path("to/out/name"));
   const char* const names[] = {"..\\x", "..", ".", "/x", "\\x", "C:\\x", "C:x", "a/../../x", "", "x\n"};
-  std::string table = headBytes("", 0, 0, 0) + entryBytes("", std::ssize(names), 2);
+  std::string table = headBytes("", 0, 0, 0) + entryBytes("", std::ssize(names) + 1, 2);
   table +=
       entryBytes("..", 1, 0) + recordBytes("x", 0, 1) + entryBytes("link", 1, 0) + recordBytes("x", 0, 1);
   for (const char* name : names) table += recordBytes(name, 0, 1);
+  table += recordBytes("name", 0, 1);
   folder.write("bad.big", table);
   const Outcome outcome = extract("bad.big");
   EXPECT_EQ(outcome.status(), kDoneInPart);
-  EXPECT_EQ(outcome.remarks.size(), std::size(names) + 2);
+  EXPECT_EQ(outcome.remarks.size(), std::size(names) + 3);
   EXPECT_EQ(outcome.summary, "0 files unpacked");
   EXPECT_THAT(outcome.remarks, testing::Contains(HasSubstr("x?: left out: no file can have this name")));
   EXPECT_FALSE(folder.exists("to/x") || folder.exists("away/x") || folder.exists("x"));
@@ -79,6 +81,9 @@ TEST_F(PackTest, SaysWhatIsWrong) {
             path("text.txt") + ": the folder cannot be made");
   EXPECT_EQ(run({Command::build, path("x.big"), path("none")}).status(), kFailed);
   EXPECT_THAT(run({Command::build, path("none/x.big"), path("")}).failure, HasSubstr("it cannot be written"));
+  std::filesystem::create_symlink("outside", path("link.big"));
+  EXPECT_THAT(run({Command::build, path("link.big"), path("")}).failure, HasSubstr("it cannot be written"));
+  EXPECT_FALSE(folder.exists("outside"));
 }
 
 TEST_F(PackTest, TellsWhatAnArchiveDoesNotTake) {

@@ -184,6 +184,13 @@ TEST_F(PosixFileSystemTest, FollowsLinksInsideTheFence) {
   EXPECT_EQ(content("alias\\FILE"), "1");
   EXPECT_TRUE(put("alias\\file", "2"));
   EXPECT_EQ(outer.read("game/real/file"), "2");
+  fs::create_symlink("real/file", outer.path() / "game/name");
+  EXPECT_EQ(content("name"), "2");
+  EXPECT_FALSE(put("name", "3"));  // a file is not written through a link, wherever it leads
+  EXPECT_EQ(files.open("name", OpenMode::write), nullptr);
+  EXPECT_EQ(files.open("name", OpenMode::update), nullptr);
+  EXPECT_FALSE(files.copy("real\\file", "name"));
+  EXPECT_EQ(outer.read("game/real/file"), "2");
 }
 
 TEST_F(PosixFileSystemTest, RefusesBadNames) {

@@ -119,7 +119,7 @@ TEST(InputRecorder, WritesWhatTheScriptPlays) {
                                          {MouseEventKind::buttonUp, 5, 6, MouseButton::middle}};
   {
     InputRecorder recorder(path.string());
-    ASSERT_TRUE(recorder.isGood());
+    ASSERT_TRUE(recorder.failure().empty());
     InputQueue queue(false);
     queue.recordTo(&recorder);
     recorder.setTick(7);
@@ -142,7 +142,7 @@ TEST(InputRecorder, WritesWhatTheScriptPlays) {
   script.play(9, queue, window);
   EXPECT_THAT(queue.takeKeyEvents(), ElementsAre(KeyEvent{57, false}));
   EXPECT_THAT(window, ElementsAre(WindowEvent{WindowEvent::Kind::activate, 0}));
-  EXPECT_FALSE(InputRecorder("/nowhere/input.txt").isGood());
+  EXPECT_EQ(InputRecorder("/nowhere/input.txt").failure(), "there is no such folder");
 }
 
 }  // namespace

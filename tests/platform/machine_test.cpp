@@ -5,6 +5,7 @@
 
 #include "platform/headless/headless_platform.h"
 #include "platform/large_stack.h"
+#include "platform/posix/file_system.h"
 
 namespace footlight::platform {
 namespace {
@@ -63,7 +64,7 @@ class PosixModulesTest : public testing::Test {
 };
 
 TEST_F(PosixModulesTest, LoadsPlainNamesFromItsFolderOnly) {
-  PosixModules modules(true, folder_);
+  PosixModules modules(folder_);
   for (const char* name : {"plain.so", "plain.dll", "plain.DLL"}) {
     const auto module = modules.load(name);
     ASSERT_NE(module, nullptr) << name;
@@ -77,8 +78,23 @@ TEST_F(PosixModulesTest, LoadsPlainNamesFromItsFolderOnly) {
     EXPECT_EQ(modules.load(name), nullptr) << name;
   }
   EXPECT_EQ(modules.load(std::string("plain.so\0.so", 12)), nullptr);
-  EXPECT_EQ(PosixModules(false, folder_).load("plain.so"), nullptr);
-  EXPECT_EQ(PosixModules(true, {}).load("libc.so.6"), nullptr);
+  EXPECT_EQ(PosixModules().load("libc.so.6"), nullptr);
+  EXPECT_EQ(PosixModules(folder_ / "absent").load("libc.so.6"), nullptr);
+}
+
+// A folder is judged by where it really lies, at each load.
+TEST_F(PosixModulesTest, LoadsNothingFromWhereGamesMayWrite) {
+  const PosixFileSystem files((folder_ / "sub").string());
+  std::filesystem::create_directory_symlink(folder_ / "sub", folder_ / "way");
+  std::filesystem::create_directory_symlink(folder_, folder_ / "sub" / "out");
+  EXPECT_NE(PosixModules(folder_, &files).load("plain.so"), nullptr);
+  EXPECT_NE(PosixModules(folder_ / "sub" / "out", &files).load("plain.so"), nullptr);
+  PosixModules inside(folder_ / "way", &files);
+  EXPECT_EQ(inside.load("plain.so"), nullptr);
+  EXPECT_EQ(inside.refusal(), "lies where the game may write");
+
+  PosixFileSystem elsewhere(std::filesystem::temp_directory_path().string());
+  EXPECT_EQ(PosixModules(folder_, &elsewhere).load("plain.so"), nullptr);
 }
 
 }  // namespace

@@ -50,9 +50,9 @@ TEST(PngFile, RefusesWhatDoesNotFit) {
 TEST(PngFile, AFailedWriteLeavesTheOldFileAndNoOther) {
   const auto folder = scratchFolder();
   const std::string name = (folder / "shot.png").string();
-  ASSERT_TRUE(writePngFile(name, 3, 2, kPixels));
-  EXPECT_FALSE(writePngFile(name, 3, 3, kPixels));
-  EXPECT_FALSE(writePngFile((folder / "none" / "shot.png").string(), 3, 2, kPixels));
+  ASSERT_EQ(writePngFile(name, 3, 2, kPixels), "");
+  EXPECT_NE(writePngFile(name, 3, 3, kPixels), "");
+  EXPECT_EQ(writePngFile((folder / "none" / "shot.png").string(), 3, 2, kPixels), "there is no such folder");
   const auto picture = readPngFile(name);
   ASSERT_TRUE(picture);
   EXPECT_EQ(picture->pixels[0], 0xFF102030U);

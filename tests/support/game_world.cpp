@@ -17,7 +17,6 @@ constexpr CXSize kScreen{64, 48};
 
 platform::HeadlessOptions machineOptions() {
   platform::HeadlessOptions options;
-  options.modules = false;
   return options;
 }
 

@@ -4,11 +4,12 @@
 #include <cstring>
 
 #include "foundation/code_page.h"
-#include "foundation/limits.h"
+#include "platform/engine_path.h"
 
 namespace footlight::test {
 
 using platform::DirectoryEntry;
+using platform::EnginePath;
 using platform::FileHandle;
 using platform::FileStamp;
 using platform::OpenMode;
@@ -96,29 +97,9 @@ MemoryFiles::MemoryFiles(const Disk& disk) : first_(disk) {
 }
 
 std::optional<std::string> MemoryFiles::full(std::string_view path) const {
-  const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; };
-  if (path.empty() || path.size() > limits::kNameBytes || std::any_of(path.begin(), path.end(), isControl))
-    return std::nullopt;
-  if (path.size() >= 2 && path[1] == ':') {
-    if (path[0] != 'C' && path[0] != 'c') return std::nullopt;
-    path.remove_prefix(2);
-  }
-  const bool isRooted = !path.empty() && (path[0] == '\\' || path[0] == '/');
-  std::string name = isRooted ? "C:" : current_;
-  while (!path.empty()) {
-    const std::string_view part = path.substr(0, path.find_first_of("\\/"));
-    path.remove_prefix(std::min(part.size() + 1, path.size()));
-    if (part.empty() || part == ".") continue;
-    if (part == "..") {
-      if (name.size() > kPlace) name.resize(name.rfind('\\'));
-    } else {
-      name.append("\\").append(part);
-    }
-  }
-  const std::string folded = code_page::foldCase(name);
-  const std::string root = code_page::foldCase(kRoot);
-  if (folded != root && !folded.starts_with(root + "\\")) return std::nullopt;
-  return name;
+  static const EnginePath root = *EnginePath::of(kRoot);
+  const auto place = EnginePath::of(path, *EnginePath::of(current_));
+  return place && place->below(root) ? std::optional(place->text()) : std::nullopt;
 }
 
 std::optional<std::string> MemoryFiles::key(std::string_view path) const {

@@ -8,6 +8,7 @@
 #include "anim/viewer.h"
 #include "foundation/limits.h"
 #include "image/machine_file.h"
+#include "platform/posix/atomic_file.h"
 
 namespace footlight::anim {
 
@@ -79,7 +80,8 @@ Outcome runBuild(const Words& words) {
   const Bytes written = writeAnn(description->animation);
   const char* fault = nullptr;
   if (!readAnn(written, &fault)) return failure(file, fault);  // the engine would refuse it
-  if (!image::writeFile(words.file, written)) return failure(words.file, "cannot be written");
+  const std::string why = platform::writeAtomically(words.file, written);
+  if (!why.empty()) return failure(words.file, why);
   outcome.text = summaryOf(description->animation);
   return outcome;
 }
@@ -92,7 +94,8 @@ Outcome writePictures(const Description& description, const std::string& folder)
     const auto picture = pictureOf(description.animation, i, &why);
     const auto png = picture ? image::toPng(*picture, &why) : std::nullopt;
     if (!png) return failure("frame " + std::to_string(i), why);
-    if (!image::writeFile(name, *png)) return failure(name, "cannot be written");
+    why = platform::writeAtomically(name, *png);
+    if (!why.empty()) return failure(name, why);
   }
   return {};
 }
@@ -109,7 +112,8 @@ Outcome runExtract(const Words& words) {
   if (!outcome.failure.empty()) return outcome;
   const std::string text = print(description);
   const std::string name = within(words.folder, kDescriptionFile);
-  if (!image::writeFile(name, std::as_bytes(std::span(text)))) return failure(name, "cannot be written");
+  const std::string why = platform::writeAtomically(name, std::as_bytes(std::span(text)));
+  if (!why.empty()) return failure(name, why);
   outcome.text = summaryOf(*animation);
   return outcome;
 }

@@ -3,15 +3,14 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <utility>
 
 #include "foundation/code_page.h"
 #include "foundation/geometry.h"
 #include "host/host.h"
 #include "host/options.h"
-#include "image/machine_file.h"
 #include "platform/large_stack.h"
+#include "platform/posix/atomic_file.h"
 
 namespace footlight::anim {
 
@@ -111,7 +110,7 @@ std::string filled(std::string text, std::initializer_list<std::pair<const char*
 }
 
 bool write(const fs::path& file, const std::string& text) {
-  return image::writeFile(file.string(), std::as_bytes(std::span(text)));
+  return platform::writeAtomically(file.string(), std::as_bytes(std::span(text))).empty();
 }
 
 bool makeGame(const fs::path& folder, const AnnFile& animation, int event, CXPoint move) {
@@ -123,7 +122,7 @@ bool makeGame(const fs::path& folder, const AnnFile& animation, int event, CXPoi
                                            {"X", move.x},
                                            {"Y", move.y}});
   return write(folder / "Dane" / "application.def", kApplication) && write(scene / "MAIN.cnv", code) &&
-         image::writeFile((scene / "shown.ann").string(), writeAnn(animation));
+         platform::writeAtomically((scene / "shown.ann").string(), writeAnn(animation)).empty();
 }
 
 int numberOf(const AnnFile& animation, const std::string& name) {

@@ -25,18 +25,4 @@ std::optional<std::vector<std::byte>> readFile(const std::string& name, std::int
   return bytes;
 }
 
-bool writeFile(const std::string& name, std::span<const std::byte> bytes) {
-  const std::string temporary = name + ".part";
-  std::error_code error;
-  std::ofstream file(temporary, std::ios::binary | std::ios::trunc);
-  file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-  file.close();
-  if (file) {
-    fs::rename(temporary, name, error);
-    if (!error) return true;
-  }
-  fs::remove(temporary, error);
-  return false;
-}
-
 }  // namespace footlight::image

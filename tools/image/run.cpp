@@ -6,6 +6,7 @@
 
 #include "foundation/limits.h"
 #include "machine_file.h"
+#include "platform/posix/atomic_file.h"
 
 namespace footlight::image {
 
@@ -38,8 +39,8 @@ Outcome run(const Options& options) {
   const std::optional<Bytes> output =
       extension == ".img" ? toImg(*picture, options.form, &why) : toPng(*picture, &why);
   if (!output) return failure(options.input, why);
-  if (!writeFile(options.output, *output)) return failure(options.output, "cannot be written");
-  return {};
+  why = platform::writeAtomically(options.output, *output);
+  return why.empty() ? Outcome{} : failure(options.output, why);
 }
 
 }  // namespace footlight::image

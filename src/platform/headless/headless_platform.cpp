@@ -12,7 +12,7 @@ HeadlessPlatform::HeadlessPlatform(HeadlessOptions options, std::unique_ptr<File
       display_(options_.bpp, options_.windowX, options_.windowY),
       input_(/*wantsPollingThread=*/false),
       shell_(options_.printFolder),
-      modules_(options_.modules),
+      modules_(options_.moduleFolder, files_.get()),
       sound_(options_.recordFile) {
   clock_.follow([this](std::uint32_t milliseconds) { sound_.advance(milliseconds); });
 }

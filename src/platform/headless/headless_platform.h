@@ -24,9 +24,9 @@ struct HeadlessOptions {
   int bpp = 16;                          // of the desktop: 15, 16 or 32
   int windowX = 0, windowY = 0;          // where a window's client area lies on the desktop
   std::string locale = "0409";
-  std::string printFolder;  // the machine's folder for printed pages; empty: no printer
-  std::string recordFile;   // the machine's name of a WAV file for what was played; empty: none
-  bool modules = true;      // whether shared libraries may be loaded
+  std::string printFolder;   // the machine's folder for printed pages; empty: no printer
+  std::string recordFile;    // the machine's name of a WAV file for what was played; empty: none
+  std::string moduleFolder;  // the machine's folder of external modules; empty: none are loaded
 };
 
 class HeadlessPlatform : public Platform {
@@ -41,8 +41,10 @@ class HeadlessPlatform : public Platform {
   HeadlessShell& shell() override { return shell_; }
   PosixModules& modules() override { return modules_; }
   SoundDevice* sound() override { return &sound_; }
-  // False when the file for what was played cannot be written.
-  bool isRecording() const { return sound_.isRecording(); }
+  // Why the file for what was played cannot be written; empty while all is well.
+  std::string recordFailure() const { return sound_.recordFailure(); }
+  // Ends that file. Empty, or what went wrong.
+  std::string finishRecord() { return sound_.finishRecord(); }
   std::string locale() const override { return options_.locale; }
   // Gives the window events that were put in.
   std::vector<WindowEvent> pump() override;

@@ -1,8 +1,9 @@
 #include "platform/headless/headless_sound.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
+
+#include "foundation/byte_writer.h"
 
 namespace footlight::platform {
 
@@ -10,6 +11,7 @@ namespace {
 
 constexpr std::uint32_t kSlice = 10;        // milliseconds between looks at the timers
 constexpr std::uint32_t kLongest = 60'000;  // of a longer pause only the end is played
+constexpr std::int64_t kHeader = 44;        // bytes of a WAV file's head
 constexpr std::uint64_t kMostFrames = (std::uint64_t{1} << 32) / 4 - 64;  // that a WAV file can hold
 
 }  // namespace
@@ -38,14 +40,25 @@ class HeadlessSound::Timer final : public PeriodicTimer {
   std::function<void()> work_;
 };
 
-HeadlessSound::HeadlessSound(const std::string& recordFile) : hasFile_(!recordFile.empty()) {
-  if (!hasFile_) return;
-  file_.open(recordFile, std::ios::binary | std::ios::trunc);
-  writeHeader();
+HeadlessSound::HeadlessSound(const std::string& recordFile) {
+  if (recordFile.empty()) return;
+  file_ = std::make_unique<AtomicFile>(recordFile);
+  writeHeader(kHeader);
 }
 
-HeadlessSound::~HeadlessSound() {
-  if (hasFile_) writeHeader();
+HeadlessSound::~HeadlessSound() { finishRecord(); }
+
+std::string HeadlessSound::finishRecord() {
+  if (file_ == nullptr) return {};
+  if (std::FILE* stream = file_->stream()) {
+    const std::int64_t length = ::ftello(stream);
+    std::rewind(stream);
+    writeHeader(length);
+  }
+  const bool isWhole = file_->commit();
+  const std::string failure = isWhole ? std::string() : file_->failure();
+  file_.reset();
+  return failure;
 }
 
 std::unique_ptr<PeriodicTimer> HeadlessSound::startTimer(std::uint32_t milliseconds,
@@ -73,43 +86,26 @@ void HeadlessSound::play(std::uint32_t milliseconds) {
   const std::uint64_t until = elapsed_ * SoundMixer::kRate / 1000;
   const auto count = static_cast<std::size_t>(until - frames_);
   frames_ = until;
-  if (!hasFile_ && mixer_.isSilent()) return;
+  if (file_ == nullptr && mixer_.isSilent()) return;
   samples_.resize(count * SoundMixer::kChannels);
   mixer_.mix(samples_);
-  if (!hasFile_ || frames_ > kMostFrames) return;
-  std::vector<char> bytes;
+  if (file_ == nullptr || frames_ > kMostFrames) return;
+  ByteWriter bytes;
   bytes.reserve(samples_.size() * 2);
-  for (const std::int16_t sample : samples_) {
-    bytes.push_back(static_cast<char>(sample & 0xFF));
-    bytes.push_back(static_cast<char>(sample >> 8));
-  }
-  file_.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  for (const std::int16_t sample : samples_) bytes.i16(sample);
+  file_->write(bytes.written());
 }
 
-// Of a RIFF file with PCM samples. Written once more at the end, when the lengths are known.
-void HeadlessSound::writeHeader() {
-  constexpr std::uint32_t kHeader = 44;
-  constexpr std::uint32_t kBlock = 2 * SoundMixer::kChannels;
-  const std::streamoff end = std::max<std::streamoff>(kHeader, file_.tellp());
-  const auto data = static_cast<std::uint32_t>(end - kHeader);
-  std::array<char, kHeader> header = {'R', 'I', 'F', 'F', 0, 0, 0, 0, 'W', 'A', 'V', 'E', 'f', 'm', 't', ' '};
-  const auto put = [&header](std::size_t at, std::uint32_t value, int bytes) {
-    for (int i = 0; i < bytes; ++i)
-      header[at + static_cast<std::size_t>(i)] = static_cast<char>(value >> (8 * i) & 0xFF);
-  };
-  put(4, kHeader - 8 + data, 4);
-  put(16, 16, 4);
-  put(20, 1, 2);
-  put(22, SoundMixer::kChannels, 2);
-  put(24, SoundMixer::kRate, 4);
-  put(28, SoundMixer::kRate * kBlock, 4);
-  put(32, kBlock, 2);
-  put(34, 16, 2);
-  std::copy_n("data", 4, header.begin() + 36);
-  put(40, data, 4);
-  file_.seekp(0);
-  file_.write(header.data(), kHeader);
-  file_.seekp(0, std::ios::end);
+// Of a RIFF file of so many bytes with PCM samples. Written once more at the end, when the length is known.
+void HeadlessSound::writeHeader(std::int64_t length) {
+  constexpr std::uint16_t kBlock = 2 * SoundMixer::kChannels;
+  const auto data = static_cast<std::uint32_t>(length - kHeader);
+  ByteWriter header;
+  header.text("RIFF").u32(kHeader - 8 + data).text("WAVE");
+  header.text("fmt ").u32(16).u16(1).u16(SoundMixer::kChannels).u32(SoundMixer::kRate);
+  header.u32(SoundMixer::kRate * kBlock).u16(kBlock).u16(16);
+  header.text("data").u32(data);
+  file_->write(header.written());
 }
 
 }  // namespace footlight::platform

@@ -3,10 +3,11 @@
 // A sound device in virtual time: buffers play and timers ring as the clock moves. What was played can be
 // kept as a WAV file, which is the same for every run.
 
-#include <fstream>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "platform/posix/atomic_file.h"
 #include "platform/sound_mixer.h"
 
 namespace footlight::platform {
@@ -26,22 +27,23 @@ class HeadlessSound final : public SoundDevice {
 
   // Lets so many milliseconds pass.
   void advance(std::uint32_t milliseconds);
-  // False when the WAV file could not be written whole so far.
-  bool isRecording() const { return !hasFile_ || file_.good(); }
+  // Why the WAV file could not be written whole so far; empty while all is well.
+  std::string recordFailure() const { return file_ ? file_->failure() : std::string(); }
+  // Ends the WAV file, which takes its name by that. Empty, or what went wrong.
+  std::string finishRecord();
 
  private:
   class Timer;
 
   void play(std::uint32_t milliseconds);
-  void writeHeader();
+  void writeHeader(std::int64_t length);
 
   SoundMixer mixer_;
   std::vector<Timer*> timers_;
   std::uint64_t elapsed_ = 0;  // milliseconds
   std::uint64_t frames_ = 0;   // played
   std::vector<std::int16_t> samples_;
-  bool hasFile_;
-  std::ofstream file_;
+  std::unique_ptr<AtomicFile> file_;  // null where nothing is recorded
 };
 
 }  // namespace footlight::platform

@@ -7,6 +7,7 @@
 #include <ctime>
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <tuple>
 #include <unistd.h>
@@ -14,6 +15,8 @@
 
 #include "foundation/code_page.h"
 #include "foundation/limits.h"
+#include "platform/posix/atomic_file.h"
+#include "platform/posix/temporaries.h"
 
 namespace footlight::platform {
 
@@ -25,8 +28,6 @@ constexpr std::int64_t kSecond = 1000000000;
 constexpr std::int64_t kFineDoubt = kSecond / 20;
 constexpr std::int64_t kCoarseDoubt = 2 * kSecond;
 constexpr std::size_t kDirectoriesKept = 4096;
-constexpr std::string_view kTemporaryPrefix = ".footlight-";
-constexpr std::string_view kTemporarySuffix = ".tmp";
 
 std::int64_t nanoseconds(const timespec& time) { return std::int64_t{time.tv_sec} * kSecond + time.tv_nsec; }
 
@@ -35,14 +36,6 @@ std::int64_t now() {
   ::clock_gettime(CLOCK_REALTIME, &time);
   return nanoseconds(time);
 }
-
-bool isTemporary(std::string_view name) {
-  return name.starts_with(kTemporaryPrefix) && name.ends_with(kTemporarySuffix);
-}
-
-bool isControl(char character) { return static_cast<unsigned char>(character) < 0x20 || character == 0x7F; }
-
-bool isSeparator(char character) { return character == '\\' || character == '/'; }
 
 struct CloseDirectory {
   void operator()(DIR* stream) const { ::closedir(stream); }
@@ -62,6 +55,11 @@ std::string parentOf(const std::string& path) {
   return slash == 0 || slash == std::string::npos ? "/" : path.substr(0, slash);
 }
 
+bool isLink(const std::string& path) {
+  struct stat status {};
+  return ::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+}
+
 // Opens a plain file; never waits for a pipe and never follows a link: the path is canonical already.
 int openPlain(const std::string& path, int flags) {
   const int file = ::open(path.c_str(), flags | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY, 0666);
@@ -72,24 +70,29 @@ int openPlain(const std::string& path, int flags) {
   return -1;
 }
 
-// A new file beside the target, with the target's permissions where it exists. Gives its name.
-int openTemporary(const std::string& target, std::string* name) {
-  static std::uint64_t number = 0;
-  struct stat old {};
-  const bool isOld = ::stat(target.c_str(), &old) == 0;
-  for (int attempt = 0; attempt < 100; ++attempt) {
-    *name = join(parentOf(target), std::string(kTemporaryPrefix) + std::to_string(::getpid()) + "-" +
-                                       std::to_string(++number) + std::string(kTemporarySuffix));
-    const int file = ::open(name->c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
-    if (file >= 0) {
-      if (isOld && ::fchmod(file, old.st_mode & 07777) != 0)
-        errno = 0;  // the new file keeps the default then
-      return file;
+class FolderLock final : public FileLock {
+ public:
+  explicit FolderLock(const std::string& folder)
+      : folder_(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+    constexpr timespec kPause = {0, 1000000};
+    for (int left = 1000; folder_ >= 0 && !isHeld_ && left > 0; --left) {
+      isHeld_ = ::flock(folder_, LOCK_EX | LOCK_NB) == 0;
+      if (!isHeld_ && errno != EWOULDBLOCK) return;
+      if (!isHeld_) ::nanosleep(&kPause, nullptr);
     }
-    if (errno != EEXIST) return -1;
   }
-  return -1;
-}
+  ~FolderLock() override {
+    if (folder_ >= 0) ::close(folder_);
+  }
+  FolderLock(const FolderLock&) = delete;
+  FolderLock& operator=(const FolderLock&) = delete;
+
+  bool isHeld() const { return isHeld_; }
+
+ private:
+  int folder_;
+  bool isHeld_ = false;
+};
 
 }  // namespace
 
@@ -125,9 +128,9 @@ struct PosixFileSystem::Directory {
     if (!stream) return;
     while (const dirent* entry = ::readdir(stream.get())) {
       const std::string_view name = entry->d_name;
-      if (name == "." || name == ".." || isTemporary(name)) continue;
+      if (name == "." || name == ".." || isTemporaryName(name)) continue;
       const std::optional<std::string> engine = code_page::fromUtf8(name);
-      if (!engine || std::any_of(engine->begin(), engine->end(), isControl) ||
+      if (!engine || std::any_of(engine->begin(), engine->end(), EnginePath::isControl) ||
           engine->find('\\') != std::string::npos) {
         continue;
       }
@@ -144,19 +147,15 @@ struct PosixFileSystem::Directory {
   }
 };
 
-// An open file. A handle with a target writes to a temporary file, which takes the target's name at commit.
+// An open file. One that is written anew takes its target's name at commit.
 class PosixFileSystem::Handle final : public FileHandle {
  public:
   Handle(int file, const char* mode) : stream_(::fdopen(file, mode)) {
     if (stream_ == nullptr) ::close(file);
   }
-  Handle(int file, std::string temporary, std::string target, const PosixFileSystem& owner, bool durable)
-      : Handle(file, "w+b") {
-    temporary_ = std::move(temporary);
-    target_ = std::move(target);
-    owner_ = &owner;
-    durable_ = durable;
-  }
+  // The file is open.
+  Handle(std::unique_ptr<AtomicFile> file, std::string folder, const PosixFileSystem& owner)
+      : stream_(file->stream()), written_(std::move(file)), folder_(std::move(folder)), owner_(&owner) {}
   ~Handle() override { commit(); }
   Handle(const Handle&) = delete;
   Handle& operator=(const Handle&) = delete;
@@ -189,16 +188,15 @@ class PosixFileSystem::Handle final : public FileHandle {
 
   bool commit() override {
     if (stream_ == nullptr) return committed_;
-    const bool flushed = direction_ != Direction::writing || std::fflush(stream_) == 0;
-    bool good = flushed && std::ferror(stream_) == 0 && !abandoned_;
-    if (good && durable_) good = ::fsync(::fileno(stream_)) == 0;
-    good = std::fclose(std::exchange(stream_, nullptr)) == 0 && good;
-    if (owner_ != nullptr) {
-      good = good && ::rename(temporary_.c_str(), target_.c_str()) == 0;
-      if (!good) ::unlink(temporary_.c_str());
-      owner_->forget(parentOf(target_));
+    std::FILE* stream = std::exchange(stream_, nullptr);
+    if (written_ == nullptr) {
+      const bool good = std::fflush(stream) == 0 && std::ferror(stream) == 0;
+      return committed_ = std::fclose(stream) == 0 && good;
     }
-    return committed_ = good;
+    committed_ = !abandoned_ && written_->commit();
+    written_.reset();
+    owner_->forget(folder_);
+    return committed_;
   }
 
  private:
@@ -214,47 +212,22 @@ class PosixFileSystem::Handle final : public FileHandle {
 
   std::FILE* stream_ = nullptr;
   Direction direction_ = Direction::none;
-  std::string temporary_;
-  std::string target_;
+  std::unique_ptr<AtomicFile> written_;
+  std::string folder_;  // of what is written
   const PosixFileSystem* owner_ = nullptr;
-  bool durable_ = false;
   bool abandoned_ = false;
   bool committed_ = false;
 };
 
 PosixFileSystem::PosixFileSystem(std::string_view startDirectory)
     : start_(canonical(std::string(startDirectory)).value_or(std::string(startDirectory))) {
-  current_ = split(toEnginePath(start_)).value_or(Components());
+  current_ = EnginePath::of(toEnginePath(start_)).value_or(EnginePath());
   roots_.push_back(start_);
 }
 
 PosixFileSystem::~PosixFileSystem() = default;
 
 // Names
-
-std::optional<PosixFileSystem::Components> PosixFileSystem::split(std::string_view path) const {
-  if (path.empty() || path.size() > limits::kNameBytes || std::any_of(path.begin(), path.end(), isControl)) {
-    return std::nullopt;
-  }
-  if (path.size() >= 2 && path[1] == ':') {
-    if (path[0] != 'C' && path[0] != 'c') return std::nullopt;
-    path.remove_prefix(2);
-  }
-  Components components;
-  if (path.empty() || !isSeparator(path[0])) components = current_;
-  while (!path.empty()) {
-    const auto end = std::find_if(path.begin(), path.end(), isSeparator);
-    const std::string_view part(path.data(), static_cast<std::size_t>(end - path.begin()));
-    path.remove_prefix(std::min(part.size() + 1, path.size()));
-    if (part.empty() || part == ".") continue;
-    if (part != "..") {
-      components.emplace_back(part);
-    } else if (!components.empty()) {
-      components.pop_back();
-    }
-  }
-  return components;
-}
 
 std::string PosixFileSystem::diskName(const std::string& component) const {
   const auto alias = aliases_.find(code_page::foldCase(component));
@@ -264,7 +237,7 @@ std::string PosixFileSystem::diskName(const std::string& component) const {
 std::string PosixFileSystem::engineName(const std::string& diskName) const {
   const std::optional<std::string> name = code_page::fromUtf8(diskName);
   const bool isPlain = name && std::none_of(name->begin(), name->end(), [](char character) {
-                         return isControl(character) || isSeparator(character);
+                         return EnginePath::isControl(character) || EnginePath::isSeparator(character);
                        });
   if (isPlain) return *name;
   for (const auto& [alias, disk] : aliases_) {
@@ -278,7 +251,7 @@ std::string PosixFileSystem::engineName(const std::string& diskName) const {
 std::string PosixFileSystem::toEnginePath(std::string_view machinePath) const {
   std::string path = machinePath.starts_with('/') ? std::string() : start_ + "/";
   path += machinePath;
-  Components parts;
+  std::vector<std::string> parts;
   for (std::size_t start = 0; start < path.size();) {
     const std::size_t end = std::min(path.find('/', start), path.size());
     const std::string part = path.substr(start, end - start);
@@ -300,26 +273,32 @@ std::string PosixFileSystem::toMachinePath(std::string_view enginePath) const {
   return findTarget(enginePath).value_or("");
 }
 
-std::string PosixFileSystem::currentDirectory() const {
-  std::string result = "C:\\";
-  for (const std::string& part : current_) result += part + "\\";
-  return result;
-}
+std::string PosixFileSystem::currentDirectory() const { return current_.folderText(); }
 
 bool PosixFileSystem::changeDirectory(std::string_view path) {
   if (!findDirectory(path)) return false;
-  current_ = *split(path);
+  current_ = *EnginePath::of(path, current_);
   return true;
 }
 
 void PosixFileSystem::allowRoot(std::string_view path) {
-  const std::optional<Components> components = split(path);
-  const Directory* directory = components ? enter(*components, components->size()) : nullptr;
+  const std::optional<EnginePath> place = EnginePath::of(path, current_);
+  const Directory* directory = place ? enter(*place) : nullptr;
   if (directory != nullptr) roots_.push_back(directory->path);
 }
 
 void PosixFileSystem::allowReading(std::string_view path) {
   if (std::optional<std::string> file = findAnywhere(path)) readable_.push_back(std::move(*file));
+}
+
+bool PosixFileSystem::mayWrite(std::string_view machineFolder) const {
+  const std::optional<std::string> real = canonical(std::string(machineFolder));
+  return !real || isAllowed(*real);
+}
+
+void PosixFileSystem::clearLeftovers() {
+  for (const std::string& root : roots_) clearTemporariesBelow(root);
+  directories_.clear();
 }
 
 // Looking up
@@ -348,8 +327,10 @@ PosixFileSystem::Directory* PosixFileSystem::enterMachine(const std::string& can
   return directory.get();
 }
 
-// The directory that the first `count` components name; null when there is none.
-PosixFileSystem::Directory* PosixFileSystem::enter(const Components& components, std::size_t count) const {
+// The directory of that name; null when there is none.
+PosixFileSystem::Directory* PosixFileSystem::enter(const EnginePath& path) const {
+  const std::vector<std::string>& components = path.parts();
+  const std::size_t count = components.size();
   if (known_.size() > kDirectoriesKept || directories_.size() > kDirectoriesKept) {
     known_.clear();
     directories_.clear();
@@ -375,10 +356,10 @@ PosixFileSystem::Directory* PosixFileSystem::enter(const Components& components,
   for (; directory != nullptr && level < count; ++level) {
     const std::optional<std::string> name = lookUp(*directory, components[level]);
     const std::string entry = name ? join(directory->path, *name) : std::string();
-    const std::optional<std::string> path = name ? canonical(entry) : std::nullopt;
-    crossedLink = crossedLink || path != entry;
-    directory = path ? enterMachine(*path) : nullptr;
-    if (directory == nullptr && path) directory = enterMachine(*path);  // the remembered one was replaced
+    const std::optional<std::string> real = name ? canonical(entry) : std::nullopt;
+    crossedLink = crossedLink || real != entry;
+    directory = real ? enterMachine(*real) : nullptr;
+    if (directory == nullptr && real) directory = enterMachine(*real);  // the remembered one was replaced
     if (directory != nullptr && !crossedLink) known_[key.substr(0, ends[level + 1])] = directory->path;
   }
   return directory;
@@ -406,13 +387,14 @@ void PosixFileSystem::forget(const std::string& path) const {
 }
 
 std::optional<PosixFileSystem::Place> PosixFileSystem::find(std::string_view path) const {
-  const std::optional<Components> components = split(path);
-  if (!components) return std::nullopt;
-  if (components->empty()) return Place{"/", "", true};
-  Directory* directory = enter(*components, components->size() - 1);
+  const std::optional<EnginePath> place = EnginePath::of(path, current_);
+  if (!place) return std::nullopt;
+  if (place->isRoot()) return Place{"/", "", true};
+  Directory* directory = enter(place->parent());
   if (directory == nullptr) return std::nullopt;
-  const std::optional<std::string> name = lookUp(*directory, components->back());
-  return Place{directory->path, name.value_or(diskName(components->back())), name.has_value()};
+  const std::string& last = place->parts().back();
+  const std::optional<std::string> name = lookUp(*directory, last);
+  return Place{directory->path, name.value_or(diskName(last)), name.has_value()};
 }
 
 std::optional<std::string> PosixFileSystem::findAnywhere(std::string_view path) const {
@@ -442,8 +424,8 @@ std::optional<std::string> PosixFileSystem::findDirectory(std::string_view path)
 std::optional<std::string> PosixFileSystem::findTarget(std::string_view path) const {
   const std::optional<Place> place = find(path);
   if (!place) return std::nullopt;
-  if (place->exists) return findExisting(path);
-  if (place->name.size() > NAME_MAX || isTemporary(place->name)) return std::nullopt;
+  if (place->exists) return isLink(place->path()) ? std::nullopt : findExisting(path);
+  if (place->name.size() > NAME_MAX || isTemporaryName(place->name)) return std::nullopt;
   return isAllowed(place->path()) ? std::optional(place->path()) : std::nullopt;
 }
 
@@ -462,15 +444,9 @@ std::unique_ptr<FileHandle> PosixFileSystem::open(std::string_view path, OpenMod
 
 std::unique_ptr<PosixFileSystem::Handle> PosixFileSystem::openForWriting(const std::string& target,
                                                                          bool durable) const {
-  struct stat status {};
-  if (::stat(target.c_str(), &status) == 0 &&
-      (!S_ISREG(status.st_mode) || ::access(target.c_str(), W_OK) != 0)) {
-    return nullptr;
-  }
-  std::string temporary;
-  const int file = openTemporary(target, &temporary);
-  if (file < 0) return nullptr;
-  return std::make_unique<Handle>(file, std::move(temporary), target, *this, durable);
+  auto file = std::make_unique<AtomicFile>(target, durable);
+  if (file->stream() == nullptr) return nullptr;
+  return std::make_unique<Handle>(std::move(file), parentOf(target), *this);
 }
 
 bool PosixFileSystem::fileExists(std::string_view path) {
@@ -536,6 +512,14 @@ std::optional<std::vector<std::byte>> PosixFileSystem::readWhole(std::string_vie
   std::vector<std::byte> content(static_cast<std::size_t>(file->length()));
   content.resize(file->read(content));
   return content;
+}
+
+// A file that is written takes another one's place, so the lock is its folder's.
+std::unique_ptr<FileLock> PosixFileSystem::lock(std::string_view path) {
+  const std::optional<std::string> target = findTarget(path);
+  if (!target) return nullptr;
+  auto lock = std::make_unique<FolderLock>(parentOf(*target));
+  return lock->isHeld() ? std::move(lock) : nullptr;
 }
 
 bool PosixFileSystem::copy(std::string_view from, std::string_view to) {

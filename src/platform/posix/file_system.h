@@ -12,7 +12,7 @@
 // folder.
 //
 // Everything is checked against the fence by the canonical path, links followed. Files that are no plain
-// files (pipes, devices) do not exist for the engine.
+// files (pipes, devices) do not exist for the engine, and a file is not written through a link.
 
 #include <optional>
 #include <string>
@@ -20,6 +20,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/engine_path.h"
 #include "platform/file_system.h"
 
 namespace footlight::platform {
@@ -37,6 +38,7 @@ class PosixFileSystem : public FileSystem {
   std::vector<DirectoryEntry> list(std::string_view path) override;
   bool writeWhole(std::string_view path, std::span<const std::byte> content, bool durable) override;
   std::optional<std::vector<std::byte>> readWhole(std::string_view path, std::int64_t limit) override;
+  std::unique_ptr<FileLock> lock(std::string_view path) override;
   bool copy(std::string_view from, std::string_view to) override;
   bool remove(std::string_view path) override;
   bool makeDirectory(std::string_view path) override;
@@ -44,15 +46,14 @@ class PosixFileSystem : public FileSystem {
   bool changeDirectory(std::string_view path) override;
   void allowRoot(std::string_view path) override;
   void allowReading(std::string_view path) override;
+  void clearLeftovers() override;
+  bool mayWrite(std::string_view machineFolder) const override;
   std::string toEnginePath(std::string_view machinePath) const override;
   std::string toMachinePath(std::string_view enginePath) const override;
 
  private:
   class Handle;
   struct Directory;
-
-  // The parts of an engine path, from the machine's root on.
-  using Components = std::vector<std::string>;
 
   // Where a name leads: an entry of a directory that exists.
   struct Place {
@@ -62,7 +63,6 @@ class PosixFileSystem : public FileSystem {
     std::string path() const { return directory == "/" ? "/" + name : directory + "/" + name; }
   };
 
-  std::optional<Components> split(std::string_view path) const;
   std::string diskName(const std::string& component) const;
   std::string engineName(const std::string& diskName) const;
 
@@ -78,7 +78,7 @@ class PosixFileSystem : public FileSystem {
   std::optional<std::string> findTarget(std::string_view path) const;
   bool isAllowed(std::string_view canonicalPath) const;
 
-  Directory* enter(const Components& components, std::size_t count) const;
+  Directory* enter(const EnginePath& path) const;
   Directory* enterMachine(const std::string& canonicalPath) const;
   std::optional<std::string> lookUp(Directory& directory, const std::string& component) const;
   void forget(const std::string& path) const;
@@ -86,7 +86,7 @@ class PosixFileSystem : public FileSystem {
   std::unique_ptr<Handle> openForWriting(const std::string& target, bool durable) const;
 
   std::string start_;  // canonical, on the machine
-  Components current_;
+  EnginePath current_;
   std::vector<std::string> roots_;     // canonical, on the machine
   std::vector<std::string> readable_;  // files outside them, likewise
 

@@ -43,12 +43,35 @@ std::string systemName(std::string_view plainName) {
 
 }  // namespace
 
-PosixModules::PosixModules(bool enabled, std::filesystem::path folder)
-    : enabled_(enabled), folder_(std::move(folder)) {}
+PosixModules::PosixModules(std::string folder, const FileSystem* files)
+    : folder_(std::move(folder)), files_(files) {}
+
+std::optional<std::filesystem::path> PosixModules::safeFolder(std::string* why) const {
+  std::error_code error;
+  const std::filesystem::path folder = std::filesystem::canonical(folder_, error);
+  if (folder_.empty()) {
+    *why = "no folder of modules is named";
+  } else if (error || !std::filesystem::is_directory(folder, error)) {
+    *why = "there is no such folder";
+  } else if (files_ != nullptr && files_->mayWrite(folder.string())) {
+    *why = "lies where the game may write";
+  } else {
+    return folder;
+  }
+  return std::nullopt;
+}
+
+std::string PosixModules::refusal() const {
+  std::string why;
+  safeFolder(&why);
+  return why;
+}
 
 std::unique_ptr<Module> PosixModules::load(std::string_view plainName) {
-  if (!enabled_ || folder_.empty() || !isPlainName(plainName)) return nullptr;
-  const std::filesystem::path path = folder_ / systemName(plainName);
+  std::string why;
+  const std::optional<std::filesystem::path> folder = safeFolder(&why);
+  if (!folder || !isPlainName(plainName)) return nullptr;
+  const std::filesystem::path path = *folder / systemName(plainName);
   std::error_code error;
   // A link could lead out of the folder, so only a file that lies there is loaded.
   if (!std::filesystem::is_regular_file(std::filesystem::symlink_status(path, error))) return nullptr;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/posix/system_locale.h"
+#include "platform/sdl/display_loss.h"
 
 namespace footlight::platform {
 
@@ -39,7 +40,7 @@ SdlPlatform::SdlPlatform(SdlOptions options, std::unique_ptr<FileSystem> files)
       display_(options_.bpp, options_.title),
       input_(display_),
       shell_(display_, options_.printFolder),
-      modules_(options_.modules) {
+      modules_(options_.moduleFolder, files_.get()) {
   if (options_.locale.empty()) options_.locale = systemLocale();
 }
 
@@ -49,6 +50,8 @@ FileSystem& SdlPlatform::files() {
   assert(files_ != nullptr);
   return *files_;
 }
+
+void SdlPlatform::whenLost(std::function<void()> work) { watchDisplay(std::move(work)); }
 
 std::vector<WindowEvent> SdlPlatform::pump() {
   std::vector<WindowEvent> events;

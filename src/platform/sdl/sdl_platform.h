@@ -23,7 +23,7 @@ struct SdlOptions {
   std::string locale;                       // empty: the environment's
   std::optional<std::int64_t> unixSeconds;  // wall clock at the start; by default the machine's
   std::string printFolder;                  // the machine's folder for printed pages; empty: no printer
-  bool modules = true;                      // whether shared libraries may be loaded
+  std::string moduleFolder;  // the machine's folder of external modules; empty: none are loaded
 };
 
 class SdlClock : public Clock {
@@ -58,6 +58,7 @@ class SdlPlatform : public Platform {
   SdlSound* sound() override { return sound_.isOpen() ? &sound_ : nullptr; }
   std::string locale() const override { return options_.locale; }
   std::vector<WindowEvent> pump() override;
+  void whenLost(std::function<void()> work) override;
 
  private:
   // SDL's subsystems, up as long as this lives.

@@ -94,6 +94,18 @@ void buildObjects(benchmark::State& state) {
   }
 }
 
+// The life of a scene's objects, from the document that is read already to their end.
+void comeAndGo(benchmark::State& state) {
+  const auto document = load();
+  for (auto _ : state) {
+    auto* scope = new CMC_ObjectsContainer(nullptr, "SCOPE", type::kScene);
+    scope->resolveObjects(*document);
+    if (scope->getElementsNo() != kObjects) std::exit(1);
+    CMC_Object::destroy(scope);
+  }
+  state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * kObjects);
+}
+
 }  // namespace
 
 }  // namespace footlight
@@ -113,6 +125,7 @@ int main(int count, char** words) {
   add("inih/document of 100,000 objects", readByInih);
   add("inih, lines kept/document of 100,000 objects", keepByInih);
   add("engine/document and all its objects", buildObjects);
+  add("engine/objects of a document in and out", comeAndGo);
   const int status = bench::runAll(count, words);
   CMC_RunnerFactory::done();
   CMC_VariableFactory::done();

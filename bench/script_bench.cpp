@@ -1,5 +1,6 @@
-// The interpreter beside Lua 5.4. Both do the same work on the same world: named objects with a value and
-// methods, found by name. Each round of a benchmark is the whole work; both sides check its outcome.
+// The interpreter beside Lua 5.4. Both do the same work on the same world. Lua has it in two forms: "objects"
+// are tables with a value and methods, as the engine's are, and "plain" are the globals and tables that one
+// would write in Lua. Each round of a benchmark is the whole work; all sides check its outcome.
 
 #include <benchmark/benchmark.h>
 
@@ -15,12 +16,14 @@ extern "C" {
 
 #include "foundation/diagnose.h"
 #include "objects/all_types.h"
+#include "objects/data/mc_array.h"
 #include "ratio_reporter.h"
 #include "script/caches.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_objects_container.h"
 #include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
+#include "script/melement.h"
 
 namespace footlight {
 
@@ -31,14 +34,15 @@ struct Work {
   // The engine: code of the behaviours BODY and MAIN; MAIN is run.
   const char* body;
   const char* main;
-  // Lua: a chunk that is loaded once and run each round.
-  const char* lua;
+  // Lua: chunks that are loaded once and run each round; null for none.
+  const char* objects;
+  const char* plain;
   // An integer variable and the value that it must hold after a round.
   const char* judged;
   int outcome;
 };
 
-constexpr const char* kLuaWorld = R"(
+constexpr const char* kObjectsWorld = R"(
   Integer = {}
   Integer.__index = Integer
   function Integer:INC() self.value = self.value + 1 end
@@ -49,31 +53,75 @@ constexpr const char* kLuaWorld = R"(
   function String:SET(v) self.value = v end
   function String:ADD(v) self.value = self.value .. v end
   function String:FIND(v) return (string.find(self.value, v, 1, true) or 0) - 1 end
+  Array = {}
+  Array.__index = Array
+  function Array:ADD(v) self[#self + 1] = v end
+  function Array:GET(i) return self[i + 1] end
+  function Array:SORT() table.sort(self) end
   local function integer(v) return setmetatable({value = v}, Integer) end
   X, A, B, C, D, F = integer(0), integer(1), integer(1), integer(3), integer(4), integer(0)
   S = setmetatable({value = ""}, String)
+  L, K = setmetatable({}, Array), setmetatable({}, Array)
+  for i = 0, 999 do K:ADD(i) end
+  R = setmetatable({}, Array)
+  for i = 0, 99999 do R:ADD(i * 7919 % 100000) end
   objects = {}
   for i = 0, 4999 do objects["OBJ_" .. i] = integer(0) end
   function BODY(p, q) X:ADD(p + q) end
 )";
 
+constexpr const char* kPlainWorld = R"(
+  X, A, B, C, D, F = 0, 1, 1, 3, 4, 0
+  S = ""
+  L, K = {}, {}
+  for i = 0, 999 do K[#K + 1] = i end
+  R = {}
+  for i = 0, 99999 do R[#R + 1] = i * 7919 % 100000 end
+  objects = {}
+  for i = 0, 4999 do objects["OBJ_" .. i] = 0 end
+  function BODY(p, q) X = X + p + q end
+)";
+
 constexpr Work kWorks[] = {
     {"a: a million X^INC() in a loop", "", "X^SET(0);@LOOP({X^INC();},0,1000000,1);",
-     "X:SET(0) for i = 0, 999999 do X:INC() end", "X", 1000000},
+     "X:SET(0) for i = 0, 999999 do X:INC() end", "X = 0 for i = 0, 999999 do X = X + 1 end", "X", 1000000},
     {"b: a loop with a test of two variables", "",
      "X^SET(0);@LOOP({@IF(A,\"_\",B,{X^INC();});},0,1000000,1);",
-     "X:SET(0) for i = 0, 999999 do if A.value == B.value then X:INC() end end", "X", 1000000},
+     "X:SET(0) for i = 0, 999999 do if A.value == B.value then X:INC() end end",
+     "X = 0 for i = 0, 999999 do if A == B then X = X + 1 end end", "X", 1000000},
+    {"b: if and else in turn", "", "X^SET(0);@LOOP({@IF(X,\"<\",C,{X^INC();},{X^SET(0);});},0,1000000,1);",
+     "X:SET(0) for i = 0, 999999 do if X.value < C.value then X:INC() else X:SET(0) end end",
+     "X = 0 for i = 0, 999999 do if X < C then X = X + 1 else X = 0 end end", "X", 0},
     {"c: an expression of four operands in a loop", "", "@LOOP({X^SET([A+B*C-D]);},0,1000000,1);",
-     "for i = 0, 999999 do X:SET((A.value + B.value) * C.value - D.value) end", "X", 2},
+     "for i = 0, 999999 do X:SET((A.value + B.value) * C.value - D.value) end",
+     "for i = 0, 999999 do X = (A + B) * C - D end", "X", 2},
     {"d: appending to a text and finding in it", "",
      "S^SET(\"\");@LOOP({S^ADD(\"ab\");F^SET(S^FIND(\"ba\"));},0,20000,1);",
-     "S:SET('') for i = 0, 19999 do S:ADD('ab') F:SET(S:FIND('ba')) end", "F", 1},
+     "S:SET('') for i = 0, 19999 do S:ADD('ab') F:SET(S:FIND('ba')) end",
+     "S = '' for i = 0, 19999 do S = S .. 'ab' F = (string.find(S, 'ba', 1, true) or 0) - 1 end", "F", 1},
+    {"d: appending to a short text and finding in it", "",
+     "@LOOP({S^SET(\"x\");S^ADD(\"ab\");F^SET(S^FIND(\"b\"));},0,100000,1);",
+     "for i = 0, 99999 do S:SET('x') S:ADD('ab') F:SET(S:FIND('b')) end",
+     "for i = 0, 99999 do S = 'x' S = S .. 'ab' F = (string.find(S, 'b', 1, true) or 0) - 1 end", "F", 2},
     {"e: a behaviour called with two arguments", "X^ADD([$1+$2]);",
      "X^SET(0);@LOOP({BODY^RUN(A,C);},0,1000000,1);",
-     "X:SET(0) for i = 0, 999999 do BODY(A.value, C.value) end", "X", 4000000},
+     "X:SET(0) for i = 0, 999999 do BODY(A.value, C.value) end", "X = 0 for i = 0, 999999 do BODY(A, C) end",
+     "X", 4000000},
     {"f: dynamic names among 5,000 objects", "OBJ_$1^INC();",
      "X^SET(0);@LOOP({BODY^RUNLOOPED(0,5000);X^INC();},0,200,1);",
-     "X:SET(0) for k = 1, 200 do for i = 0, 4999 do objects['OBJ_' .. i]:INC() end X:INC() end", "X", 200},
+     "X:SET(0) for k = 1, 200 do for i = 0, 4999 do objects['OBJ_' .. i]:INC() end X:INC() end",
+     "X = 0 for k = 1, 200 do for i = 0, 4999 do local n = 'OBJ_' .. i objects[n] = objects[n] + 1 end "
+     "X = X + 1 end",
+     "X", 200},
+    {"g: a million added to an array", "",
+     "L^REMOVEALL();@LOOP({L^ADD(_I_);},0,1000000,1);X^SET(L^GETSIZE());",
+     "L = setmetatable({}, Array) for i = 0, 999999 do L:ADD(i) end X:SET(#L)",
+     "L = {} for i = 0, 999999 do L[#L + 1] = i end X = #L", "X", 1000000},
+    {"h: a million read from an array", "", "@LOOP({X^SET(K^GET(C));},0,1000000,1);",
+     "for i = 0, 999999 do X:SET(K:GET(C.value)) end", "for i = 0, 999999 do X = K[C + 1] end", "X", 3},
+    {"i: an array of 100,000 sorted", "", "L^REMOVEALL();R^COPYTO(\"L\");L^SORT(TRUE);X^SET(L^GET(5));",
+     "L = setmetatable(table.move(R, 1, #R, 1, {}), Array) L:SORT() X:SET(L:GET(5))",
+     "L = table.move(R, 1, #R, 1, {}) table.sort(L) X = L[6]", "X", 5},
 };
 
 [[noreturn]] void fail(const char* work, const char* what) {
@@ -94,6 +142,9 @@ class World {
       add<CMC_Integer>(name, value);
     }
     add<CMC_String>("S", CXString());
+    addArray("L", 0, 0);
+    addArray("K", 1000, 1);
+    addArray("R", 100000, 7919);  // one after the other, but in no order
     for (int i = 0; i < 5000; ++i) add<CMC_Integer>(("OBJ_" + std::to_string(i)).c_str(), 0);
     addBehaviour("BODY", work.body);
     main_ = addBehaviour("MAIN", work.main);
@@ -121,6 +172,13 @@ class World {
     variable->setScene(scope_);
     scope_->addObject(variable);
   }
+  void addArray(const char* name, int count, int step) {
+    const CMElement element(name, Origin());
+    auto* array = new CMC_Array(scope_, &element);
+    for (int i = 0; i < count; ++i)
+      array->add(CMC_VariableFactory::makeInteger(static_cast<int>(std::int64_t{i} * step % count)).get());
+    scope_->addObject(array);
+  }
   CMC_Behaviour* addBehaviour(const char* name, const char* code) {
     auto* behaviour = new CMC_Behaviour(scope_, name, code);
     behaviour->init();
@@ -146,20 +204,26 @@ void runLiteral(benchmark::State& state, const Work& work) {
   caches::enable(true);
 }
 
-void runLua(benchmark::State& state, const Work& work) {
+void runLua(benchmark::State& state, const Work& work, const char* world, const char* chunk) {
   lua_State* lua = luaL_newstate();
   luaL_openlibs(lua);
-  if (luaL_dostring(lua, kLuaWorld) != 0 || luaL_loadstring(lua, work.lua) != 0)
+  if (luaL_dostring(lua, world) != 0 || luaL_loadstring(lua, chunk) != 0)
     fail(work.name, lua_tostring(lua, -1));
   for (auto _ : state) {
     lua_pushvalue(lua, -1);
     if (lua_pcall(lua, 0, 0, 0) != 0) fail(work.name, lua_tostring(lua, -1));
   }
   lua_getglobal(lua, work.judged);
-  lua_getfield(lua, -1, "value");
+  if (lua_istable(lua, -1)) lua_getfield(lua, -1, "value");
   if (lua_tointeger(lua, -1) != work.outcome) fail(work.name, "Lua's outcome is wrong");
   lua_close(lua);
 }
+
+void runObjects(benchmark::State& state, const Work& work) {
+  runLua(state, work, kObjectsWorld, work.objects);
+}
+
+void runPlain(benchmark::State& state, const Work& work) { runLua(state, work, kPlainWorld, work.plain); }
 
 }  // namespace
 
@@ -173,7 +237,8 @@ int main(int count, char** words) {
           ->Unit(benchmark::kMillisecond);
     };
     add("engine", runEngine);
-    add("lua", runLua);
+    add("Lua, objects", runObjects);
+    add("Lua, plain", runPlain);
     add("literal", runLiteral);
   }
   return bench::runAll(count, words);

@@ -48,6 +48,7 @@ std::int32_t CXObject::swap_dword(std::int32_t value) {
 void CXObject::dispose() {
   if (disposed_) return;
   disposed_ = true;
+  endsUnpinned_ = true;
   dropWeakCell();
   if (pins_ == 0) destroyNow();
 }

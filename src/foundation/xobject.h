@@ -2,10 +2,15 @@
 
 // CXObject is the root of everything that sits in a container or that scripts can reach.
 //
-// Life of an object. Whoever creates an object owns it. An object that may still be in use further up the
-// call stack is never deleted at once: its owner calls `dispose`, which makes every WeakRef to it null and
-// deletes it when the last Ref (a "pin") has gone. Code that calls into scripts therefore holds a Ref to each
-// object that it touches afterwards, and nothing else keeps a plain pointer over such a call.
+// Life of an object. It has one of two kinds of life:
+//
+// - It has an owner: whoever created it, until it is handed on. An owned object that may still be in use
+//   further up the call stack is never deleted at once: its owner calls `dispose`, which makes every WeakRef
+//   to it null and deletes it when the last Ref (a "pin") has gone.
+// - It is counted: `makeRef` made it, nobody owns it, and it goes with its last Ref.
+//
+// Code that calls into scripts holds a Ref to each object that it touches afterwards, and nothing else keeps
+// a plain pointer over such a call.
 //
 // All of this belongs to the engine's main thread; the counters are not atomic.
 
@@ -61,14 +66,14 @@ class CXObject {
   static std::int16_t swap_word(std::int16_t value);
   static std::int32_t swap_dword(std::int32_t value);
 
-  // Ends the object: weak references become null now, the memory goes when nothing pins it any more.
+  // Ends an owned object: weak references become null now, the memory goes when nothing pins it any more.
   void dispose();
   // True from `dispose` on. A disposed object answers no look-ups and gets no further calls from the engine.
   bool isDisposed() const { return disposed_; }
 
   void pin() const { ++pins_; }
   void unpin() const {
-    if (--pins_ == 0 && disposed_) destroyNow();
+    if (--pins_ == 0 && endsUnpinned_) destroyNow();
   }
   std::uint32_t pins() const { return pins_; }
 
@@ -80,6 +85,9 @@ class CXObject {
   WeakCell* weakCell() const;
 
  private:
+  template <class T, class... Arguments>
+  friend auto makeRef(Arguments&&... arguments);
+
   // Pins taken while the destructor runs must not end the object a second time.
   static constexpr std::uint32_t kDying = 1U << 30;
   void destroyNow() const {
@@ -91,6 +99,7 @@ class CXObject {
   int errorCode_ = 0;
   bool toDelete_ = false;
   bool disposed_ = false;
+  bool endsUnpinned_ = false;  // nobody owns it, or its owner has disposed of it
   mutable std::uint32_t pins_ = 0;
   mutable WeakCell* weakCell_ = nullptr;
 };
@@ -125,6 +134,14 @@ class Ref {
  private:
   T* object_ = nullptr;
 };
+
+// Makes a counted object: it begins with this one Ref and lives by its Refs.
+template <class T, class... Arguments>
+auto makeRef(Arguments&&... arguments) {
+  Ref<T> made(new T(std::forward<Arguments>(arguments)...));
+  made->endsUnpinned_ = true;
+  return made;
+}
 
 // A reference that becomes null when its object is disposed or destroyed.
 template <class T>

@@ -8,7 +8,6 @@
 #include "gfx/window.h"
 #include "script/caches.h"
 #include "script/mc_behaviour.h"
-#include "script/mc_behaviour_entry.h"
 #include "script/mc_condition.h"
 #include "script/mc_expression.h"
 #include "script/mc_objects_container.h"

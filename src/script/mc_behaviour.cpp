@@ -6,12 +6,14 @@
 #include "foundation/xtimer.h"
 #include "gfx/window.h"
 #include "script/caches.h"
-#include "script/mc_behaviour_entry.h"
+#include "script/code_lines.h"
+#include "script/code_text.h"
 #include "script/mc_condition.h"
 #include "script/mc_expression.h"
 #include "script/mc_structure.h"
 #include "script/melement.h"
 #include "script/public_trash.h"
+#include "script/statement_compiler.h"
 #include "script/watchdog.h"
 
 namespace footlight {
@@ -32,7 +34,7 @@ CXTimer* timerOf(const CMC_ObjectsContainer* scope) {
 
 CMC_Behaviour::CMC_Behaviour(CMC_ObjectsContainer* container, const CMElement* element)
     : CMC_Object(container, element, type::kBehaviour),
-      code_(CMC_Behaviour_Entry::stripBraces(element->getPropertyValue("CODE"))),
+      code_(code_text::trimmedCode(element->getPropertyValue("CODE"))),
       conditionName_(element->getPropertyValue("CONDITION")) {
   if (const CMProperty* code = element->properties().get("CODE")) setOrigin(code->origin());
   initializeBehaviours(container, element);
@@ -40,7 +42,7 @@ CMC_Behaviour::CMC_Behaviour(CMC_ObjectsContainer* container, const CMElement* e
 
 CMC_Behaviour::CMC_Behaviour(CMC_ObjectsContainer* container, CXString name, const CXString& code,
                              Origin origin)
-    : CMC_Object(std::move(name), type::kBehaviour), code_(CMC_Behaviour_Entry::stripBraces(code)) {
+    : CMC_Object(std::move(name), type::kBehaviour), code_(code_text::trimmedCode(code)) {
   setScene(container);
   // Code that a statement makes stands where the statement does.
   setOrigin(origin.line == 0 && diagnose::isOn() ? diagnose::place : origin);
@@ -137,7 +139,7 @@ bool CMC_Behaviour::isAsMade() const {
 }
 
 void CMC_Behaviour::setParams(const TextList& arguments) {
-  CXString text = CMC_Behaviour_Entry::fillParams(code_, &arguments);
+  CXString text = code_text::fillMarks(code_, &arguments);
   // The lines end with ONDONE before they are made anew, so what was bound here is a matter too.
   const bool isStill = isAsMade() && lines_ && lines_->text() == text && lines_->isCurrent();
   if (caches::isOn() && isStill) return;
@@ -221,12 +223,8 @@ Result CMC_Behaviour::resolveParameter(CMC_ObjectsContainer* scope, CMC_Object* 
                                        CMC_Behaviour* behaviour) {
   CXString piece = text;
   piece.AllTrim();
-  if (piece.startsWith("[")) {
-    auto* expression = new CMC_Expression(scope, piece.Mid(1, piece.Length() - 1));
-    const Ref<CMC_Expression> keep(expression);
-    expression->dispose();
-    return Result(expression->calculate());
-  }
+  if (piece.startsWith("["))
+    return Result(makeRef<CMC_Expression>(scope, code_text::withoutEnds(piece))->calculate());
   if (piece.startsWith("CONV")) return runLine(scope, caller, CXString("@") + piece, behaviour);
   if (piece.Find('(') >= 0 && !piece.startsWith("\"")) return runLine(scope, caller, piece, behaviour);
   if (CMC_Variable::beginsLikeNumber(piece)) return Result(CMC_Variable::resolve(piece));
@@ -248,14 +246,10 @@ Result CMC_Behaviour::runLine(CMC_ObjectsContainer* scope, CMC_Object* caller, c
   if (!isCall && diagnose::isOn())
     diagnose::report(diagnose::Group::statement, text, "", "is no call: there is no ^ in it");
   if (!depth || !isCall) return {};
-  Ref<CMC_Behaviour> owner(behaviour);
-  if (!owner) {
-    auto* holder = new CMC_Behaviour(scope, "temp", "");
-    owner = Ref<CMC_Behaviour>(holder);
-    holder->dispose();
-  }
-  const CMC_Behaviour_Entry entry(owner.get(), text);
-  const Result result = entry.run({owner.get(), scope, caller, nullptr});
+  const Ref<CMC_Behaviour> owner =
+      behaviour != nullptr ? Ref<CMC_Behaviour>(behaviour) : makeRef<CMC_Behaviour>(scope, "temp", "");
+  const std::unique_ptr<CMC_Behaviour_Entry> statement = compileStatement(owner.get(), text);
+  const Result result = statement->run({owner.get(), scope, caller, nullptr});
   return result.stops() ? Result() : result;
 }
 

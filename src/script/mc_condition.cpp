@@ -4,10 +4,10 @@
 
 #include "foundation/depth.h"
 #include "script/mc_behaviour.h"
-#include "script/mc_behaviour_entry.h"
 #include "script/mc_expression.h"
 #include "script/mc_objects_container.h"
 #include "script/melement.h"
+#include "script/statement_compiler.h"
 #include "script/watchdog.h"
 
 namespace footlight {
@@ -112,8 +112,8 @@ CMC_Condition::CMC_Condition(const CMC_Condition& other)
       operand2_(other.operand2_),
       operator_(other.operator_),
       holder_(new CMC_Behaviour(other.getScene(), "temp", "")),
-      entry1_(std::make_shared<CMC_Behaviour_Entry>(holder_.get(), operand1_)),
-      entry2_(std::make_shared<CMC_Behaviour_Entry>(holder_.get(), operand2_)) {}
+      entry1_(compileStatement(holder_.get(), operand1_)),
+      entry2_(compileStatement(holder_.get(), operand2_)) {}
 
 CMC_Condition::~CMC_Condition() = default;
 
@@ -124,8 +124,8 @@ std::unique_ptr<CMC_Object> CMC_Condition::copy() const {
 void CMC_Condition::init() {
   const Ref<CMC_Condition> self(this);
   CMC_Object::init();
-  entry1_ = std::make_shared<CMC_Behaviour_Entry>(holder_.get(), operand1_);
-  entry2_ = std::make_shared<CMC_Behaviour_Entry>(holder_.get(), operand2_);
+  entry1_ = compileStatement(holder_.get(), operand1_);
+  entry2_ = compileStatement(holder_.get(), operand2_);
 }
 
 bool CMC_Condition::done(bool keep) {

@@ -5,9 +5,9 @@
 #include "foundation/depth.h"
 #include "script/caches.h"
 #include "script/mc_behaviour.h"
-#include "script/mc_behaviour_entry.h"
 #include "script/mc_variable_factory.h"
 #include "script/melement.h"
+#include "script/statement_compiler.h"
 #include "script/watchdog.h"
 
 namespace footlight {
@@ -106,7 +106,7 @@ std::vector<CMC_Expression::Operand> CMC_Expression::cutOperands(std::string_vie
 
 void CMC_Expression::compile() {
   for (Item& item : items_) {
-    if (item.text.IsString()) item.entry = std::make_unique<CMC_Behaviour_Entry>(holder_.get(), item.text);
+    if (item.text.IsString()) item.entry = compileStatement(holder_.get(), item.text);
   }
   isPlain_ = !items_.empty() && std::all_of(items_.begin(), items_.end(), [](const Item& item) {
     return item.entry && item.entry->isPlainValue();

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "foundation/string_tokenizer.h"
+#include "script/mc_objects_container.h"
 #include "script/mc_variable_factory.h"
 #include "script/melement.h"
 
@@ -28,6 +29,14 @@ CMC_Structure::CMC_Structure(CMC_ObjectsContainer* container, const CMElement* e
 }
 
 CMC_Structure::~CMC_Structure() = default;
+
+CMC_Object* CMC_Structure::findNamed(const CMC_ObjectsContainer* scope, const CXString& name) {
+  if (scope == nullptr) return nullptr;
+  const int bar = name.Find('|');
+  if (bar < 0) return scope->getObject(name);
+  const auto* structure = scope->find<CMC_Structure>(name.slice(0, bar));
+  return structure != nullptr ? structure->getField(name.Right(bar + 1)) : nullptr;
+}
 
 void CMC_Structure::declare(const CXString& fullName, int type) {
   std::unique_ptr<CMC_Variable> field = CMC_VariableFactory::makeNamed(type, fullName);

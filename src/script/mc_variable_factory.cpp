@@ -41,9 +41,7 @@ class Pool {
       return Ref<T>(slots_[cursor_].get());
     }
     limitHit("pool of temporaries full");
-    Ref<T> spare(new T(CXString("f"), 0));
-    spare->dispose();
-    return spare;
+    return makeRef<T>(CXString("f"), 0);
   }
 
   void grow() {

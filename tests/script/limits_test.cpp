@@ -5,7 +5,7 @@
 
 #include "objects/system/mc_system.h"
 #include "platform/large_stack.h"
-#include "script/mc_behaviour_entry.h"
+#include "script/code_text.h"
 #include "script/mc_expression.h"
 #include "script/mc_groupped.h"
 #include "script/melement.h"
@@ -63,7 +63,7 @@ class LimitsTest : public ScriptTest {
   }
   bool fills(std::int64_t n) {
     const TextList arguments{CXString(std::string(static_cast<std::size_t>(n) - 1, 'x'))};
-    return CMC_Behaviour_Entry::fillParams("a$1", &arguments).Length() == n;
+    return code_text::fillMarks("a$1", &arguments).Length() == n;
   }
   // The bracket of the call is the outermost of n. What lies deeper is a plain value, as it is here in any
   // case.

@@ -1,7 +1,7 @@
 #include "script/mc_behaviour.h"
 
 #include "foundation/limits.h"
-#include "script/mc_behaviour_entry.h"
+#include "script/code_text.h"
 #include "script/mc_condition.h"
 #include "script/melement.h"
 #include "script/script_fixture.h"
@@ -22,8 +22,7 @@ TEST_F(Behaviour, CutsStatementsOutsideOfRoundBrackets) {
       {";;", {"", ""}},
       {"", {}},
   };
-  for (const auto& row : rows)
-    EXPECT_EQ(CMC_Behaviour_Entry::cutStatements(row.code), row.statements) << row.code;
+  for (const auto& row : rows) EXPECT_EQ(code_text::cutStatements(row.code), row.statements) << row.code;
 }
 
 TEST_F(Behaviour, FillsMarks) {
@@ -33,8 +32,8 @@ TEST_F(Behaviour, FillsMarks) {
     const char* filled;
   } rows[] = {{"$1$3", "onethree"}, {"$2", "$1"},    {"$4", "$4"},     {"$0", "$0"},
               {"$", "$"},           {"$$1", "$one"}, {"a$1b", "aoneb"}};
-  for (const auto& row : rows) EXPECT_EQ(CMC_Behaviour_Entry::fillParams(row.text, &arguments), row.filled);
-  EXPECT_EQ(CMC_Behaviour_Entry::fillParams("$1", nullptr), "$1");
+  for (const auto& row : rows) EXPECT_EQ(code_text::fillMarks(row.text, &arguments), row.filled);
+  EXPECT_EQ(code_text::fillMarks("$1", nullptr), "$1");
 }
 
 TEST_F(Behaviour, ExpressionsGoFromLeftToRight) {

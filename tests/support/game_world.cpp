@@ -4,8 +4,8 @@
 #include "foundation/random.h"
 #include "foundation/xtimer.h"
 #include "script/caches.h"
+#include "script/inline_code.h"
 #include "script/mc_behaviour.h"
-#include "script/mc_behaviour_entry.h"
 #include "script/watchdog.h"
 
 namespace footlight::test {
@@ -32,7 +32,7 @@ World::World(const Disk& disk, const Rules& rules)
   caches::enable(!rules.literal);
   CXRandom::seed(1);
   CXTimer::enable(true);
-  CMC_Behaviour_Entry::restartNames();
+  CMC_InlineCode::restartNames();
   watchdog::use([this] { return mayContinue(); });
   files_.onAccess = [this] { budget_ -= kPriceOfAFile; };
   language_ = std::make_unique<CLanguageOSVer>();

@@ -4,7 +4,6 @@
 #include <array>
 
 #include "foundation/limits.h"
-#include "script/mc_behaviour_entry.h"
 
 namespace footlight::check {
 
@@ -61,7 +60,7 @@ void CodeWalker::walkCode(Piece text) {
 void CodeWalker::statements(Piece text) {
   const bool paired = areBracketsPaired(text);
   CXString rest;
-  for (const CXString& cut : CMC_Behaviour_Entry::cutStatements(CXString(text), &rest)) {
+  for (const CXString& cut : code_text::cutStatements(text, &rest)) {
     const auto length = static_cast<std::size_t>(cut.Length());
     statement(text.substr(0, length));
     text.remove_prefix(length + 1);
@@ -111,7 +110,7 @@ void CodeWalker::walkValue(Piece text) {
 void CodeWalker::argument(Piece text) {
   // Braces around a text that holds no call are a part of the text.
   const bool isCode = text.find('^') != kNone || text.find('$') != kNone;
-  if (isCode && CMC_Behaviour_Entry::isInlineCode(text)) {
+  if (isCode && code_text::isInlineCode(text)) {
     inlineCode(text);
     return;
   }
@@ -234,7 +233,7 @@ void CodeWalker::inlineCode(Piece text) {
 }
 
 void CodeWalker::codeArgument(Piece text) {
-  if (CMC_Behaviour_Entry::isInlineCode(text)) {
+  if (code_text::isInlineCode(text)) {
     inlineCode(text);
   } else if (isQuoted(text)) {
     const Piece inside = withoutQuotes(text);
@@ -309,7 +308,7 @@ void CodeWalker::side(Piece text) {
   if (text.starts_with('[')) {
     expression(text);
   } else if (text.starts_with("CONV(")) {
-    for (const Piece piece : CMC_Behaviour_Entry::cutArguments(withoutEnds(text.substr(4)))) argument(piece);
+    for (const Piece piece : code_text::cutArguments(withoutEnds(text.substr(4)))) argument(piece);
   } else if (text.find('(') != kNone) {
     if (const Statement read = readStatement(text); read.isCall()) call(read);
   } else {

@@ -1,8 +1,5 @@
 #include "statement.h"
 
-#include <algorithm>
-
-#include "script/mc_behaviour_entry.h"
 #include "script/mc_expression.h"
 
 namespace footlight::check {
@@ -10,12 +7,6 @@ namespace footlight::check {
 namespace {
 
 constexpr auto kNone = Piece::npos;
-
-Piece slice(Piece text, std::size_t start, std::size_t end) {
-  start = std::min(start, text.size());
-  end = std::clamp(end, start, text.size());
-  return text.substr(start, end - start);
-}
 
 // The place of the bracket that closes the one at `open`.
 std::size_t closingBracket(Piece text, std::size_t open) {
@@ -27,57 +18,16 @@ std::size_t closingBracket(Piece text, std::size_t open) {
   return kNone;
 }
 
-void readArguments(Statement& statement, std::size_t open) {
-  if (open == kNone) return;
-  const std::size_t close = closingBracket(statement.text, open);
-  const bool isClosed = close != kNone && close + 1 == statement.text.size();
-  statement.brackets = isClosed ? Statement::Brackets::closed : Statement::Brackets::ragged;
-  statement.arguments =
-      CMC_Behaviour_Entry::cutArguments(slice(statement.text, open + 1, statement.text.size() - 1));
-}
-
-void readIndirect(Statement& statement, std::size_t open) {
-  const Piece text = statement.text;
-  const std::size_t bracket = text.find(']');
-  const std::size_t close = bracket == kNone ? 0 : bracket + 1;
-  std::size_t caret = text.find('^');
-  if (open != kNone && close < open) {
-    caret = text.find('^', close);
-    open = text.find('(', caret == kNone ? 0 : caret);
-  }
-  statement.kind = Statement::Kind::indirect;
-  statement.object = slice(text, 1, caret);
-  statement.method = caret == kNone ? Piece() : slice(text, caret + 1, open);
-  readArguments(statement, open);
-}
-
 }  // namespace
 
 Statement readStatement(Piece text) {
-  Statement statement;
-  if (text.ends_with(';')) text.remove_suffix(1);
-  statement.text = text;
-  const std::size_t open = text.find('(');
-  const std::size_t caret = text.find('^');
-  if (text.starts_with('@')) {
-    statement.kind = Statement::Kind::builtIn;
-    statement.method = slice(text, 1, open);
-    readArguments(statement, open);
-  } else if (text.starts_with('*')) {
-    readIndirect(statement, open);
-  } else if (text.starts_with("THIS")) {
-    statement.kind = Statement::Kind::caller;
-    statement.object = slice(text, 0, std::min(caret, text.size()));
-    statement.method = slice(text, 5, open);
-    readArguments(statement, open);
-  } else if (text.starts_with('[')) {
-    statement.kind = Statement::Kind::expression;
-  } else if (!text.starts_with('"') && caret != kNone) {
-    statement.kind = Statement::Kind::call;
-    statement.object = slice(text, 0, caret);
-    statement.method = slice(text, caret + 1, open);
-    readArguments(statement, open);
-  }
+  Statement statement{code_text::readStatement(text), Statement::Brackets::none, {}};
+  if (!statement.parameters) return statement;
+  const auto open = static_cast<std::size_t>(statement.parameters->data() - statement.text.data()) - 1;
+  const std::size_t close = closingBracket(statement.text, open);
+  const bool isClosed = close != kNone && close + 1 == statement.text.size();
+  statement.brackets = isClosed ? Statement::Brackets::closed : Statement::Brackets::ragged;
+  statement.arguments = code_text::cutArguments(*statement.parameters);
   return statement;
 }
 
@@ -98,22 +48,6 @@ std::vector<Piece> cutAt(Piece text, std::string_view mark) {
     text.remove_prefix(end + mark.size());
   }
 }
-
-Piece withoutBraces(Piece text) {
-  if (!text.starts_with('{')) return text;
-  text.remove_prefix(1);
-  if (text.ends_with('}')) text.remove_suffix(1);
-  return text;
-}
-
-Piece withoutQuotes(Piece text) {
-  if (!text.starts_with('"')) return text;
-  text.remove_prefix(1);
-  if (text.ends_with('"')) text.remove_suffix(1);
-  return text;
-}
-
-Piece withoutEnds(Piece text) { return slice(text, 1, text.empty() ? 0 : text.size() - 1); }
 
 bool hasMark(Piece text) {
   for (std::size_t i = 0; i + 1 < text.size(); ++i) {

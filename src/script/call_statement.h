@@ -1,0 +1,130 @@
+#pragma once
+
+// Statements that call a method, by the way in which they come to their object.
+
+#include <vector>
+
+#include "script/call_argument.h"
+#include "script/mc_behaviour_entry.h"
+#include "script/mc_expression.h"
+#include "script/name_watch.h"
+
+namespace footlight {
+
+// What all calls share: the method, the arguments, and the row that the method was found in last.
+class CallStatement : public CMC_Behaviour_Entry {
+ public:
+  // What the compiler made of the text.
+  struct Parts {
+    CXString line;
+    Origin origin;
+    CXString method;
+    std::vector<CallArgument> arguments;
+    bool isConstant;  // no argument needs anything of the run
+  };
+
+  ~CallStatement() override;
+
+  Result run(const RunContext& context, bool isResultUsed) const override;
+  bool isCall() const override { return true; }
+  void tellNames(NameUses& uses) const override;
+  void releaseTempBeh(bool owns) const override { ownsTempBehaviours_ = owns; }
+
+ protected:
+  explicit CallStatement(Parts parts);
+
+  // Finds the object and calls its method.
+  virtual Result dispatch(const RunContext& context, const ArgumentList& arguments) const = 0;
+
+  Result callMethod(CMC_Object& object, const RunContext& context, const ArgumentList& arguments) const;
+  // The method that was looked up last; null for a word that is in no table.
+  const Method* row() const { return row_; }
+  CMC_Runner* runner() const { return runner_; }
+  // Looks the method up in the table of a runner, which may be null.
+  void lookUp(CMC_Runner* runner) const;
+  const CXString& method() const { return method_; }
+  bool hasArguments() const { return !arguments_.empty(); }
+  void reportMissing(const CXString& name) const;
+  void reportUncallable(const CXString& name, const char* why) const;
+
+ private:
+  CXString method_;
+  std::vector<CallArgument> arguments_;
+  bool isConstant_;
+  mutable bool ownsTempBehaviours_ = true;
+  mutable CMC_Runner* runner_ = nullptr;  // the one that `row_` belongs to
+  mutable const Method* row_ = nullptr;
+};
+
+// @WORD(...): the object is the behaviour that the statement stands in.
+class BuiltInCall : public CallStatement {
+ public:
+  explicit BuiltInCall(Parts parts);
+
+ protected:
+  Result dispatch(const RunContext& context, const ArgumentList& arguments) const override;
+};
+
+// THIS^METHOD(...): the instance, in the code of a class; else who called.
+class CallerCall : public CallStatement {
+ public:
+  explicit CallerCall(Parts parts) : CallStatement(std::move(parts)) {}
+
+ protected:
+  Result dispatch(const RunContext& context, const ArgumentList& arguments) const override;
+};
+
+// NAME^METHOD(...) and STRUCT|FIELD^METHOD(...).
+class ObjectCall : public CallStatement {
+ public:
+  // `bound` is what the name meant at compile time, or null.
+  ObjectCall(Parts parts, CXString name, CMC_Object* bound);
+
+  Result run(const RunContext& context, bool isResultUsed) const override;
+  void tellNames(NameUses& uses) const override;
+
+ protected:
+  Result dispatch(const RunContext& context, const ArgumentList& arguments) const override;
+
+ private:
+  Result callBound(CMC_Object& object, const RunContext& context, const ArgumentList& arguments) const;
+
+  CXString name_;
+  bool isField_;
+  bool isBare_;  // a known method of an object that was found, without arguments
+  WeakRef<CMC_Object> object_;
+  mutable RememberedName remembered_;  // what the name means, where it named nothing then
+};
+
+// NA$1ME^METHOD(...)
+class DynamicCall : public CallStatement {
+ public:
+  DynamicCall(Parts parts, CXString name) : CallStatement(std::move(parts)), name_(std::move(name)) {}
+
+ protected:
+  Result dispatch(const RunContext& context, const ArgumentList& arguments) const override;
+
+ private:
+  CXString name_;
+};
+
+// *NAME^METHOD(...) and *[...]^METHOD(...): the text of a value is the name of the object.
+class IndirectCall : public CallStatement {
+ public:
+  // The source is the expression; without one, what the name means. `bound` is what it meant at compile time.
+  IndirectCall(Parts parts, CXString name, CMC_Object* bound, Ref<CMC_Expression> expression);
+
+  void tellNames(NameUses& uses) const override;
+
+ protected:
+  Result dispatch(const RunContext& context, const ArgumentList& arguments) const override;
+
+ private:
+  Ref<CMC_Variable> source(const CMC_ObjectsContainer& scope) const;
+
+  CXString name_;
+  WeakRef<CMC_Object> object_;
+  Ref<CMC_Expression> expression_;
+};
+
+}  // namespace footlight

@@ -246,6 +246,51 @@ class Screen:
         png.write(path, png.Picture(self.width, self.height, bytes(colours)))
 
 
+# --- the screen and its background
+
+
+def plain(path, width, height, pixels, place=(0, 0), alpha=b""):
+    """A "PIK" file of plain 5-6-5 pixels."""
+    data = struct.pack(f"<{width * height}H", *pixels)
+    head = struct.pack("<4s9i", b"PIK", width, height, 16, len(data), 0, 0, len(alpha), *place)
+    path.write_bytes(head + data + alpha)
+
+
+def the_screen_is_scrolled_and_saved():
+    """A background twice as wide as the screen, shown from column 5 and then from column 100, where it goes round; a
+    patch of 8 x 4 is pasted into it, another lies on top."""
+    game = GAMES / "the_background_scrolls_and_is_saved"
+    folder = game / "Dane" / "MAIN"
+    folder.mkdir(parents=True, exist_ok=True)
+    wide, width, height = 128, 64, 48
+    back = [[(x % 32) << 11 | (y & 63) << 5 | x // 32 for x in range(wide)] for y in range(height)]
+    plain(folder / "back.img", wide, height, [p for row in back for p in row])
+    plain(folder / "patch.img", 8, 4, [0xFFFF] * 32)
+    plain(folder / "top.img", 4, 4, [0x07E0] * 16, place=(40, 30))
+
+    def shown(start):
+        return [[back[y][(x + start) % wide] for x in range(width)] for y in range(height)]
+
+    def save(rows, name):
+        colours = bytes(b for row in rows for p in row for b in (p >> 8 & 0xF8, p >> 3 & 0xFC, p << 3 & 0xF8))
+        png.write(game / name, png.Picture(width, height, colours))
+
+    save(shown(5), "moved.png")
+    for y in range(4):
+        back[6 + y][110:118] = [0xFFFF] * 8
+    second = shown(100)
+    for y in range(4):
+        second[30 + y][40:44] = [0x07E0] * 4
+    save(second, "placed.png")
+    save(shown(100), "taken.png")
+    # Columns 8 to 28 and lines 2 to 18, each second one.
+    plain(game / "part.img", 10, 8, [second[2 + 2 * y][8 + 2 * x] for y in range(8) for x in range(10)])
+    expectation = json.loads((game / "expect.json").read_text())
+    expectation["files"] = {"Dane\\MAIN\\part.img": {"bytes_hex": (game / "part.img").read_bytes().hex()}}
+    (game / "part.img").unlink()
+    (game / "expect.json").write_text(json.dumps(expectation, indent=2) + "\n")
+
+
 # --- the games
 
 
@@ -421,3 +466,4 @@ def damaged_pictures():
 if __name__ == "__main__":
     every_form()
     damaged_pictures()
+    the_screen_is_scrolled_and_saved()

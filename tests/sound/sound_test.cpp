@@ -111,6 +111,29 @@ TEST(SndStream, IsSilentWhenItHasPlayedOut) {
   platform::use(nullptr);
 }
 
+TEST(SndStream, ResumesTwoRingsBeforeWhatItHadRead) {
+  constexpr int kSamples = 110250;  // 5 seconds
+  constexpr int kStepBytes = 2205;
+  constexpr int kSteps = 40;
+  const test::Disk disk = {{"C:\\GAME\\a.wav", test::contentOf(test::waveFile(kSamples))}};
+  PlatformWith<SteppedDevice> machine({}, std::make_unique<test::MemoryFiles>(disk));
+  platform::use(&machine);
+  {
+    CSndStream stream(nullptr, "a.wav");
+    stream.Play(true);
+    for (int i = 0; i < kSteps; ++i) machine.sound()->step();
+    stream.Stop();
+    stream.Resume();
+    int heard = 0;
+    for (int i = 0; i < 200; ++i) heard += machine.sound()->step() ? 1 : 0;
+    // It had read what was heard and the ring ahead of that.
+    const int from = kSteps * kStepBytes - stream.GetBufferSize();
+    EXPECT_NEAR(heard, (2 * kSamples - from) / kStepBytes, 1);
+    EXPECT_FALSE(stream.IsPlaying());
+  }
+  platform::use(nullptr);
+}
+
 // A device whose samples a thread of its own takes, as a loudspeaker does.
 class ThreadedDevice final : public platform::SoundDevice {
  public:

@@ -106,6 +106,7 @@ bool Game::load() {
   for (const auto& [element, scope] : levels_) levelsByName_.emplace(scope->name(), scope);
   joinLevels();
   for (const auto& [element, scope] : levels_) readLevelFile(*scope);
+  for (const auto& [element, scope] : levels_) checkStart(*element, *scope);
   discoverAll();
   return true;
 }
@@ -208,6 +209,18 @@ void Game::readLevelFile(Scope& level) {
   const CXString name = CXString(level.name()) + ".cnv";
   if (CFile::chDir(level.folders.front()) != 0 || !CFile::fileExists(name)) return;
   if (SourceFile* file = open(name)) enter(*file, level, SourceFile::Use::level);
+}
+
+// A level without an __INIT__ runs the one that it finds above, each time that it is entered.
+void Game::checkStart(const CMElement& element, const Scope& level) {
+  constexpr const char* kInit = "__INIT__";
+  const Scope* above = &level;
+  // Mistaken lists may go round in circles; there are three levels.
+  for (int depth = 0; depth < 2 && !above->owns(kInit) && !above->parents().empty(); ++depth)
+    above = above->parents().front();
+  if (above == &level || !above->owns(kInit)) return;
+  application_->report(Kind::behaviour, element.origin().line, level.name(),
+                       level.name() + " has no __INIT__: it runs that of " + above->name() + " again");
 }
 
 // Elements

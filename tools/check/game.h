@@ -74,6 +74,7 @@ class Game {
   void joinLevels();
   void addSubScenes(const CMElement& element, const char* property, Scope& level);
   void nameLevels(Scope& application);
+  void checkStart(const CMElement& element, const Scope& level);
   void readLevelFile(Scope& level);
   CXString folderOf(const CMElement& element, Scope::Level level) const;
 

@@ -67,6 +67,8 @@ class Scope {
   const std::vector<Scope*>& children() const { return children_; }
 
   Found find(std::string_view name) const;
+  // Whether something of the name stands in this very scope.
+  bool owns(const std::string& name) const { return own_.contains(name); }
   // Calls the function with every name that `find` would find something for.
   void eachName(const std::function<void(const std::string&, const Thing&)>& function) const;
 

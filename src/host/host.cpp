@@ -19,7 +19,7 @@
 #include "objects/all_types.h"
 #include "platform/headless/headless_platform.h"
 #include "platform/posix/file_system.h"
-#include "platform/sdl/sdl_platform.h"
+#include "platform/sdl/make_sdl_platform.h"
 #include "platform/shot.h"
 #include "script/caches.h"
 #include "script/vocabulary.h"
@@ -116,9 +116,9 @@ void Host::makePlatform() {
     machine.unixSeconds = options_.time;
     machine.printFolder = start;
     machine.moduleFolder = options_.modules.value_or(options_.installedModules);
-    auto made = std::make_unique<platform::SdlPlatform>(std::move(machine), std::move(files));
-    devices_ = &made->input();
-    platform_ = std::move(made);
+    platform::SdlMachine made = platform::makeSdlPlatform(std::move(machine), std::move(files));
+    devices_ = made.input;
+    platform_ = std::move(made.platform);
   }
 }
 

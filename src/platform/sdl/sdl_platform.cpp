@@ -112,4 +112,10 @@ bool SdlPlatform::handleShortcut(const SDL_KeyboardEvent& event) {
   return isShortcutDown_;
 }
 
+SdlMachine makeSdlPlatform(SdlOptions options, std::unique_ptr<FileSystem> files) {
+  auto made = std::make_unique<SdlPlatform>(std::move(options), std::move(files));
+  InputQueue* input = &made->input();
+  return {std::move(made), input};
+}
+
 }  // namespace footlight::platform

@@ -10,21 +10,13 @@
 
 #include "platform/platform.h"
 #include "platform/posix/modules.h"
+#include "platform/sdl/make_sdl_platform.h"
 #include "platform/sdl/sdl_display.h"
 #include "platform/sdl/sdl_input.h"
 #include "platform/sdl/sdl_shell.h"
 #include "platform/sdl/sdl_sound.h"
 
 namespace footlight::platform {
-
-struct SdlOptions {
-  int bpp = 16;                             // of the engine's screen in a window: 15, 16 or 32
-  std::string title = "Footlight";          // UTF-8
-  std::string locale;                       // empty: the environment's
-  std::optional<std::int64_t> unixSeconds;  // wall clock at the start; by default the machine's
-  std::string printFolder;                  // the machine's folder for printed pages; empty: no printer
-  std::string moduleFolder;  // the machine's folder of external modules; empty: none are loaded
-};
 
 class SdlClock : public Clock {
  public:

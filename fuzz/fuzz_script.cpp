@@ -1,6 +1,6 @@
-// Script text on a scene: the bytes are code as they stand, words of the language in any order, code made by
-// the rules of the language, or the definition file of the scene. The code runs, then the game goes on for 50
-// ticks.
+// Script text on a scene: the bytes are code as they stand, words of the language in any order, code made
+// by the rules of the language, or the definition file of the scene. The code runs, then the game goes on
+// for 50 ticks.
 
 #include "app/mc_scene.h"
 #include "cast.h"

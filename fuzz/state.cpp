@@ -229,8 +229,8 @@ void Writer::member(const CMC_ObjectsContainer& container, const CMC_Object& obj
   }
 }
 
-// Where among the others code within code stands is the interpreter's own matter: it comes behind them,
-// sorted.
+// Where among the others code within code stands is the interpreter's own matter: it comes
+// behind them, sorted.
 void Writer::level(const CMC_ObjectsContainer& container) {
   if (depth_ >= kDeepest) return;
   line("scope ", container.getName(), " parent ", nameOf(container.getParent()), " runs ",

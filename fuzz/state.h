@@ -1,8 +1,8 @@
 #pragma once
 
 // The whole state of a world as text, a line a fact: two runs that must not differ are compared by it. What
-// is the interpreter's own matter is left out: the numbers in the names of inline code, and its places among
-// the objects.
+// is the interpreter's own matter is left out: the numbers in the names of inline code, and its places
+// among the objects.
 
 #include <string>
 

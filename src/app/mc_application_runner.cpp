@@ -117,8 +117,8 @@ Result existsEnv(CMC_Application& /*application*/, Call& call) {
   return Factory::makeBool(findEnvironment(call).behaviour != nullptr);
 }
 
-// The archive of the game and its update over the network are not there yet: nothing is stored and nothing
-// waits.
+// The archive of the game and its update over the network are not there yet: nothing is stored
+// and nothing waits.
 Result nothing(CMC_Application& /*application*/, Call& /*call*/) {
   diagnose::reportCall(diagnose::Group::method, "does nothing in this build");
   return {};

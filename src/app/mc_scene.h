@@ -38,8 +38,8 @@ class CMC_Scene : public CMC_ObjectsContainer {
     return type == type::kScene || type == type::kEpisode || type == type::kApplication;
   }
 
-  // Enters: reads the definition, builds and initialises the objects. `previous` is the sub-scene before, or
-  // null.
+  // Enters: reads the definition, builds and initialises the objects. `previous` is the sub-scene
+  // before, or null.
   virtual bool initialize(CMC_Scene* previous);
   // One step: a pending change of the sub-scene, then the sub-scene's own step.
   virtual void domodal();
@@ -57,7 +57,7 @@ class CMC_Scene : public CMC_ObjectsContainer {
 
   // A sub-scene by its exact name, or null.
   CMC_Scene* find(const CXString& name) const;
-  // The same for the scene that the running call wants: none is reported.
+  // The same for the scene that the running call wants: a missing one is reported.
   CMC_Scene* findReported(const CXString& name) const;
   using CMC_ObjectsContainer::find;
   // This object if the name is its own, else whatever in the subtree has it.
@@ -84,8 +84,8 @@ class CMC_Scene : public CMC_ObjectsContainer {
   void setDraggedName(CXString name) { draggedName_ = std::move(name); }
   const CXString& getDraggedName() const { return draggedName_; }
 
-  // Watches the collisions of an object of this scene, and ends that; watched anew it keeps its first
-  // `useAlpha`.
+  // Watches the collisions of an object of this scene, and ends that; watched anew it keeps
+  // its first `useAlpha`.
   template <class T>
   void monitorCollisions(CGraphicsObject* object, bool useAlpha, T* observer) {
     if (CCollisionInspector* inspector = startMonitoring(object, useAlpha)) inspector->addNotifier(observer);
@@ -106,8 +106,8 @@ class CMC_Scene : public CMC_ObjectsContainer {
 
   // The one unit of the process; made by the first scene.
   static CUnit6* getDefUnit();
-  // The level around a container; a class instance stands in its own scope within one. Null when there is
-  // none.
+  // The level around a container; a class instance stands in its own scope within one. Null when
+  // there is none.
   static CMC_Scene* around(CMC_ObjectsContainer* container);
   static void doneDefUnit();
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// Prints a part of the window's picture on one landscape page, fitted to the page by aspect ratio and
-// centred.
+// Prints a part of the window's picture on one landscape page, fitted to the page by aspect
+// ratio and centred.
 
 #include "foundation/geometry.h"
 

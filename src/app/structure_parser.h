@@ -1,8 +1,8 @@
 #pragma once
 
 // Builds the tree of a game from its one document: first all scenes, then the episodes, which find their
-// scenes among those built, then the application. The parser owns the scenes and episodes for as long as the
-// game lives.
+// scenes among those built, then the application. The parser owns the scenes and episodes for as long as
+// the game lives.
 
 #include <memory>
 #include <vector>
@@ -22,7 +22,7 @@ class CMC_StructureParser : public CXObject {
 
   // The first built scene or episode of exactly that name, or null.
   CMC_Scene* get(const CXString& name) const;
-  // The same for a name that stands in a property of an element: none is reported.
+  // The same for a name that stands in a property of an element: a missing one is reported.
   CMC_Scene* getReported(const CXString& name, const CMElement& element, const char* property) const;
   static void reportMissing(const CXString& name, const CMElement& element, const char* property);
   CMC_Application* getMCApplication() const { return application_.get(); }

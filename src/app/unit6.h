@@ -53,8 +53,8 @@ class CUnit6 : public CXObject,
   virtual CWindow* getWindow() const { return window_; }
   virtual CRefreshScreen* getCanvas() const;
   bool isActive() const override { return active_; }
-  // Plays a music file; null means the scene's. Without `force` only if the scene says that music should
-  // start.
+  // Plays a music file; null means the scene's. Without `force` only if the scene says that
+  // music should start.
   virtual void startMusic(const char* name, bool force);
   virtual void stopMusic();
   virtual const CXString& getMusicFileName() const { return musicFileName_; }
@@ -72,8 +72,8 @@ class CUnit6 : public CXObject,
   bool isLive() const override { return active_ && wasInitiallyUpdated_; }
   virtual void flushEditBoxes() {}
 
-  // Starts the playable at random moments while the scene runs: so many times a minute, in runs of up to
-  // `repeats` starts.
+  // Starts the playable at random moments while the scene runs: so many times a minute, in runs of up
+  // to `repeats` starts.
   void addRandomPlayable(CPlayable* playable, double rate, int repeats, const CXString& event);
   // Puts the dragged object back where it was taken.
   void bringBackDraggingObjectPosition();

@@ -27,8 +27,8 @@ int compareNames(std::string_view a, std::string_view b) {
   return a.size() == b.size() ? 0 : a.size() < b.size() ? -1 : 1;
 }
 
-// The numbers and texts of a table in a file. What does not fit fails once and for all; all gets yield
-// nothing then.
+// The numbers and texts of a table in a file. What does not fit fails once and for all; all gets
+// yield nothing then.
 class TableReader {
  public:
   explicit TableReader(CFile& file) : file_(file), length_(file.Length()), left_(length_) {}

@@ -1,7 +1,7 @@
 #pragma once
 
-// One INI file: "[section]" lines followed by "key=value" lines. It keeps what games remember from run to
-// run.
+// One INI file: "[section]" lines followed by "key=value" lines. It keeps what games remember from
+// run to run.
 //
 // Section and key names compare without regard to case; of several equal ones the first is meant. Values lose
 // blanks at their ends and one pair of quotes around them, and are cut at what a buffer of

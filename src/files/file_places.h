@@ -1,8 +1,8 @@
 #pragma once
 
-// What the file classes ask of the window: the two roots, the language versions of names, and whether the
-// command line wants coded copies. The window implements and installs it; without one, names are taken as
-// they stand.
+// What the file classes ask of the window: the two roots, the language versions of names, and whether
+// the command line wants coded copies. The window implements and installs it; without one, names are
+// taken as they stand.
 
 #include "foundation/xstring.h"
 

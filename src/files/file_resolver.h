@@ -27,8 +27,8 @@ class CFileResolver {
   virtual void toRelease(bool release) { releaseAfterUse_ = release; }
   virtual bool releaseAfterUse() const { return releaseAfterUse_; }
 
-  // Called by a manager when the last user is gone, just before `destroy`: frees the data and leaves the
-  // screen.
+  // Called by a manager when the last user is gone, just before `destroy`: frees the data and
+  // leaves the screen.
   virtual void retire() {}
   // Ends the object; classes whose objects may be on the call stack do so in two steps.
   virtual void destroy() { delete this; }

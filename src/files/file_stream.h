@@ -1,7 +1,7 @@
 #pragma once
 
-// A CFile over a block of memory that stays the caller's. Nothing can be opened or written; line ends stay as
-// they are.
+// A CFile over a block of memory that stays the caller's. Nothing can be opened or written; line ends stay
+// as they are.
 
 #include "files/file.h"
 

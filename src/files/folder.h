@@ -1,7 +1,7 @@
 #pragma once
 
-// A walk through folders. It moves the engine's current directory with it; who walks notes it before and goes
-// back.
+// A walk through folders. It moves the engine's current directory with it; who walks notes it before
+// and goes back.
 
 #include <memory>
 #include <vector>

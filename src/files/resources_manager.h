@@ -30,8 +30,8 @@ class CResourcesManager {
   // One user less; the object ends with its last one. False when the object is in no table here.
   bool remove(CFileResolver* resolver);
   bool contains(const CFileResolver* resolver) const { return find(resolver) >= 0; }
-  // The object of that name with one more user, from this table, then from the children's; null when there is
-  // none.
+  // The object of that name with one more user, from this table, then from the children's; null when
+  // there is none.
   CFileResolver* get(const CXString& name);
 
   void add(CResourcesManager* child);

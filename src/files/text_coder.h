@@ -1,13 +1,13 @@
 #pragma once
 
-// Definition text lies on the disk plain or in a light coded form; who asks a coder for lines does not see
-// which.
+// Definition text lies on the disk plain or in a light coded form; who asks a coder for lines does
+// not see which.
 //
 // The coded form. The first line is "{<C:N>}"; "{<D:N>}" is the same and asks for a plain copy beside the
 // file. Each further physical line holds up to N logical lines, each being its shifted bytes and the plain
-// mark "<E>". Byte by byte, over the ends of lines, an index runs from 0 to N - 1 and round again; the shifts
-// for 0, 1, 2, 3, ... are +1, -1, +2, -2, ... There is no escape and no checksum: damaged text yields wrong
-// text.
+// mark "<E>". Byte by byte, over the ends of lines, an index runs from 0 to N - 1 and round again; the
+// shifts for 0, 1, 2, 3, ... are +1, -1, +2, -2, ... There is no escape and no checksum: damaged text
+// yields wrong text.
 //
 // A first line whose N is not from 1 to 65535, or that does not end its mark, makes the file a plain one.
 

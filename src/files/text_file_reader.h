@@ -1,7 +1,7 @@
 #pragma once
 
-// A whole text file in memory, read line by line. Files over limits::kTextFileBytes are refused like missing
-// ones.
+// A whole text file in memory, read line by line. Files over limits::kTextFileBytes are refused
+// like missing ones.
 
 #include <string>
 #include <string_view>

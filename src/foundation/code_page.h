@@ -12,8 +12,8 @@ namespace footlight::code_page {
 std::string toUtf8(std::string_view text);
 // Nothing when the text is no UTF-8 or holds a character that the code page lacks.
 std::optional<std::string> fromUtf8(std::string_view text);
-// Upper case for every letter of the code page, as names on a disk are compared. Scripts know fewer letters:
-// see CXString::Upper.
+// Upper case for every letter of the code page, as names on a disk are compared. Scripts know fewer
+// letters: see CXString::Upper.
 char foldCase(char character);
 std::string foldCase(std::string_view text);
 

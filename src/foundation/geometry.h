@@ -89,8 +89,8 @@ class CXRect {
   friend CXRect operator+(CXRect rect, CXPoint shift) { return rect += shift; }
   friend CXRect operator-(CXRect rect, CXPoint shift) { return rect -= shift; }
 
-  // Pieces without overlaps that together cover this rectangle minus `other`; none when the two do not
-  // overlap.
+  // Pieces without overlaps that together cover this rectangle minus `other`; none when the two
+  // do not overlap.
   std::vector<CXRect> sub(const CXRect& other) const;
   // Adds the rectangle to the list unless it is empty.
   static void addRect(std::vector<CXRect>* list, int l, int t, int r, int b);

@@ -8,8 +8,8 @@
 // bucket, and `remove` takes the first entry by bucket that holds the value. Equal keys may stand in the
 // table more than once; `get` finds the earliest.
 //
-// Inside, memory follows the number of entries, whatever the size, and looking up a key or a value costs one
-// probe.
+// Inside, memory follows the number of entries, whatever the size, and looking up a key or a value
+// costs one probe.
 //
 // The table owns its keys when `owner` is true, and never its values.
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// Queues of pointers, first in first out or last in first out. They own nothing; `pop` on an empty one gives
-// null.
+// Queues of pointers, first in first out or last in first out. They own nothing; `pop` on an empty
+// one gives null.
 
 #include "foundation/xarray.h"
 #include "foundation/xvector.h"

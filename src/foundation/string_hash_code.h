@@ -31,8 +31,8 @@ class CStringHashCode : public CXObject {
   }
   CXString toString() const override { return text_; }
 
-  // For each character at position i: 2 to the power of i mod 16, plus i + 1 times the character as a signed
-  // value.
+  // For each character at position i: 2 to the power of i mod 16, plus i + 1 times the character as
+  // a signed value.
   static std::uint32_t hashOf(std::string_view text) {
     std::uint32_t hash = 0;
     for (std::uint32_t i = 0; i < text.size(); ++i) {

@@ -27,8 +27,8 @@ class CMessage;
 class CXObject {
  public:
   CXObject() = default;
-  // A copy is a new object: it takes the error code, but neither pins nor weak references nor the deletion
-  // mark.
+  // A copy is a new object: it takes the error code, but neither pins nor weak references nor
+  // the deletion mark.
   CXObject(const CXObject& other) : errorCode_(other.errorCode_) {}
   CXObject& operator=(const CXObject& other) {
     if (this != &other) errorCode_ = other.errorCode_;
@@ -59,8 +59,8 @@ class CXObject {
 
   // There is no log: the text is dropped.
   void log(std::string_view /*text*/, bool /*newLine*/ = true) const {}
-  // A stop watch by name for developers: starts it, or writes the milliseconds since its start to the debug
-  // output.
+  // A stop watch by name for developers: starts it, or writes the milliseconds since its start to
+  // the debug output.
   static void profile(std::string_view text, bool starts);
 
   static std::int16_t swap_word(std::int16_t value);

@@ -50,8 +50,8 @@ class CXString {
   operator std::string_view() const { return view(); }
   std::string str() const { return std::string(view()); }
 
-  // Appending fits while the lengths together stay below the capacity; else the capacity becomes the sum
-  // + 32.
+  // Appending fits while the lengths together stay below the capacity; else the capacity becomes the
+  // sum + 32.
   CXString& operator+=(std::string_view text);
   CXString& operator+=(const CXString& text) { return *this += text.view(); }
   CXString& operator+=(const std::string& text) { return *this += std::string_view(text); }

@@ -59,8 +59,7 @@ void CAnimo::retire() {
   if (CRefreshScreen* owner = getRefreshOwner(); owner != nullptr) *owner >> this;
 }
 
-// --- frames and events
-// -------------------------------------------------------------------------------------------
+// Frames and events
 
 int CAnimo::GetNOF() const { return static_cast<int>(frames_->size()); }
 
@@ -148,8 +147,7 @@ void CAnimo::setFrameName(int event, int position, CXString name) {
   if (record != nullptr) const_cast<_anmFrameInfo3*>(record)->name = std::move(name);
 }
 
-// --- what is shown
-// -----------------------------------------------------------------------------------------------
+// What is shown
 
 const _anmFrameInfo3* CAnimo::currentInfo() const {
   const _annEventInfo3* event = GetEventInfo(currentEvent_);
@@ -224,8 +222,7 @@ void CAnimo::SetEventFrame(int event, const CXString& name) {
   if (position >= 0) SetEventFrame(event, position);
 }
 
-// --- place
-// -------------------------------------------------------------------------------------------------------
+// Place
 
 void CAnimo::SetPosition(int px, int py) {
   std::ranges::fill(framePositions_, CXPoint(px, py));

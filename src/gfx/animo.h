@@ -1,8 +1,8 @@
 #pragma once
 
-// An animation: a store of frames, and events, each a named sequence of those frames with its own offsets,
-// sounds and loop. It draws and measures like the picture of its current frame, and the animation manager
-// steps it.
+// An animation: a store of frames, and events, each a named sequence of those frames with its own
+// offsets, sounds and loop. It draws and measures like the picture of its current frame, and the
+// animation manager steps it.
 //
 // Its place is a sum of three: a global position, that of the frame, and the offset of the event's position.
 //
@@ -54,8 +54,8 @@ class CAnimo : public CGraphicsObject, public CPlayable {
   CXObject* asObject() override { return this; }
   int getGfxType() const override { return kType; }
 
-  // Both give the error code; 2000 when there is no such file or it is no animation. The animation is empty
-  // then.
+  // Both give the error code; 2000 when there is no such file or it is no animation. The animation
+  // is empty then.
   int Load(const CXString& name) override;
   int Load(CFile* file) override;
   // Writes the current layout. Only the run-length form packs anything. Gives the error code.

@@ -91,8 +91,7 @@ void CAnimo6::playReverse(const CXString& event, int position) {
   CAnimo::playReverse(event, position);
 }
 
-// --- all frames
-// --------------------------------------------------------------------------------------------------
+// All frames
 
 template <class Change>
 void CAnimo6::changeFrames(Change change) {
@@ -139,8 +138,7 @@ bool CAnimo6::isPlaying(const CXString& event) const {
   return isPlaying() && GetEventName(GetCurrentEvent()).equalsIgnoreCase(event);
 }
 
-// --- sound
-// -------------------------------------------------------------------------------------------------------
+// Sound
 
 void CAnimo6::setVolume(int volume) {
   CPlayable::setVolume(volume);

@@ -36,8 +36,8 @@ class CAnimo6 : public CAnimo {
 
   // Back to unloaded. The event that played last stays the one to play without a name.
   virtual void flush();  // NOLINT(bugprone-virtual-near-miss): both names are part of the interface
-  // On the current frame where that stands by itself, without the animation's position and offsets; false
-  // without one.
+  // On the current frame where that stands by itself, without the animation's position and offsets;
+  // false without one.
   virtual bool isAt(CXPoint point, bool useAlpha);
   bool isInside(int px, int py, bool useAlpha) { return isAt({px, py}, useAlpha); }
   // Does the event of that name play, in any case?

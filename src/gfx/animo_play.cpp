@@ -17,8 +17,7 @@ bool has(std::uint32_t flags, std::uint32_t bit) { return (flags & bit) != 0; }
 
 }  // namespace
 
-// --- starting
-// ----------------------------------------------------------------------------------------------------
+// Starting
 
 bool CAnimo::isInterruptible() const {
   const _annEventInfo3* event = GetEventInfo(currentEvent_);
@@ -101,8 +100,7 @@ int CAnimo::addReverse(const _annEventInfo3& event) {
   return GetNOE() - 1;
 }
 
-// --- stopping
-// ----------------------------------------------------------------------------------------------------
+// Stopping
 
 void CAnimo::StopNoNotify() {
   if (status_ != _astatus::playing) return;
@@ -149,8 +147,7 @@ void CAnimo::Resume() {
   notify(kResumed);
 }
 
-// --- stepping
-// ----------------------------------------------------------------------------------------------------
+// Stepping
 
 int CAnimo::next() {
   if (direction_ == _direction::forward) {
@@ -264,8 +261,7 @@ bool CAnimo::stepBack(const _annEventInfo3& event, int* position) {
   return !runsOn || finish();
 }
 
-// --- sounds
-// ------------------------------------------------------------------------------------------------------
+// Sounds
 
 void CAnimo::preloadSounds() {
   sounds_.clear();

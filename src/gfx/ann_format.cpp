@@ -212,8 +212,7 @@ Found readCurrent(View bytes, const char** why) {
   return finish(reader, frameCount, isPlus ? kShortHeader : kLongHeader, std::move(file), why);
 }
 
-// --- the layout of the "PAK" magic
-// -------------------------------------------------------------------------------
+// The layout of the "PAK" magic
 
 _annEventInfo3 readPakEvent(ByteReader& reader) {
   _annEventInfo3 event;

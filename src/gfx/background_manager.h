@@ -18,8 +18,8 @@ class CBackgroundManager : public CXObject {
 
   // One colour over the whole screen; null is the usual one.
   void SetBackground(CColor* colour);
-  // A picture of the object; null takes the background away. The object is drawn again if the surface is
-  // lost.
+  // A picture of the object; null takes the background away. The object is drawn again if the
+  // surface is lost.
   void SetBackground(CGraphicsObject* object);
   // Takes over a ready surface.
   void setBackground(Owned<CDirectDrawSurface> surface);

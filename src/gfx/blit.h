@@ -3,8 +3,8 @@
 // The blitters: one picture onto another, in place and in one pass. The formats of both sides pick the inner
 // loop; a pair that has none draws nothing. Both sides may be the same memory.
 //
-// Blending a channel value s onto t with the weight a is `mix(s, t, a)`. Alpha planes go from 0 (transparent)
-// to 255.
+// Blending a channel value s onto t with the weight a is `mix(s, t, a)`. Alpha planes go from 0
+// (transparent) to 255.
 //
 // All answer true but for: no source pixels, a part to draw that is empty or does not lie inside both
 // pictures, and the pairs of formats said below.
@@ -23,15 +23,15 @@ constexpr std::uint32_t mix(std::uint32_t s, std::uint32_t t, std::uint32_t a) {
 // Copies pixels. Equal formats of 2 bytes, and 2 bytes to 32 bits; 2 bytes to 24 bits draws nothing; false
 // for other pairs.
 bool copy(const _canvas& source, const _canvas& destination);
-// Copies through the source's alpha plane. Equal formats of 2 bytes, and 2 bytes to 32 bits; false for 24
-// bits.
+// Copies through the source's alpha plane. Equal formats of 2 bytes, and 2 bytes to 32 bits; false
+// for 24 bits.
 bool copy_alpha(const _canvas& source, const _canvas& destination);
 // Copies pixels whose alpha is not 0; equal formats of 2 bytes only.
 bool copy_alpha_as_mask(const _canvas& source, const _canvas& destination);
 // Copies at an opacity, through the alpha plane where the source has one. Formats as `copy_alpha`.
 bool copy_blend(const _canvas& source, const _canvas& destination, std::uint8_t opacity);
-// Copies onto a picture with an alpha plane of its own, which is kept up to date. Equal formats of 2 bytes
-// only.
+// Copies onto a picture with an alpha plane of its own, which is kept up to date. Equal formats of
+// 2 bytes only.
 bool copy_to_canvas(const _canvas& source, const _canvas& destination);
 
 // Turns pixels in place from 15 to 16 bits or back, two at a time: an odd last one stays. True also for equal

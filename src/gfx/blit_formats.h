@@ -43,8 +43,8 @@ struct Pixel {
   }
 };
 
-// A 2-byte pixel onto 32 bits: both sides are taken at 5 bits a channel, and the result loses the green's
-// lowest bit.
+// A 2-byte pixel onto 32 bits: both sides are taken at 5 bits a channel, and the result loses the
+// green's lowest bit.
 constexpr std::uint32_t blend32(std::uint32_t s, std::uint32_t d, std::uint32_t a) {
   const std::uint32_t red = mix(s >> 11 & 0x1F, (d & 0xFF0000) >> 19, a) & 0x1F;
   const std::uint32_t green = mix((s & 0x7E0) >> 6, (d & 0xFF00) >> 11, a) & 0x1F;

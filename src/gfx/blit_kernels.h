@@ -1,8 +1,8 @@
 #pragma once
 
-// The inner loops of the blitters, each in several forms of the same arithmetic: plain, one pixel at a time,
-// and wide, in the registers that the machine has. All forms give the same picture to the bit. For the
-// blit_*.cpp alone.
+// The inner loops of the blitters, each in several forms of the same arithmetic: plain, one pixel at a
+// time, and wide, in the registers that the machine has. All forms give the same picture to the bit. For
+// the blit_*.cpp alone.
 //
 // The wide forms are compiled for machines that may not be this one, so nothing that other sources could
 // share may come out of them: they see this header and what is theirs alone.

@@ -14,16 +14,15 @@
 namespace footlight::blit {
 namespace {
 
-// --- pixels of 16 bits
-
+// Pixels of 16 bits
 template <int GreenBits>
 struct Wide16 {
   static constexpr int kRedShift = 5 + GreenBits;
   static constexpr std::uint16_t kGreenMask = ((1 << GreenBits) - 1) << 5;
   static constexpr bool kUsesAllBits = GreenBits == 6;
 
-  // A channel at the top of its lane, and fractions below. The extra one stops at the channel's greatest
-  // value.
+  // A channel at the top of its lane, and fractions below. The extra one stops at the
+  // channel's greatest value.
   template <bool kPlusOne, int kBits, class Words>
   [[gnu::always_inline]] static Words mix(Words s, Words t, Words a, Words topOfT) {
     const Words mixed = (s - t) * (a << (8 - kBits)) + topOfT;
@@ -69,8 +68,7 @@ struct Wide16 {
   }
 };
 
-// --- pixels of 32 bits
-
+// Pixels of 32 bits
 // Red and blue share a pixel's two lanes; green has a lane of its own.
 struct Wide32 {
   using Value = std::uint32_t;
@@ -127,8 +125,7 @@ struct Wide32 {
   }
 };
 
-// --- blocks of N pixels. `live` has bytes of 255 for the lanes to draw, 0 for the others.
-
+// Blocks of N pixels. `live` has bytes of 255 for the lanes to draw, 0 for the others.
 // Pixels that are looked at together: a group that is all clear, or all opaque, is soon done with. Smaller
 // ones would be so more often, and guessed wrongly as often.
 constexpr int kGroup = 32;
@@ -296,8 +293,7 @@ struct ToCanvas {
   }
 };
 
-// --- rows and rectangles
-
+// Rows and rectangles
 constexpr int kMostLanes = 32;
 alignas(64) constexpr std::uint8_t kLive[2 * kMostLanes] = {
     0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,

@@ -1,7 +1,7 @@
 #pragma once
 
-// What a blitter knows of a picture, one record for the source and one for the destination. The records own
-// nothing.
+// What a blitter knows of a picture, one record for the source and one for the destination. The
+// records own nothing.
 //
 // Source: `x` and `y` say where its top-left corner lands on the destination, `width` and `height` are its
 // size, `clip` is in its own coordinates. Destination: `width` is its pitch in pixels, `clip` the source's

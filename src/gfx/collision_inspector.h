@@ -1,8 +1,8 @@
 #pragma once
 
-// Finds out which graphic objects under watch touch. Objects report that they moved; once a tick each moved
-// one is tested against all others, and the observers hear when a pair begins and ends to touch, the moved
-// object first.
+// Finds out which graphic objects under watch touch. Objects report that they moved; once a tick each
+// moved one is tested against all others, and the observers hear when a pair begins and ends to touch, the
+// moved object first.
 //
 // Observers run scripts: they may move, hide, end and watch objects while a tick is under way. An object has
 // at most one turn a tick; what moved again after its turn has the next one in the next tick. Objects and

@@ -9,8 +9,7 @@
 
 namespace footlight {
 
-// --- sub-objects
-// -------------------------------------------------------------------------------------------------
+// Sub-objects
 
 // The last one takes the picture without sub-objects with it: what is drawn now stays, and edits count again.
 void CGraphicsObject::dropChildrenIfNone() {
@@ -63,8 +62,7 @@ void CGraphicsObject::drawChildren() {
   }
 }
 
-// --- alpha planes
-// ------------------------------------------------------------------------------------------------
+// Alpha planes
 
 namespace {
 

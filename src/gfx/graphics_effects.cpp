@@ -112,8 +112,7 @@ void CGraphicsObject::outline(std::uint16_t colour, int thickness) {
   }
 }
 
-// --- flood fill
-// -----------------------------------------------------------------------------------------------------
+// Flood fill
 
 bool CGraphicsObject::isOpen(int px, int py, std::uint16_t pixel, std::span<const std::uint16_t> mask) const {
   const std::size_t index = indexOf(px, py, width_);
@@ -190,8 +189,7 @@ void CGraphicsObject::FloodFill(const CColor& colour) {
   }
 }
 
-// --- channels
-// -------------------------------------------------------------------------------------------------------
+// Channels
 
 const PixelBlock& CGraphicsObject::channelPlane(_channel channel) const {
   return channel == _channel::alpha ? alpha_ : channels_[static_cast<std::size_t>(channel)];

@@ -56,8 +56,7 @@ std::unique_ptr<CXObject> CGraphicsObject::clone() const {
   return std::make_unique<CGraphicsObject>(window_, *this);
 }
 
-// --- drawing
-// -----------------------------------------------------------------------------------------------------
+// Drawing
 
 void CGraphicsObject::redraw(CGraphicsObject* destination) {
   if (destination == nullptr || !data_) return;
@@ -122,8 +121,7 @@ void CGraphicsObject::Convert(int toBpp) {
   if (toBpp < 24 && toBpp != from && pixelCount() > 3) to(toBpp);
 }
 
-// --- place
-// -------------------------------------------------------------------------------------------------------
+// Place
 
 void CGraphicsObject::setSize(CXSize size) {
   width_ = std::max(0, size.width);
@@ -183,8 +181,7 @@ bool CGraphicsObject::isNear(CGraphicsObject* object, int percent) const {
   return object != nullptr && isNear(object->GetBoundingBox(), percent);
 }
 
-// --- pixels
-// ------------------------------------------------------------------------------------------------------
+// Pixels
 
 bool CGraphicsObject::isAt(CXPoint point, bool useAlpha) {
   if (!GetBoundingBox().IsInRect(point)) return false;
@@ -268,8 +265,7 @@ void CGraphicsObject::AddOpacity(int delta) {
   opacity_ = static_cast<std::uint8_t>(std::clamp<std::int64_t>(std::int64_t{opacity_} + delta, 0, 255));
 }
 
-// --- redrawing and observers
-// -------------------------------------------------------------------------------------
+// Redrawing and observers
 
 void CGraphicsObject::Visible(bool visible) {
   if (window_ != nullptr) visible_ = visible;

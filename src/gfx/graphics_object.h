@@ -117,9 +117,9 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   // To trunc(size * factor), each pixel from the nearest one; nothing for a size over the limits.
   void Scale(double sx, double sy);
   void Scale2x();  // to half the size, despite its name
-  // `map` holds a distance for each pixel, row by row: where its new colour comes from. What comes from
-  // outside is black. With `alphaToo` the alpha plane moves likewise, and keeps its value where that is
-  // outside.
+  // `map` holds a distance for each pixel, row by row: where its new colour comes from. What comes
+  // from outside is black. With `alphaToo` the alpha plane moves likewise, and keeps its value where
+  // that is outside.
   void displacementFilter(std::span<const CXPoint> map, bool alphaToo);
   // Paints a frame of that many pixels inward, opaque; only with an alpha plane.
   void outline(std::uint16_t colour, int thickness);
@@ -212,8 +212,8 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   // Was the object invalidated since the last call?
   bool isInvalidated() { return std::exchange(invalidated_, false); }
   void setInvalidated(bool invalidated) { invalidated_ = invalidated; }
-  // The point in pixels of the screen, within the bounding box; with `useAlpha` on a pixel that is not
-  // transparent.
+  // The point in pixels of the screen, within the bounding box; with `useAlpha` on a pixel that
+  // is not transparent.
   bool isAt(CXPoint point, bool useAlpha);
   bool isInside(int px, int py, bool useAlpha);
   // Centres the object.

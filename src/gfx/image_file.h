@@ -12,8 +12,8 @@ class CImageFile : public CXObject {
  public:
   explicit CImageFile(CWindow* window) : window_(window) {}
 
-  // The object is made for every known extension, whether or not its file could be read: it carries the error
-  // code.
+  // The object is made for every known extension, whether or not its file could be read: it carries
+  // the error code.
   _filetype Load(const CXString& name);
   // Writes the object in the form that the extension asks for.
   _filetype Save(CGraphicsObject* object, const CXString& name, _compression compression);

@@ -8,8 +8,8 @@
 //   24 packing   28 bytes of alpha   32 x   36 y
 //
 // The length of the colour data is what the file holds beside the header and the alpha data; JPEG data take
-// theirs from the header. A file that says it is not packed, but has not the bytes of its size, is packed in
-// LZO blocks.
+// theirs from the header. A file that says it is not packed, but has not the bytes of its size, is packed
+// in LZO blocks.
 //
 // "NVI": a header of 37 bytes, then both planes with the lengths that it gives. Packing 2 is the older one,
 // through a table of codes.

@@ -38,8 +38,7 @@ CRefreshScreen::CRefreshScreen(CWindow* window, bool local)
 
 CRefreshScreen::~CRefreshScreen() = default;
 
-// --- the list
-// ----------------------------------------------------------------------------------------------------
+// The list
 
 void CRefreshScreen::put(CGraphicsObject* object, int priority) {
   if (object == nullptr || queue_.find(object) != nullptr) return;
@@ -91,8 +90,7 @@ void CRefreshScreen::Visible(bool visible) {
   }
 }
 
-// --- what is dirty
-// -----------------------------------------------------------------------------------------------
+// What is dirty
 
 void CRefreshScreen::Invalidate(CGraphicsObject* object) {
   if (object == nullptr || !object->isVisible() || queue_.find(object) == nullptr) return;
@@ -112,8 +110,7 @@ void CRefreshScreen::validateFlipped() {
   sinceFlip_.clear();
 }
 
-// --- a frame
-// -----------------------------------------------------------------------------------------------------
+// A frame
 
 bool CRefreshScreen::Redraw(CDirectDrawSurface* destination, CSurface* /*surface*/, bool* fullRepaint) {
   CScreenUnit* unit = window_->getScreenUnit();
@@ -230,8 +227,7 @@ CGraphicsObject* CRefreshScreen::getGraphicsAt(int px, int py, bool visibleOnly,
   return found;
 }
 
-// --- notifiers
-// ---------------------------------------------------------------------------------------------------
+// Notifiers
 
 void CRefreshScreen::addObserver(CCanvasObserver* notifier, CXObject* object) {
   notifiers_.push_back({notifier, object});
@@ -268,8 +264,7 @@ void CRefreshScreen::onFocusOff() {
   if (notifyFlag_) notify(4);
 }
 
-// --- background and saving
-// ---------------------------------------------------------------------------------------
+// Background and saving
 
 void CRefreshScreen::SetBackground(const CXString& fileName) {
   CImageFile file(window_);

@@ -71,8 +71,8 @@ class CRefreshScreen : public CGraphicsObject {
   void removeNotifier(const CCanvasObserver* notifier);
   void enableNotifyFlag(bool enabled) { notifyFlag_ = enabled; }
   bool isNotifying() const { return notifyFlag_; }
-  // 0 and 5: before and after a scene's first frame, 1 and 2: before and after a frame, 3 and 4: the focus
-  // comes, goes.
+  // 0 and 5: before and after a scene's first frame, 1 and 2: before and after a frame, 3 and 4: the
+  // focus comes, goes.
   void notify(int event);
 
   // With a pair of buffers, what was dirty in one frame is drawn in the next one as well.

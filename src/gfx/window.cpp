@@ -104,11 +104,9 @@ CXString CWindow::localFileName(const CXString& path) const { return language_->
 bool CWindow::isToCode() const { return commandLine_->isToCode(); }
 bool CWindow::isToDecode() const { return commandLine_->isToDecode(); }
 
-// --- the main loop
-// -----------------------------------------------------------------------------------------------
+// The main loop
 
-// --- the application
-
+// The application
 namespace {
 
 // What a getter of the application gives; null where a link is missing.
@@ -198,8 +196,7 @@ int CWindow::OnMove(int x, int y) {
   return 0;
 }
 
-// --- music
-// -------------------------------------------------------------------------------------------------------
+// Music
 
 void CWindow::StartMusic(const CXString& name, bool looped) {
   if (soundOn_ && musicOn_) music_->start(getRootPath() + name, looped);
@@ -228,8 +225,7 @@ void CWindow::setMusicFreq(int frequency) {
   if (CSndStream* stream = music_->getStream()) stream->setFreq(frequency);
 }
 
-// --- cursor and messages
-// -----------------------------------------------------------------------------------------
+// Cursor and messages
 
 void CWindow::SetCursor(platform::Cursor cursor) {
   if (!cursorLocked_ && cursor != platform::Cursor::none) platform::current().shell().setCursor(cursor);

@@ -1,9 +1,9 @@
 #pragma once
 
-// CWindow is the hub of the engine: the one object that every graphic object knows. The host makes it, brings
-// up the display, calls `domodal` until that answers true and forwards the window's events; the window owns
-// the display surfaces, the refresh screen, the timer list and the pollers, and only refers to everything
-// else.
+// CWindow is the hub of the engine: the one object that every graphic object knows. The host makes it,
+// brings up the display, calls `domodal` until that answers true and forwards the window's events; the
+// window owns the display surfaces, the refresh screen, the timer list and the pollers, and only refers
+// to everything else.
 //
 // One tick runs in a fixed order (see `Tick`): the frame that a tick shows is the state that the tick before
 // it left. Nothing moves until the window is active.
@@ -222,9 +222,9 @@ class CWindow : public CXObject, public CFilePlaces, public CTimerNotificator {
   void enableMouse(bool enabled);
   bool isMouseEnabled() const { return mouseEnabled_; }
 
-  // A higher priority hears first; of equals the later one. A listener stands in the list once: registering
-  // it again moves it to its new place. `T` is the listener and the engine object whose end ends the
-  // listening.
+  // A higher priority hears first; of equals the later one. A listener stands in the list once:
+  // registering it again moves it to its new place. `T` is the listener and the engine object whose end
+  // ends the listening.
   template <class T>
   void registerMouseListener(T* listener, int priority) {
     addMouseListener(listener, listener, priority);

@@ -11,8 +11,7 @@
 
 namespace footlight {
 
-// --- listeners
-// ---------------------------------------------------------------------------------------------------
+// Listeners
 
 void CWindow::addMouseListener(CMouseListener* listener, CXObject* object, int priority) {
   unregisterMouseListener(listener);
@@ -76,8 +75,7 @@ void CWindow::tellKeyListeners(Event event) {
   });
 }
 
-// --- mouse
-// -------------------------------------------------------------------------------------------------------
+// Mouse
 // The hot spots hear first; theirs is the answer.
 
 int CWindow::OnMouseMove(CXPoint point, int flags) {
@@ -147,8 +145,7 @@ void CWindow::enableMouse(bool enabled) {
   }
 }
 
-// --- keys
-// --------------------------------------------------------------------------------------------------------
+// Keys
 
 int CWindow::OnKeyDown(int key, int flags) {
   const int result = application_ != nullptr ? application_->OnKeyDown(key, flags) : 0;
@@ -166,8 +163,7 @@ int CWindow::OnChar(int character, int /*flags*/) {
   return 0;
 }
 
-// --- pollers
-// -----------------------------------------------------------------------------------------------------
+// Pollers
 
 void CWindow::addIPoller(CInputPoller* poller) {
   const std::lock_guard section(criticalSection_);

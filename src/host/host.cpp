@@ -296,8 +296,8 @@ std::uint32_t Host::loop(CWindow& window) {
   return tick;
 }
 
-// Moves the virtual clock, lets the devices have what belongs to the tick, and tells the window what happened
-// to it.
+// Moves the virtual clock, lets the devices have what belongs to the tick, and tells the window what
+// happened to it.
 void Host::beginTick(std::uint32_t tick, CWindow& window) {
   if (headless_ != nullptr) headless_->clock().advance(options_.step);
   if (recorder_) recorder_->setTick(tick);
@@ -315,8 +315,8 @@ void Host::takeEvents() {
   waiting_.insert(waiting_.end(), events.begin(), events.end());
 }
 
-// Asked in the middle of long runs of scripts: what comes in waits for the next tick, but a closed window
-// ends them.
+// Asked in the middle of long runs of scripts: what comes in waits for the next tick, but a closed
+// window ends them.
 bool Host::isCloseAsked() {
   takeEvents();
   return std::any_of(waiting_.begin(), waiting_.end(), [](const platform::WindowEvent& event) {

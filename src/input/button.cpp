@@ -21,8 +21,7 @@ void takeOff(CRefreshScreen& screen, CGraphicsObject* graphics) {
 
 }  // namespace
 
-// --- the hot spot
-
+// The hot spot
 CButtonHotSpot::CButtonHotSpot(CWindow* window, CButton* owner) : CHotSpot(window), owner_(owner) {}
 
 bool CButtonHotSpot::isUnitReady() const {
@@ -90,8 +89,7 @@ int CButtonHotSpot::OnRButtonDown(CXPoint point) {
   return 0;
 }
 
-// --- the button
-
+// The button
 CButton::CButton(CWindow* window, const CXRect& rect)
     : CControl(window), activeRect_(rect), hotSpot_(new CButtonHotSpot(window, this)) {
   hotSpot_->SetActiveRect(rect);

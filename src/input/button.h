@@ -1,7 +1,7 @@
 #pragma once
 
-// A button: up to three pictures, two sounds, and a hot spot that it owns. Its area is a rectangle or its
-// standard picture.
+// A button: up to three pictures, two sounds, and a hot spot that it owns. Its area is a rectangle or
+// its standard picture.
 //
 // Pictures and sounds belong to others and are kept weakly: one that has gone is none.
 //

@@ -102,8 +102,7 @@ void CXDialog::move(CXPoint distance) {
   }
 }
 
-// --- the title strip
-
+// The title strip
 void CXDialog::onStartDragging(CControl* /*control*/, CXPoint point) { dragPoint_ = point; }
 
 void CXDialog::onDragging(CControl* /*control*/, CXPoint point) {

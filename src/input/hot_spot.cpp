@@ -65,8 +65,7 @@ bool CHotSpot::TestHit(CXPoint point) {
   return graphics != nullptr && graphics->testHit(point);
 }
 
-// --- events
-
+// Events
 CHotSpot::Snapshot CHotSpot::snapshot() {
   const std::vector<CHotSpot*>& list = all();
   return Snapshot(list.begin(), list.end());

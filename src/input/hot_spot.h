@@ -5,8 +5,8 @@
 // every mouse event to `OnMouseEvent`, which finds the topmost one under the pointer and tells who gains and
 // who loses the focus.
 //
-// The bounds of priorities, both included, shut the others out of the hit tests: a modal layer raises the
-// lower one.
+// The bounds of priorities, both included, shut the others out of the hit tests: a modal layer raises
+// the lower one.
 //
 // Handlers run scripts, which may make, move and end hot spots: each walk goes over a snapshot, skips those
 // that have gone, and keeps the one that it calls in memory.

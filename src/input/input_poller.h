@@ -10,8 +10,8 @@ class CInputPoller {
   CInputPoller() = default;
   CInputPoller(const CInputPoller&) = delete;
   CInputPoller& operator=(const CInputPoller&) = delete;
-  // Leaves the window's list. A poller whose `tick` uses its own members leaves it first thing in its own
-  // destructor.
+  // Leaves the window's list. A poller whose `tick` uses its own members leaves it first thing in
+  // its own destructor.
   virtual ~CInputPoller();
 
   virtual void tick() = 0;

@@ -31,8 +31,8 @@ class SharedResource {
     own_ = std::move(resource);
   }
 
-  // In place of none: the manager's of that name, else one that `make` makes, for the manager if there is
-  // one.
+  // In place of none: the manager's of that name, else one that `make` makes, for the manager if
+  // there is one.
   template <class Make>
   void take(CResourcesManager* manager, const CXString& name, Make make) {
     CFileResolver* known = manager != nullptr && name.IsString() ? manager->get(name) : nullptr;

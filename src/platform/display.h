@@ -27,8 +27,8 @@ class Surface {
   virtual ~Surface() = default;
   virtual int width() const = 0;
   virtual int height() const = 0;
-  // The pixels and the bytes from row to row; stable until the surface is lost or goes. Null while it is
-  // lost.
+  // The pixels and the bytes from row to row; stable until the surface is lost or goes. Null while
+  // it is lost.
   virtual std::byte* pixels() = 0;
   virtual int pitch() const = 0;
   virtual bool isLost() const = 0;

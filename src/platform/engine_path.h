@@ -39,8 +39,8 @@ class EnginePath {
   // The same text for all names of one file.
   std::string key() const;
 
-  // "A\B" of the path that lies so below the folder, empty for the folder itself, nothing for what lies
-  // elsewhere.
+  // "A\B" of the path that lies so below the folder, empty for the folder itself, nothing for
+  // what lies elsewhere.
   std::optional<std::string> below(const EnginePath& folder) const;
 
  private:

@@ -1,7 +1,7 @@
 #pragma once
 
-// What the engine needs of the machine, as interfaces. Nothing outside this folder calls the operating
-// system.
+// What the engine needs of the machine, as interfaces. Nothing outside this folder calls
+// the operating system.
 //
 // One Platform exists at a time. The host makes it (see sdl/ and headless/), installs it with `use` before it
 // builds anything of the engine, and takes it away after the engine is gone. Everything here is called on the

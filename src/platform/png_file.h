@@ -1,8 +1,8 @@
 #pragma once
 
-// Pictures as PNG files, for screen shots, printed pages and tools. Names are the machine's own: this is for
-// files that the player names on the command line or that stand for a device, never for names that come from
-// a game.
+// Pictures as PNG files, for screen shots, printed pages and tools. Names are the machine's own: this is
+// for files that the player names on the command line or that stand for a device, never for names that come
+// from a game.
 
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #pragma once
 
-// The statements of one text. Whoever runs or keeps them holds a Ref; the last one ends them and their inline
-// behaviours.
+// The statements of one text. Whoever runs or keeps them holds a Ref; the last one ends them and
+// their inline behaviours.
 
 #include <memory>
 #include <vector>

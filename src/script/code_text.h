@@ -33,8 +33,8 @@ struct Shape {
 };
 Shape readStatement(std::string_view text);
 
-// Cuts code into statements. The last one needs its semicolon, or it is only `rest`; blanks vanish
-// everywhere.
+// Cuts code into statements. The last one needs its semicolon, or it is only `rest`;
+// blanks vanish everywhere.
 std::vector<CXString> cutStatements(std::string_view code, CXString* rest = nullptr);
 // Cuts arguments at commas outside of round brackets; empty pieces take no place.
 std::vector<std::string_view> cutArguments(std::string_view text);

@@ -7,8 +7,8 @@
 //   footlight::CMC_ExternObject* getModuleInterface(void);    the module's face; stays the module's own
 //   void release(void);                                       called after all objects of the scene are gone
 //
-// A module that lacks one of them is not used. A module sees the engine's classes through the headers of this
-// tree.
+// A module that lacks one of them is not used. A module sees the engine's classes through the headers
+// of this tree.
 
 #include <memory>
 #include <vector>
@@ -29,8 +29,8 @@ class CMC_ExternObject {
   virtual ~CMC_ExternObject() = default;
   // What the module calls itself, for reports.
   virtual const char* getModuleName() const = 0;
-  // An object for an element whose TYPE the engine does not know, for the container to own; null to leave it
-  // alone.
+  // An object for an element whose TYPE the engine does not know, for the container to own; null to
+  // leave it alone.
   virtual CMC_Object* resolve(CMC_ObjectsContainer* scene, const CMElement* element) = 0;
   // The scene's objects are about to be finished.
   virtual void onSceneDone(CMC_ObjectsContainer* scene) = 0;

@@ -24,8 +24,8 @@ CMC_ObjectsContainer::~CMC_ObjectsContainer() { endAll(); }
 
 void CMC_ObjectsContainer::unlink() { endAll(); }
 
-// The levels of a game belong to their parser; parents, which may be instances of classes, to their own
-// containers.
+// The levels of a game belong to their parser; parents, which may be instances of classes, to
+// their own containers.
 bool CMC_ObjectsContainer::isOwnedElsewhere(const CMC_Object* object) const {
   const int type = object->getType();
   if (type == type::kApplication || type == type::kEpisode || type == type::kScene) return true;
@@ -136,8 +136,8 @@ CMC_Object* CMC_ObjectsContainer::getObject(std::string_view name) const {
 }
 
 // The number 0 of a name is the object itself: each ending "_0" may go. The own scope is asked from the
-// longest name to the shortest, then the parents are asked from the shortest to the longest; each pair is
-// asked once.
+// longest name to the shortest, then the parents are asked from the shortest to the longest; each pair
+// is asked once.
 CMC_Object* CMC_ObjectsContainer::lookUp(std::string_view name) const {
   std::string_view shortest = name;
   while (shortest.ends_with("_0")) {

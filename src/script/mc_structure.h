@@ -15,8 +15,8 @@ class CMC_Structure : public CMC_Variable {
   ~CMC_Structure() override;
   static bool isTypeOf(int type) { return type == type::kStructure; }
 
-  // What a name in code means: an object of the scope, or for STRUCT|FIELD that field. Null for none, and for
-  // no scope.
+  // What a name in code means: an object of the scope, or for STRUCT|FIELD that field. Null for none, and
+  // for no scope.
   static CMC_Object* findNamed(const CMC_ObjectsContainer* scope, const CXString& name);
 
   // Appends a field of one of the four value types; other types are ignored.

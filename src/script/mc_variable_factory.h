@@ -1,9 +1,9 @@
 #pragma once
 
 // The pools of temporaries, one for each value type. A slot is in use while a Ref holds its variable;
-// allocation walks round the pool to the next free slot, so a value that was given back stays readable for a
-// whole round. A full pool grows; past the limit of slots a spare variable is handed out that dies with its
-// last Ref.
+// allocation walks round the pool to the next free slot, so a value that was given back stays readable for
+// a whole round. A full pool grows; past the limit of slots a spare variable is handed out that dies with
+// its last Ref.
 
 #include <cstddef>
 #include <span>

@@ -1,9 +1,9 @@
 #pragma once
 
-// All types of script objects by number and by word. Each type is told by one constant, a ScriptType, at the
-// end of its own source; the program installs the list of them once, before the first game. Everything that
-// depends on a type's kind reads its constant: the objects, `footlight --vocabulary`, the checker for
-// authors.
+// All types of script objects by number and by word. Each type is told by one constant, a ScriptType, at
+// the end of its own source; the program installs the list of them once, before the first game.
+// Everything that depends on a type's kind reads its constant: the objects, `footlight --vocabulary`, the
+// checker for authors.
 
 #include <memory>
 #include <span>
@@ -76,8 +76,8 @@ const ScriptType* findTypeByDefinition(std::string_view word);
 const ScriptType* findTypeByWord(std::string_view idWord);
 // The number of an exact getTypeId word, -1 for an unknown one.
 int typeNumberOf(std::string_view idWord);
-// The name in the type's list of which this one is a form: what stands before "^", but for signals with
-// another form.
+// The name in the type's list of which this one is a form: what stands before "^", but for signals
+// with another form.
 std::string_view plainSignal(int type, std::string_view name);
 
 // The object for an element of a type that definitions can name. The caller owns it.

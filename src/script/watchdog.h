@@ -11,8 +11,8 @@ namespace footlight::watchdog {
 
 inline constexpr int kStatements = limits::usualOrSmall(4096, 16);
 
-// Installs the question; an empty one lets every run go on. It answers false to end all loops of the present
-// run.
+// Installs the question; an empty one lets every run go on. It answers false to end all loops of
+// the present run.
 void use(std::function<bool()> mayContinue);
 // Asks the question now; false when the run must end.
 bool ask();

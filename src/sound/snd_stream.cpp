@@ -104,8 +104,7 @@ void CSndStream::setFreq(int frequency) {
   if (buffer_) buffer_->setFrequency(frequency);
 }
 
-// --- the timer's thread
-
+// The timer's thread
 void CSndStream::timeFunc() {
   const std::lock_guard lock(lock_);
   const int cursor = buffer_->cursor();
@@ -129,8 +128,7 @@ void CSndStream::refill(int cursor, int length) {
   buffer_->write(nextWriteOffset_, region_);
 }
 
-// --- the main thread
-
+// The main thread
 void CSndStream::tellLoops() {
   for (int left = loopsToTell().exchange(0); left > 0; --left) {
     if (CWindow* window = CWindow::getInstance()) window->onMusicLooped();

@@ -27,8 +27,7 @@ void CSound4::retire() {
   Flush();
 }
 
-// --- the samples
-
+// The samples
 bool CSound4::Load(const CXString& fileName) {
   Flush();
   setFilename(fileName);
@@ -60,8 +59,7 @@ bool CSound4::load() {
   return buffer_ != nullptr;
 }
 
-// --- playing
-
+// Playing
 void CSound4::play() {
   pausePosition_ = 0;
   Play();
@@ -139,8 +137,7 @@ void CSound4::OnWAVFinished() {
   if (flushAfterPlayed_ && !IsPlaying() && !isPaused()) Flush();
 }
 
-// --- one of several
-
+// One of several
 CRandomSound::CRandomSound(CWindow* window, const CXString& list, bool flushAfterPlayed, bool preload)
     : CSound4(window) {
   CStringTokenizer names(list, ";");

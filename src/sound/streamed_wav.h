@@ -1,7 +1,7 @@
 #pragma once
 
-// The file side of a stream: a wave file of its own or of the big file, with a position that nobody else
-// moves.
+// The file side of a stream: a wave file of its own or of the big file, with a position that
+// nobody else moves.
 
 #include <cstddef>
 #include <memory>
@@ -17,8 +17,8 @@ class CStreamedWAV : public CXObject {
  public:
   static constexpr int kRingMilliseconds = 1200;
 
-  // Opens at once. The error code is 2000 when there is no such file; `getBuffer` is null when it cannot be
-  // played.
+  // Opens at once. The error code is 2000 when there is no such file; `getBuffer` is null when it
+  // cannot be played.
   CStreamedWAV(CWindow* window, const CXString& fileName);
 
   // A device's buffer for 1.2 seconds.

@@ -41,8 +41,7 @@ std::vector<std::string> findingsInMain(const std::string& content) {
   return findingsIn({{"Dane/MAIN.cnv", content}});
 }
 
-// --- each kind of mistake
-// ----------------------------------------------------------------------------------------------
+// Each kind of mistake
 
 struct Mistake {
   const char* name;
@@ -296,8 +295,7 @@ TEST(Mistake, StandsInCodedTextAtItsPlainLine) {
               testing::ElementsAre("MAIN.cnv:2: definition: A: no element of this name"));
 }
 
-// --- what is right
-// -----------------------------------------------------------------------------------------------------
+// What is right
 
 // Names that only a run makes, and rules of scopes: nothing of it is a mistake.
 TEST(RightGames, HaveNoFindings) {
@@ -424,8 +422,7 @@ TEST(FilesThatNothingNames, AreCheckedWithAllNamesInSight) {
               testing::ElementsAre("spare.cnv:2: object: no object B"));
 }
 
-// --- bad input
-// ---------------------------------------------------------------------------------------------------------
+// Bad input
 
 TEST(BadInput, WithoutAGameIsAFailure) {
   const TemporaryFolder folder;
@@ -521,8 +518,7 @@ TEST(BadInput, LinkedFoldersEndCleanly) {
   EXPECT_EQ(outcome.files.size(), 1U);
 }
 
-// --- parts
-// -------------------------------------------------------------------------------------------------------------
+// Parts
 
 TEST(Nearest, GivesTheNearestNameThatIsNearEnough) {
   Nearest::beginRun();

@@ -190,7 +190,7 @@ TEST(RefreshScreen, FindsTheTopmostObjectAtAPoint) {
   EXPECT_EQ(screen.getGraphicsAt(5, 5, false, -1, -1, false), equal.get());
 }
 
-// --- notifiers and the scene ---
+// Notifiers and the scene
 
 class Notifier : public CXObject, public CCanvasObserver {
  public:
@@ -278,7 +278,7 @@ TEST(RefreshScreen, SurvivesObjectsAndNotifiersThatEndDuringAFrame) {
   EXPECT_TRUE(world.screen().queue().isEmpty());
 }
 
-// --- background ---
+// Background
 
 TEST(Background, WrapsByItsScrollMode) {
   struct Row {

@@ -20,7 +20,7 @@ using testing::ElementsAre;
 
 constexpr std::uint16_t kRed = 0xF800;
 
-// --- bringing up the display ---
+// Bringing up the display
 
 TEST(Window, FindsTheBitsPerPixelOfTheDisplay) {
   struct Row {
@@ -77,7 +77,7 @@ TEST(Window, ReportsADisplayThatRefuses) {
   }
 }
 
-// --- showing frames ---
+// Showing frames
 
 using Shown = platform::HeadlessDisplay::Shown;
 
@@ -185,7 +185,7 @@ TEST(Window, CopiesCentredWhatIsSmallerThanTheRectangle) {
   EXPECT_EQ(world.pixel(37, 28), 0u);
 }
 
-// --- input ---
+// Input
 
 class Listener : public CXObject, public CMouseListener, public CKeyListener {
  public:

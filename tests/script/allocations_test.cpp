@@ -1,5 +1,5 @@
-// The steady state of a loop takes no memory: whatever its statements need stands in place after the first
-// rounds.
+// The steady state of a loop takes no memory: whatever its statements need stands in place after
+// the first rounds.
 
 #include <cstdlib>
 #include <new>

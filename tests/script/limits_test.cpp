@@ -65,8 +65,8 @@ class LimitsTest : public ScriptTest {
     const TextList arguments{CXString(std::string(static_cast<std::size_t>(n) - 1, 'x'))};
     return code_text::fillMarks("a$1", &arguments).Length() == n;
   }
-  // The bracket of the call is the outermost of n. What lies deeper is a plain value, as it is here in any
-  // case.
+  // The bracket of the call is the outermost of n. What lies deeper is a plain value, as it is here
+  // in any case.
   bool nestsBrackets(std::int64_t n) {
     const auto* value = add<CMC_Integer>("VALUE", 0);
     const auto depth = static_cast<std::size_t>(n - 1);

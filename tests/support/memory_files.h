@@ -1,8 +1,8 @@
 #pragma once
 
-// A disk in memory: one folder, "C:\GAME", with all below it inside the fence and nothing outside. Names
-// compare without case. What a run writes goes with the object; a handful of files and bytes is all that
-// fits.
+// A disk in memory: one folder, "C:\GAME", with all below it inside the fence and nothing outside.
+// Names compare without case. What a run writes goes with the object; a handful of files and bytes is
+// all that fits.
 
 #include <functional>
 #include <map>
@@ -48,8 +48,8 @@ class MemoryFiles : public platform::FileSystem {
   // Called at each opening and writing of a file.
   std::function<void()> onAccess;
 
-  // The files that differ from those that the disk had at first, each with its content; null for one that
-  // went.
+  // The files that differ from those that the disk had at first, each with its content; null for
+  // one that went.
   Disk changes() const;
 
  private:

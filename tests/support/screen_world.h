@@ -1,7 +1,7 @@
 #pragma once
 
-// A window on the headless machine: an open screen of the given size and depth, ready to tick, in a folder of
-// its own.
+// A window on the headless machine: an open screen of the given size and depth, ready to tick, in a folder
+// of its own.
 
 #include <memory>
 #include <string>

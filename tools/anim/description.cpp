@@ -281,8 +281,7 @@ class Parser {
   std::string fault_;
 };
 
-// --- and back
-
+// And back
 std::string quotedOf(std::string_view text) {
   const std::string shown = code_page::toUtf8(text);
   const bool isPlain = !shown.empty() && shown.find_first_of(" \t\"\\\n\r") == std::string::npos;

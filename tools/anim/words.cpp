@@ -37,8 +37,9 @@ void addCommands(CLI::App& app, Words& words) {
   addFolder(*extract, words, "where to write; made if need be");
 
   CLI::App* view = addCommand(app, words, Command::view, "view",
-                              "play an animation in a window: left and right arrow or a click choose the "
-                              "event, the blank bar halts, R plays backwards");
+                              "play an animation in a window: "
+                              "left and right arrow or a click choose the event, the blank bar halts, "
+                              "R plays backwards");
   addFile(*view, words, "the ANN file");
   view->add_option("--event", words.event, "the event to begin with (default: the first)")->type_name("NAME");
   view->add_option("HOST", words.hostWords, "after --: options for the engine's host, with absolute names")
@@ -50,9 +51,8 @@ void addCommands(CLI::App& app, Words& words) {
 Parsed parseWords(int count, const char* const* words) {
   Words parsed;
   CLI::App app(
-      "Makes animations, takes them apart and plays them. docs/animations.md tells of animation.txt. The "
-      "exit "
-      "status is 0 when all went well, 2 when not.",
+      "Makes animations, takes them apart and plays them. docs/animations.md tells of animation.txt. "
+      "The exit status is 0 when all went well, 2 when not.",
       "footlight-anim");
   app.set_help_flag("--help", "print this and leave");
   app.require_subcommand(1);

@@ -9,8 +9,8 @@
 
 namespace footlight::check {
 
-// What a walk meets. Faults are those of the text alone; whether names mean something is the visitor's to
-// know.
+// What a walk meets. Faults are those of the text alone; whether names mean something is the
+// visitor's to know.
 class CodeVisitor {
  public:
   virtual ~CodeVisitor() = default;

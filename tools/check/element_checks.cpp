@@ -26,8 +26,8 @@ std::string nearestRow(std::string_view word, std::span<const Row> rows, Further
   return nearest.name();
 }
 
-// Of several properties of one name the first counts, but for signals: the last binding takes the place of
-// the others.
+// Of several properties of one name the first counts, but for signals: the last binding takes the place
+// of the others.
 void checkRepeated(const SourceFile& file, const CMElement& element, std::span<const Signal> signals) {
   std::unordered_map<std::string_view, int> lines;
   for (const auto& property : element.properties()) {

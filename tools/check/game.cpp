@@ -184,8 +184,8 @@ void Game::nameLevels(Scope& application) {
     return Thing{.type = type, .scope = &scope};
   };
   for (const auto& [element, scope] : levels_) {
-    // A scene that no list names is never shown, or only as the first: it is read as one of the
-    // application's.
+    // A scene that no list names is never shown, or only as the first: it is read as one
+    // of the application's.
     if (scope->parents().empty() && scope != &application) scope->addParent(&application);
     if (scope->level() == Scope::Level::scene) application.add(scope->name(), thingOf(*scope));
     for (Scope* parent : scope->parents()) {

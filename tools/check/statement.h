@@ -1,7 +1,7 @@
 #pragma once
 
-// One statement of code as the interpreter reads it, with what an author may have got wrong about its
-// brackets.
+// One statement of code as the interpreter reads it, with what an author may have got wrong
+// about its brackets.
 
 #include <string_view>
 #include <vector>

@@ -29,8 +29,8 @@ void eachMethodOf(int type, const std::function<void(const char*)>& function);
 
 // The description of a level of the game by the word of its TYPE; null for another word.
 const ScriptType* findLevelType(std::string_view word);
-// The signal of the type that a property or an argument names, with or without a suffix behind "^"; null for
-// none.
+// The signal of the type that a property or an argument names, with or without a suffix behind "^";
+// null for none.
 const char* findSignal(const ScriptType& type, std::string_view name);
 bool hasProperty(const ScriptType& type, std::string_view name);
 // Whether a test of types can hold for this word.

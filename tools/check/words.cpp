@@ -28,8 +28,9 @@ void addOptions(CLI::App& app, Words& words) {
 Parsed parseWords(int count, const char* const* words) {
   Words parsed;
   CLI::App app(
-      "Checks a game's definitions without running it. The exit status is 0 when nothing was found, 1 "
-      "when something was, 2 when the check could not be made.",
+      "Checks a game's definitions without running it. "
+      "The exit status is 0 when nothing was found, 1 when something was, "
+      "2 when the check could not be made.",
       "footlight-check");
   addOptions(app, parsed);
   if (auto answer = tools::answerTo(app, count, words, kNoWork))

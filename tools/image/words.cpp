@@ -61,8 +61,8 @@ Parsed refused(const std::string& what) { return {std::nullopt, kNoWork, "footli
 Parsed parseWords(int count, const char* const* words) {
   Typed typed;
   CLI::App app(
-      "Converts pictures between PNG and the engine's IMG files. The exit status is 0 when that was done, 2 "
-      "when not.",
+      "Converts pictures between PNG and the engine's IMG files. "
+      "The exit status is 0 when that was done, 2 when not.",
       "footlight-image");
   addOptions(app, typed);
   if (auto answer = tools::answerTo(app, count, words, kNoWork))

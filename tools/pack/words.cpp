@@ -41,9 +41,9 @@ void addCommands(CLI::App& app, Words& words) {
 Parsed parseWords(int count, const char* const* words) {
   Words parsed;
   CLI::App app(
-      "Lists, unpacks and makes big files. The exit status is 0 when all went well, 1 when some of it was "
-      "left "
-      "out, 2 when nothing could be done.",
+      "Lists, unpacks and makes big files. "
+      "The exit status is 0 when all went well, 1 when some of it was left out, "
+      "2 when nothing could be done.",
       "footlight-pack");
   app.set_help_flag("--help", "print this and leave");
   app.require_subcommand(1);

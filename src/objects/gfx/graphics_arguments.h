@@ -1,7 +1,7 @@
 #pragma once
 
-// What the methods of several graphic types read from their arguments and do with them. For the runners
-// alone.
+// What the methods of several graphic types read from their arguments and do with them. For
+// the runners alone.
 
 #include "gfx/graphics_object.h"
 #include "script/mc_runner.h"

@@ -36,8 +36,7 @@ CMC_Animo::CMC_Animo(CMC_ObjectsContainer* container, const CMElement* element)
 
 CMC_Animo::~CMC_Animo() { CMC_Animo::unlink(); }
 
-// --- the animation
-// -----------------------------------------------------------------------------------------------
+// The animation
 
 void CMC_Animo::load(const CXString& name, bool preload) {
   CAnimo6* before = getAnimo();

@@ -12,8 +12,7 @@ constexpr const char* kReverse = "_REVERSE";
 
 }  // namespace
 
-// --- playback
-// ------------------------------------------------------------------------------------------------------
+// Playback
 
 CXString CMC_Animo::getSignalEvent(const CXString& event) {
   const bool isReverse = event.endsWith(kReverse);
@@ -57,8 +56,7 @@ bool CMC_Animo::onPlayableTick(CPlayable* playable) {
   return false;
 }
 
-// --- collisions
-// ----------------------------------------------------------------------------------------------------
+// Collisions
 
 void CMC_Animo::onCollision(CGraphicsObject* a, CGraphicsObject* b) {
   signalCollision(AnimoSignal::onCollision, a, b, signalEvent());
@@ -68,8 +66,7 @@ void CMC_Animo::onCollisionFinished(CGraphicsObject* a, CGraphicsObject* b) {
   signalCollision(AnimoSignal::onCollisionFinished, a, b, signalEvent());
 }
 
-// --- the mouse
-// ---------------------------------------------------------------------------------------------------
+// The mouse
 
 void CMC_Animo::setAsButton(bool asButton, bool changeCursor) {
   asButton_ = asButton;

@@ -33,8 +33,7 @@ void CMC_Graphic::takePlace(int priority) {
   graphic->setMonitorCollisions(isMonitored());
 }
 
-// --- collisions
-// ----------------------------------------------------------------------------------------------------
+// Collisions
 
 void CMC_Graphic::monitorIfWanted() {
   if (isMonitored()) monitorCollisions(monitorCollisionAlpha_);
@@ -64,8 +63,7 @@ void CMC_Graphic::signalCollision(SignalIndex signal, CGraphicsObject* a, CGraph
   if (!onSignal(head + other)) onSignal(signalName(signal), {own, other});
 }
 
-// --- the mouse
-// ---------------------------------------------------------------------------------------------------
+// The mouse
 
 bool CMC_Graphic::verifyBehaviour(const CXString& signal) {
   if (signal.startsWith("ONCLICK") || signal.startsWith("ONRELEASE") || signal == "ONFOCUSON" ||

@@ -30,8 +30,7 @@ CMC_Image::CMC_Image(CMC_ObjectsContainer* container, const CMElement* element)
 
 CMC_Image::~CMC_Image() { CMC_Image::unlink(); }
 
-// --- the picture
-// -------------------------------------------------------------------------------------------------
+// The picture
 
 void CMC_Image::load(const CXString& name, bool preload) {
   const int priority = screen() != nullptr ? screen()->GetPriority(getImage()) : kOffScreen;
@@ -72,8 +71,7 @@ void CMC_Image::unlink() {
   forgetMouse();
 }
 
-// --- collisions
-// ----------------------------------------------------------------------------------------------------
+// Collisions
 
 void CMC_Image::onCollision(CGraphicsObject* a, CGraphicsObject* b) {
   signalCollision(ImageSignal::onCollision, a, b);
@@ -83,8 +81,7 @@ void CMC_Image::onCollisionFinished(CGraphicsObject* a, CGraphicsObject* b) {
   signalCollision(ImageSignal::onCollisionFinished, a, b);
 }
 
-// --- the mouse
-// ---------------------------------------------------------------------------------------------------
+// The mouse
 
 void CMC_Image::setAsButton(bool asButton, bool changeCursor) {
   asButton_ = asButton;

@@ -59,8 +59,7 @@ std::unique_ptr<CMC_Object> CMC_Button::copy() const {
   return std::make_unique<CMC_Button>(getScene(), std::move(button), "cloned");
 }
 
-// --- the control
-
+// The control
 CGraphicsObject* CMC_Button::picture(const CXString& name) const {
   return name.IsString() ? getScene()->getGraphicsObject(name) : nullptr;
 }
@@ -102,8 +101,7 @@ void CMC_Button::setPictures() {
   button_->SetOnClick(picture(gfxOnClick_), sound(sndOnClick_));
 }
 
-// --- signals
-
+// Signals
 void CMC_Button::setDraggedName(const CXString& name) const {
   if (CMC_Scene* scene = CMC_Scene::around(getScene())) scene->setDraggedName(name);
 }

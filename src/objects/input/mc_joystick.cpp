@@ -51,8 +51,7 @@ int CMC_Joystick::getAxis(int axis) const {
   return axis == 0 || axis == 1 ? last_.axes[static_cast<std::size_t>(axis)] : kNoPosition;
 }
 
-// --- the poller
-
+// The poller
 void CMC_Joystick::queue(const Record& record) {
   if (queue_.size() < static_cast<std::size_t>(limits::kInputEvents)) queue_.push_back(record);
 }

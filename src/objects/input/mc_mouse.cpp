@@ -45,8 +45,7 @@ void CMC_Mouse::unlink() {
   if (window_ != nullptr) window_->removeMouseListener(this);
 }
 
-// --- the cursor
-// ------------------------------------------------------------------------------------------------
+// The cursor
 
 void CMC_Mouse::enable() {
   enabled_ = true;
@@ -78,8 +77,8 @@ CXPoint CMC_Mouse::screenOrigin() const {
   return screen != nullptr ? screen->GetPosition() : CXPoint();
 }
 
-// The position is one of the desktop until the mouse moves; the machine's cursor counts from the screen's
-// corner.
+// The position is one of the desktop until the mouse moves; the machine's cursor counts from
+// the screen's corner.
 void CMC_Mouse::setPosition(int x, int y) {
   position_ = CXPoint(x, y) + screenOrigin();
   platform::current().input().moveCursor({x, y});
@@ -91,8 +90,7 @@ void CMC_Mouse::move(CXPoint distance) {
   platform::current().input().moveCursor({place.x, place.y});
 }
 
-// --- events
-// ----------------------------------------------------------------------------------------------------
+// Events
 
 bool CMC_Mouse::onMouseMove(CXPoint point) {
   const Ref<CMC_Mouse> self(this);

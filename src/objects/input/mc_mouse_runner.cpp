@@ -71,8 +71,8 @@ constexpr ButtonRow kButtons[] = {
     {"RIGHT", &CWindow::OnRButtonDown, &CWindow::OnRButtonUp},
 };
 
-// The click takes the whole way of a real one, within this call; clicks in its handlers nest so far and no
-// further.
+// The click takes the whole way of a real one, within this call; clicks in its handlers nest so far
+// and no further.
 Result simulate(const CMC_Mouse& mouse, const Call& call, Handler ButtonRow::*handler) {
   static int depth = 0;
   CWindow* window = mouse.getWindow();

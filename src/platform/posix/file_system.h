@@ -7,9 +7,9 @@
 // read so soon after the last change that the stamp cannot tell. Of several names that differ in case only,
 // the one written exactly wins, then the first in the order of bytes.
 //
-// Names on the disk are UTF-8. A name that code page 1250 cannot hold is invisible, unless it stands in a
-// path that the host handed in: then an alias of the form "~U1" stands for it, so that a game may lie in any
-// folder.
+// Names on the disk are UTF-8. A name that code page 1250 cannot hold is invisible, unless it stands in
+// a path that the host handed in: then an alias of the form "~U1" stands for it, so that a game may lie
+// in any folder.
 //
 // Everything is checked against the fence by the canonical path, links followed. Files that are no plain
 // files (pipes, devices) do not exist for the engine, and a file is not written through a link.

@@ -52,8 +52,8 @@ std::optional<pid_t> makerOf(std::string_view name) {
   return static_cast<pid_t>(process);
 }
 
-// Numbers of processes are used again, and one of another container means nothing here: the lock decides
-// then.
+// Numbers of processes are used again, and one of another container means nothing here: the
+// lock decides then.
 bool isAlive(pid_t process) { return process != ::getpid() && (::kill(process, 0) == 0 || errno == EPERM); }
 
 bool isLocked(int folder, const char* name) {

@@ -8,8 +8,8 @@
 
 namespace footlight::platform {
 
-// Mouse and keyboard of the desktop. The engine's thread hands the system's events in; the polling thread
-// takes them.
+// Mouse and keyboard of the desktop. The engine's thread hands the system's events in; the polling
+// thread takes them.
 class SdlInput : public InputQueue {
  public:
   explicit SdlInput(const SdlDisplay& display) : InputQueue(/*wantsPollingThread=*/true), display_(display) {}

@@ -1,8 +1,8 @@
 #pragma once
 
-// The player's machine through SDL 2: a window or the full screen, mouse, keyboard, the machine's own time.
-// Make and use it on one thread. Alt with Enter changes between window and full screen without the engine's
-// notice.
+// The player's machine through SDL 2: a window or the full screen, mouse, keyboard, the machine's own
+// time. Make and use it on one thread. Alt with Enter changes between window and full screen without
+// the engine's notice.
 
 #include <memory>
 #include <string>

@@ -5,8 +5,8 @@
 
 namespace footlight::platform {
 
-// Where the engine's screen lies in a window of any size: as large as fits with the aspect kept, in the
-// middle.
+// Where the engine's screen lies in a window of any size: as large as fits with the aspect kept,
+// in the middle.
 class Viewport {
  public:
   Viewport() = default;

@@ -5,6 +5,7 @@
 
 #include "foundation/byte_reader.h"
 #include "foundation/limits.h"
+#include "foundation/memory_budget.h"
 #include "gfx/pixel_format.h"
 
 namespace footlight {
@@ -148,6 +149,9 @@ const char* readFrames(ByteReader& reader, int count, std::size_t headerBytes, A
     pixels += std::int64_t{header.frame.size.width} * header.frame.size.height;
     if (pixels > limits::kAnimationPixels) return "the animation's frames are too large";
   }
+  constexpr int kFrameBytes = 1024;  // around the pixels of a frame, at most
+  if (!memory::hasRoom(pixels * (get_pixel_size(file.bpp) + 1) + std::int64_t{count} * kFrameBytes))
+    return "there is no memory for the animation's frames";
   for (FrameHeader& header : headers) {
     const auto colour = reader.atMost(static_cast<std::uint64_t>(header.colourSize));
     const auto alpha = reader.atMost(static_cast<std::uint64_t>(header.alphaSize));

@@ -2,12 +2,14 @@
 
 #include "foundation/diagnose.h"
 #include "foundation/limits.h"
+#include "foundation/memory_budget.h"
 #include "gfx/pixel_format.h"
 
 namespace footlight {
 
 bool isPictureSize(std::int64_t width, std::int64_t height) {
-  if (limits::isPictureSize(width, height)) return true;
+  constexpr int kPixelBytes = 4;
+  if (limits::isPictureSize(width, height)) return memory::hasRoom(width * height * kPixelBytes);
   if (width > 0 && height > 0) guardHit("picture size");
   return false;
 }

@@ -44,7 +44,7 @@ class PixelBlock {
   std::shared_ptr<Content> content_;
 };
 
-// True for sizes that a picture may have; 64-bit so that no product can wrap.
+// True for sizes that a picture may have and that memory has room for; 64-bit so that no product can wrap.
 bool isPictureSize(std::int64_t width, std::int64_t height);
 
 }  // namespace footlight

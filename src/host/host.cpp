@@ -1,8 +1,11 @@
 #include "host/host.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
+#include <new>
 #include <utility>
 
 #include "app/application.h"
@@ -13,9 +16,11 @@
 #include "foundation/command_line6.h"
 #include "foundation/diagnose.h"
 #include "foundation/limits.h"
+#include "foundation/memory_budget.h"
 #include "foundation/random.h"
 #include "gfx/direct_draw_surface.h"
 #include "gfx/window.h"
+#include "host/counted_memory.h"
 #include "objects/all_types.h"
 #include "platform/headless/headless_platform.h"
 #include "platform/posix/file_system.h"
@@ -32,6 +37,8 @@ namespace {
 constexpr const char* kCaption = "Footlight";
 // A pass of the loop on a display that does not wait for its own refresh lasts at least this long.
 constexpr std::uint32_t kPassMilliseconds = 8;
+// Above the memory of the game, for what the engine takes beside it.
+constexpr std::int64_t kReserve = std::int64_t{256} << 20;
 
 void complain(const std::string& text) { std::fprintf(stderr, "footlight: %s\n", text.c_str()); }
 
@@ -78,17 +85,38 @@ int Host::run() {
     return kEnded;
   }
   caches::enable(!options_.literal);
+  if (options_.timeLimit)
+    deadline_ = std::chrono::steady_clock::now() + std::chrono::seconds(*options_.timeLimit);
+  boundMemory();
   makePlatform();
   if (!openInput()) return kBadCommandLine;
   platform::use(platform_.get());
   startDiagnose();
   int status = runEngine();
   if (!finishRecords() && status == kEnded) status = kNotWritten;
+  if (status == kEnded && isTimeUp()) {
+    complain("--time-limit: the time is up");
+    status = kTimeUp;
+  }
   diagnose::listen({});
   devices_->recordTo(nullptr);
   platform::use(nullptr);
   return diagnosed_ && options_.diagnose == Diagnose::stop ? kDiagnosed : status;
 }
+
+// What the limits of single things and the budget let through must end somewhere. All that a game has saved
+// is in its files at that moment.
+void Host::boundMemory() const {
+  const std::int64_t budget = std::int64_t{options_.memory} << 20;
+  memory::use(memoryInUse, budget);
+  refuseMemoryAbove(budget + budget / 2 + kReserve);
+  std::set_new_handler([] {
+    complain("the game takes more memory than --memory allows: it ends");
+    std::_Exit(kOutOfMemory);
+  });
+}
+
+bool Host::isTimeUp() const { return deadline_ && std::chrono::steady_clock::now() >= *deadline_; }
 
 void Host::makePlatform() {
   const std::string start = startDirectory();
@@ -259,7 +287,7 @@ int Host::runGame(CWindow& window, CApplication& application, const CCommandLine
   }
   window.OnCreate();
   window.OnActivateApp(true);
-  watchdog::use([this] { return !isCloseAsked(); });
+  watchdog::use([this] { return !isCloseAsked() && !isTimeUp(); });
   takeEvents();  // controllers that are there already
   platform_->whenLost([&application] {
     if (CConfig* config = application.GetConfigInterface()) config->flush();
@@ -290,7 +318,7 @@ std::uint32_t Host::loop(CWindow& window) {
     const bool ended = window.domodal();
     platform_->display().present();
     takeShots(tick, window);
-    if (ended || (diagnosed_ && options_.diagnose == Diagnose::stop)) break;
+    if (ended || isTimeUp() || (diagnosed_ && options_.diagnose == Diagnose::stop)) break;
     waitForNextPass(passStart);
   }
   return tick;

@@ -4,7 +4,9 @@
 // command line, language, window, application; brings up the display, starts the game, runs the main loop and
 // takes everything down in reverse.
 
+#include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_set>
 
@@ -32,7 +34,9 @@ enum ExitStatus : int {
   kBadCommandLine = 1,  // with a message on standard error
   kNoStart = 2,         // no application could be built or the display failed, with a message
   kDiagnosed = 3,       // something was reported and --diagnose stop asked for the end
+  kOutOfMemory = 3,     // the game took far more than --memory allows, with a message
   kNotWritten = 4,      // a file that an option asked for could not be written, with a message
+  kTimeUp = 5,          // --time-limit was reached, with a message
 };
 
 class Host {
@@ -46,6 +50,8 @@ class Host {
   int run();
 
  private:
+  void boundMemory() const;
+  bool isTimeUp() const;
   void makePlatform();
   bool openInput();
   bool finishRecords();
@@ -72,6 +78,7 @@ class Host {
   platform::InputScript script_;
   std::unique_ptr<platform::InputRecorder> recorder_;
   std::vector<platform::WindowEvent> waiting_;  // taken from the platform, not yet told to the window
+  std::optional<std::chrono::steady_clock::time_point> deadline_;  // of --time-limit
   bool diagnosed_ = false;
   bool isShotMissing_ = false;
   std::unordered_set<std::string> told_;  // the lines of reports

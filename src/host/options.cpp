@@ -85,6 +85,13 @@ void addMachineOptions(CLI::App& app, Options& options) {
 
 void addRunOptions(CLI::App& app, Options& options) {
   addNumber(app, "--ticks", options.ticks, "leave after N ticks");
+  app.add_option("--time-limit", options.timeLimit, "leave after so much time, wherever the game is")
+      ->check(CLI::Range(1U, 1000000U))
+      ->type_name("SECONDS");
+  app.add_option("--memory", options.memory,
+                 "what a game may take; past it what is large is left out (default 1024)")
+      ->check(CLI::Range(16U, 1U << 20))
+      ->type_name("MB");
   app.add_option("--ini", options.ini, "name of the INI file (default footlight.ini)")->type_name("NAME");
   app.add_option("--big", options.bigFile, "run from this big file; what the disk has comes first")
       ->type_name("FILE");

@@ -43,7 +43,9 @@ struct Options {
   std::optional<std::uint32_t> seed;
   Diagnose diagnose = Diagnose::quiet;
   bool vocabulary = false;
-  bool literal = false;  // read every statement anew, without caches
+  std::uint32_t memory = 1024;             // what the game may take, in MiB
+  std::optional<std::uint32_t> timeLimit;  // seconds of the machine's time after which the run ends
+  bool literal = false;                    // read every statement anew, without caches
 };
 
 // What the command line asks for: either a run, or a text for the player and the end.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "foundation/memory_budget.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
@@ -30,6 +31,7 @@ CXString argumentText(const Call& call, int index) {
 }
 
 Result runOnce(CMC_Behaviour& behaviour, Call& call, bool checkCondition) {
+  if (!memory::hasRoom()) return {};  // texts go down every nested run as copies
   TextList arguments;
   arguments.reserve(call.arguments().size());
   for (int i = 0; i < call.count(); ++i) arguments.push_back(argumentText(call, i));

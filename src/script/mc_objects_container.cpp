@@ -4,6 +4,7 @@
 
 #include "foundation/depth.h"
 #include "foundation/limits.h"
+#include "foundation/memory_budget.h"
 #include "gfx/window.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_groupped.h"
@@ -63,8 +64,9 @@ bool CMC_ObjectsContainer::addObject(CMC_Object* object) {
       older->dispose();
     }
   }
-  if (getElementsNo() >= limits::kObjectsInScope) {
-    limitHit("objects in a scope");
+  const bool isFull = getElementsNo() >= limits::kObjectsInScope;
+  if (isFull) limitHit("objects in a scope");
+  if (isFull || !memory::hasRoom()) {
     if (!isOwnedElsewhere(object)) destroy(object);
     return false;
   }

@@ -8,6 +8,7 @@
 #include "files/path.h"
 #include "foundation/arithmetic.h"
 #include "foundation/limits.h"
+#include "foundation/memory_budget.h"
 #include "foundation/random.h"
 #include "platform/platform.h"
 #include "script/caches.h"
@@ -56,6 +57,7 @@ void replaceText(CMC_String& object, CXString text) {
     limitHit("string too long");
     return;
   }
+  if (!memory::hasRoom(text.Length())) return;
   CMC_String value(std::move(text));
   object.set(&value);
 }

@@ -7,6 +7,7 @@
 #include "files/text_coder.h"
 #include "files/text_file_reader.h"
 #include "foundation/limits.h"
+#include "foundation/memory_budget.h"
 #include "foundation/string_tokenizer.h"
 
 namespace footlight {
@@ -111,6 +112,7 @@ class Parser {
     const std::string_view name = next();
     if (name.empty()) return drop(keyword, "no name follows");
     if (isFull(name)) return false;
+    if (!memory::hasRoom()) return drop(name, "there is no memory for it");
     CMElement* element = document_.makeFirst(name, origin_);
     if (element == nullptr) return drop(name, "there is an element of this name already");
     if (keyword == "IMPORT") addProperty(*element, "TYPE", "SEQUENCE");

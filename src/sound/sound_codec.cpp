@@ -5,6 +5,7 @@
 
 #include "files/file.h"
 #include "foundation/limits.h"
+#include "foundation/memory_budget.h"
 #include "platform/platform.h"
 
 namespace footlight {
@@ -37,7 +38,7 @@ void CSoundCodec_PCM::decode(CFile* file) {
   if (formatBytes < 0) return;
   format_ = wave_file::readFormat(*file, formatBytes);
   const int size = wave_file::findChunk(*file, "data");
-  if (size <= 0 || size > limits::kSoundBytes) return;
+  if (size <= 0 || size > limits::kSoundBytes || !memory::hasRoom(size)) return;
   buffer_.resize(static_cast<std::size_t>(size));
   buffer_.resize(static_cast<std::size_t>(std::max(0, file->Read(buffer_.data(), size))));
 }
@@ -56,7 +57,9 @@ void CSoundCodec_ADPCM::decode(CFile* file) {
              .wBitsPerSample = 8 * kSampleBytes};
   format_.nBlockAlign = static_cast<std::uint16_t>(kSampleBytes * format_.nChannels);
   format_.nAvgBytesPerSec = format_.nBlockAlign * format_.nSamplesPerSec;
-  if (format_.soundFormat().isPlayable() && info.frames > 0 && info.frames <= most) {
+  const sf_count_t bytes = 2 * kSampleBytes * info.channels * std::clamp<sf_count_t>(info.frames, 0, most);
+  if (format_.soundFormat().isPlayable() && info.frames > 0 && info.frames <= most &&
+      memory::hasRoom(bytes)) {
     std::vector<short> samples(static_cast<std::size_t>(info.frames * info.channels));
     const sf_count_t read = std::max<sf_count_t>(0, sf_readf_short(sound, samples.data(), info.frames));
     samples.resize(static_cast<std::size_t>(read * info.channels));

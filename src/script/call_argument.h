@@ -62,19 +62,19 @@ class ArgumentReader {
   ArgumentReader(const ArgumentReader&) = delete;
   ArgumentReader& operator=(const ArgumentReader&) = delete;
 
-  Ref<CMC_Object> read(const CallArgument& argument) {
+  Value read(const CallArgument& argument) {
     return std::visit([this](const auto& kind) { return valueOf(kind); }, argument);
   }
 
  private:
-  Ref<CMC_Object> valueOf(const FixedArgument& argument) { return argument.value; }
-  Ref<CMC_Object> valueOf(const CodeArgument& argument);
-  Ref<CMC_Object> valueOf(const ReferenceArgument& argument);
-  Ref<CMC_Object> valueOf(const StatementArgument& argument);
-  Ref<CMC_Object> valueOf(const MarkedArgument& argument);
-  Ref<CMC_Object> valueOfFilled(const MarkedArgument& argument, const CXString& text);
-  Ref<CMC_Object> runFilled(const MarkedArgument& argument, const CXString& text);
-  Ref<CMC_Object> makeCode(const CXString& text);
+  Value valueOf(const FixedArgument& argument) { return argument.value; }
+  Value valueOf(const CodeArgument& argument);
+  Value valueOf(const ReferenceArgument& argument);
+  Value valueOf(const StatementArgument& argument);
+  Value valueOf(const MarkedArgument& argument);
+  Value valueOfFilled(const MarkedArgument& argument, const CXString& text);
+  Value runFilled(const MarkedArgument& argument, const CXString& text);
+  Value makeCode(const CXString& text);
 
   const RunContext& context_;
   bool isConstant_;

@@ -224,7 +224,7 @@ Result CMC_Behaviour::resolveParameter(CMC_ObjectsContainer* scope, CMC_Object* 
   CXString piece = text;
   piece.AllTrim();
   if (piece.startsWith("["))
-    return Result(makeRef<CMC_Expression>(scope, code_text::withoutEnds(piece))->calculate());
+    return makeRef<CMC_Expression>(scope, code_text::withoutEnds(piece))->evaluate();
   if (piece.startsWith("CONV")) return runLine(scope, caller, CXString("@") + piece, behaviour);
   if (piece.Find('(') >= 0 && !piece.startsWith("\"")) return runLine(scope, caller, piece, behaviour);
   if (CMC_Variable::beginsLikeNumber(piece)) return Result(CMC_Variable::resolve(piece));
@@ -232,10 +232,10 @@ Result CMC_Behaviour::resolveParameter(CMC_ObjectsContainer* scope, CMC_Object* 
     auto* structure = scope->find<CMC_Structure>(piece.slice(0, bar));
     if (structure != nullptr) {
       if (CMC_Variable* field = structure->getField(piece.Right(bar + 1)))
-        return Result(Ref<CMC_Variable>(field));
+        return Value(field);
     }
   }
-  if (CMC_Object* variable = scope->getVariable(piece)) return Result(Ref<CMC_Object>(variable));
+  if (CMC_Object* variable = scope->getVariable(piece)) return Value(variable);
   return Result(CMC_Variable::resolve(piece));
 }
 

@@ -19,8 +19,17 @@ class NameStatement : public CMC_Behaviour_Entry {
   bool isPlainValue() const override { return true; }
   bool mayDoSomething() const override { return getLine().IsEmpty(); }
   void tellNames(NameUses& uses) const override;
+  // The value where it is a number and caches are on.
+  Number number(const RunContext& context) const {
+    const CMC_Object* bound = object_.get();
+    return numberOf(bound != nullptr ? bound : find(context));
+  }
+  // The same object as `peek` gives, where it is the literal of this statement: its value never changes.
+  const CMC_Object* literal() const { return literal_.get(); }
 
  private:
+  CMC_Object* find(const RunContext& context) const;
+
   CXString name_;
   bool isField_;  // of a structure
   WeakRef<CMC_Object> object_;

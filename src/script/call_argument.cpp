@@ -19,11 +19,8 @@ Value variableOrLiteral(const CMC_ObjectsContainer* scope, const CXString& text)
 
 }  // namespace
 
-// Inline code sees the arguments of the code around it, and binds its names anew.
 Value ArgumentReader::valueOf(const CodeArgument& argument) {
-  CMC_Behaviour* behaviour = argument.value->inlineBehaviour();
-  if (behaviour != nullptr && !isConstant_ && context_.arguments != nullptr)
-    behaviour->setParams(*context_.arguments);
+  if (!isConstant_) prepare(argument, context_);
   return argument.value;
 }
 
@@ -32,16 +29,10 @@ Value ArgumentReader::valueOf(const ReferenceArgument& argument) {
   return variable != nullptr ? Value(variable) : variableOrLiteral(context_.scene, argument.name);
 }
 
-Value ArgumentReader::valueOf(const StatementArgument& argument) {
-  CMC_Object* present = argument.statement->peek(context_);
-  return present != nullptr ? Value(present) : argument.statement->run(context_);
-}
+Value ArgumentReader::valueOf(const StatementArgument& argument) { return argument.statement->run(context_); }
 
 Value ArgumentReader::valueOf(const MarkedArgument& argument) {
-  if (argument.arithmetic && caches::isOn() && !CMC_ObjectsContainer::areNumbersNames()) {
-    const std::optional<int> value = argument.arithmetic->calculate(context_.arguments);
-    if (value) return Number(*value);
-  }
+  if (const Number number = argument.number(context_)) return number;
   return valueOfFilled(argument, code_text::fillMarks(argument.statement->getLine(), context_.arguments));
 }
 

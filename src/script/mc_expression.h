@@ -31,8 +31,8 @@ class CMC_Expression : public CMC_Variable {
   Value evaluate();
   // The same as a variable.
   Ref<CMC_Variable> calculate();
-  // The same where all operands are values in place, so that nothing need run, and the first is a number; else
-  // none. Only with caches.
+  // The same where all operands are values in place, so that nothing need run, and the first is a number;
+  // else none. Only with caches.
   Number number() const;
   // True for an expression from a definition; one from inline text belongs to its statement.
   bool isStill() const { return still_; }

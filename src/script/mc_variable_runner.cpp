@@ -14,6 +14,7 @@
 #include "script/mc_expression.h"
 #include "script/mc_variable_factory.h"
 #include "script/method_tables.h"
+#include "script/number_methods.h"
 
 namespace footlight {
 
@@ -63,6 +64,8 @@ void replaceText(CMC_String& object, CXString text) {
 // Arithmetic of all types
 
 Result set(CMC_Variable& object, Call& call) {
+  const Number number = call.number(0);
+  if (number && applyNumber(object, Operation::none, number)) return {};
   if (const Ref<CMC_Variable> value = asVariable(call.object(0))) object.set(value.get());
   return {};
 }
@@ -90,6 +93,8 @@ Result dec(CMC_Variable& object, Call& /*call*/) {
 }
 
 void operate(CMC_Variable& object, Call& call, Operation operation) {
+  const Number number = call.number(0);
+  if (number && applyNumber(object, operation, number)) return;
   const Ref<CMC_Variable> operand = asVariable(call.object(0));
   if (!operand) return;
   if (auto* integer = object_cast<CMC_Integer>(&object)) {

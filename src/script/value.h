@@ -34,10 +34,10 @@ class Value {
     kind_ = Kind::object;
     bits_ = reinterpret_cast<std::uintptr_t>(object);
   }
-  Value(const Value& other) : kind_(other.kind_), bits_(other.bits_) {
+  Value(const Value& other) : bits_(other.bits_), kind_(other.kind_) {
     if (kind_ == Kind::object) pointer()->pin();
   }
-  Value(Value&& other) noexcept : kind_(std::exchange(other.kind_, Kind::none)), bits_(other.bits_) {}
+  Value(Value&& other) noexcept : bits_(other.bits_), kind_(std::exchange(other.kind_, Kind::none)) {}
   Value& operator=(Value other) noexcept {
     std::swap(kind_, other.kind_);
     std::swap(bits_, other.bits_);
@@ -68,8 +68,8 @@ class Value {
   CMC_Object* pointer() const { return reinterpret_cast<CMC_Object*>(bits_); }
   void becomeObject() const;
 
-  mutable Kind kind_ = Kind::none;
   mutable std::uint64_t bits_ = 0;
+  mutable Kind kind_ = Kind::none;
 };
 
 }  // namespace footlight

@@ -15,13 +15,8 @@ NameStatement::NameStatement(CXString line, Origin origin, CMC_Object* bound)
       isField_(name_.Find('|') >= 0),
       object_(bound) {}
 
-CMC_Object* NameStatement::peek(const RunContext& context) const {
-  if (CMC_Object* bound = object_.get()) return bound;
-  return caches::isOn() ? find(context) : nullptr;
-}
-
-// What is not bound: a variable that came since, or a literal.
 CMC_Object* NameStatement::find(const RunContext& context) const {
+  if (!caches::isOn()) return nullptr;
   const bool isRemembered = context.scene != nullptr && !isField_;
   CMC_Object* found =
       isRemembered ? remembered_.find(*context.scene, name_) : CMC_Structure::findNamed(context.scene, name_);

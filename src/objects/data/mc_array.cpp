@@ -1,11 +1,13 @@
 #include "objects/data/mc_array.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 
 #include "files/file.h"
 #include "foundation/byte_reader.h"
 #include "foundation/limits.h"
+#include "objects/data/insertion_order.h"
 #include "script/mc_objects_container.h"
 #include "script/mc_variable_factory.h"
 #include "script/melement.h"
@@ -133,9 +135,36 @@ int CMC_Array::reverseFind(CMC_Variable* value) const {
 }
 
 void CMC_Array::sort(bool ascending) {
+  if (!hasCommonOrder()) return sortMixed(ascending);
   std::stable_sort(items_.begin(), items_.end(), [ascending](const auto& a, const auto& b) {
     return ascending ? b->compare(a.get()) > 0 : a->compare(b.get()) > 0;
   });
+}
+
+bool CMC_Array::hasCommonOrder() const {
+  return std::all_of(items_.begin(), items_.end(), [this](const auto& item) {
+    return item->getType() == items_.front()->getType() &&
+           !(item->getType() == type::kDouble && std::isnan(item->asDouble()));
+  });
+}
+
+void CMC_Array::sortMixed(bool ascending) {
+  std::vector<CMC_Variable*> values;
+  for (const auto& item : items_) values.push_back(item.get());
+  std::vector<Owned<CMC_Variable>> sorted;
+  for (const int place : insertionOrder(values))
+    sorted.push_back(std::move(items_[static_cast<std::size_t>(place)]));
+  items_ = std::move(sorted);
+  if (ascending) return;
+  std::reverse(items_.begin(), items_.end());
+  for (auto run = items_.begin(); run != items_.end();) {
+    const auto end = std::adjacent_find(run, items_.end(), [](const auto& later, const auto& earlier) {
+      return earlier->compare(later.get()) != 0;
+    });
+    const auto next = end == items_.end() ? end : end + 1;
+    std::reverse(run, next);
+    run = next;
+  }
 }
 
 void CMC_Array::rotateLeft() {

@@ -36,7 +36,8 @@ class CMC_Array : public CMC_Object {
   // The first or the last element that equals the value; -1 for none.
   int find(CMC_Variable* value) const;
   int reverseFind(CMC_Variable* value) const;
-  // By `compare` of the elements; equal ones stay in their order.
+  // By `compare` of the elements, each inserted in turn before the first greater one; equal ones stay in
+  // their order, descending too.
   void sort(bool ascending);
   // Moves all elements by one place; the one that falls off comes in at the other end.
   void rotateLeft();
@@ -67,6 +68,9 @@ class CMC_Array : public CMC_Object {
  private:
   CMC_Array(const CMC_Array& other);
   CWindow* window() const;
+  // True where sorting need not insert one by one: all of one type, and each equal to itself.
+  bool hasCommonOrder() const;
+  void sortMixed(bool ascending);
 
   std::vector<Owned<CMC_Variable>> items_;
   int marker_ = -1;

@@ -20,9 +20,6 @@ class BehaviourRounds {
   bool run(const TextList* arguments, bool checkCondition);
 
  private:
-  // True when a break comes out of them.
-  bool runLines(const TextList* arguments) const;
-
   Ref<CMC_Behaviour> behaviour_;
   Ref<CMC_Object> caller_;
   Ref<CMC_ObjectsContainer> scope_;

@@ -4,7 +4,6 @@
 #include <span>
 
 #include "script/argument_buffer.h"
-#include "script/behaviour_rounds.h"
 #include "script/code_lines.h"
 #include "script/code_text.h"
 #include "script/lent_texts.h"
@@ -154,7 +153,7 @@ Result ComparisonCall::run(const RunContext& context, bool isResultUsed) const {
   if (branch == nullptr) return {};
   CMC_Behaviour* behaviour = branch->behaviour.get();
   if (behaviour == nullptr) return BuiltInCall::run(context, isResultUsed);
-  return BehaviourRounds(*behaviour, behaviour).run(nullptr, false) ? Result::breakRun() : Result();
+  return behaviour->run(behaviour, nullptr, false) ? Result::breakRun() : Result();
 }
 
 // THIS^METHOD(...)
@@ -192,6 +191,12 @@ Result ObjectCall::dispatch(const RunContext& context, const ArgumentList& argum
   return {};
 }
 
+// The row of the method for the object that was found.
+const Method* ObjectCall::rowFor(const CMC_Object& object) const {
+  if (&object != object_.get() && object.getRunner() != runner()) lookUp(object.getRunner());
+  return row();
+}
+
 CMC_Object* ObjectCall::findUnbound(const RunContext& context) const {
   const bool isRemembered = context.scene != nullptr && !isField_;
   return isRemembered ? remembered_.find(*context.scene, name_)
@@ -213,12 +218,24 @@ void ObjectCall::tellNames(NameUses& uses) const {
 
 // NAME^METHOD(number)
 
+// The argument is read once: as a number where nothing need run for it, else by running it.
 Result NumberCall::run(const RunContext& context, bool isResultUsed) const {
-  const bool isPlain = !isResultUsed && !diagnose::isOn();
-  const Number number = isPlain ? numberOf(arguments().front(), context) : Number();
+  const CallArgument& argument = arguments().front();
+  if (diagnose::isOn()) return ObjectCall::run(context, isResultUsed);
+  Number number = numberOf(argument, context);
+  const auto* computed = number ? nullptr : std::get_if<StatementArgument>(&argument);
+  if (!number && computed == nullptr) return ObjectCall::run(context, isResultUsed);
+  Value value(number);
+  if (computed != nullptr) {
+    value = computed->statement->run(context);
+    number = value.present() != nullptr ? numberOf(value.present()) : value.number();
+  }
   CMC_Object* object = number ? find(context) : nullptr;
-  if (object != nullptr && function_(*object, number)) return {};
-  return ObjectCall::run(context, isResultUsed);
+  const Method* known = object != nullptr ? rowFor(*object) : nullptr;
+  const NumberFunction function = known != nullptr ? known->numberFunction : nullptr;
+  Value result;
+  if (function != nullptr && function(*object, number, isResultUsed ? &result : nullptr)) return result;
+  return dispatch(context, ArgumentList(std::span(&value, 1), isResultUsed));
 }
 
 // BEHAVIOUR^RUN(...)
@@ -228,7 +245,7 @@ Result ProcedureCall::run(const RunContext& context, bool isResultUsed) const {
   auto* behaviour = isResultUsed || diagnose::isOn() ? nullptr : object_cast<CMC_Behaviour>(find(context));
   if (behaviour == nullptr || !readNumbers(context, texts.list()))
     return ObjectCall::run(context, isResultUsed);
-  return BehaviourRounds(*behaviour, nullptr).run(&texts.list(), false) ? Result::breakRun() : Result();
+  return behaviour->run(nullptr, &texts.list(), false) ? Result::breakRun() : Result();
 }
 
 bool ProcedureCall::readNumbers(const RunContext& context, TextList& texts) const {

@@ -11,7 +11,6 @@
 #include "script/mc_condition.h"
 #include "script/mc_expression.h"
 #include "script/name_watch.h"
-#include "script/number_methods.h"
 
 namespace footlight {
 
@@ -116,6 +115,7 @@ class ObjectCall : public CallStatement {
     CMC_Object* bound = object_.get();
     return bound != nullptr ? bound : findUnbound(context);
   }
+  const Method* rowFor(const CMC_Object& object) const;
 
  private:
   CMC_Object* findUnbound(const RunContext& context) const;
@@ -128,16 +128,13 @@ class ObjectCall : public CallStatement {
   mutable RememberedName remembered_;  // what the name means, where it named nothing then
 };
 
-// NAME^METHOD(number): where the argument is a number, the method gets it without a list of arguments.
+// NAME^METHOD(argument): where the argument is a number, a method that has a function for that gets it
+// without a list of arguments.
 class NumberCall : public ObjectCall {
  public:
-  NumberCall(Parts parts, CXString name, CMC_Object* bound, NumberMethod function)
-      : ObjectCall(std::move(parts), std::move(name), bound), function_(function) {}
+  using ObjectCall::ObjectCall;
 
   Result run(const RunContext& context, bool isResultUsed) const override;
-
- private:
-  NumberMethod function_;
 };
 
 // BEHAVIOUR^RUN(...): arguments that are whole numbers go to the behaviour as they are.

@@ -5,7 +5,6 @@
 #include "foundation/depth.h"
 #include "foundation/xtimer.h"
 #include "gfx/window.h"
-#include "script/behaviour_rounds.h"
 #include "script/caches.h"
 #include "script/code_lines.h"
 #include "script/code_text.h"
@@ -91,10 +90,6 @@ void CMC_Behaviour::resolveCondition() {
   if (!condition_ && diagnose::isOn())
     diagnose::report(diagnose::Group::object, getName(), "CONDITION",
                      "no condition of the name " + conditionName_.str(), origin());
-}
-
-bool CMC_Behaviour::run(CMC_Object* caller, const TextList* arguments, bool checkCondition) {
-  return BehaviourRounds(*this, caller).run(arguments, checkCondition);
 }
 
 bool CMC_Behaviour::doesConditionHold() const {

@@ -91,6 +91,7 @@ class CMC_Behaviour : public CMC_Object, public CTimerNotificator {
  private:
   CMC_Behaviour(const CMC_Behaviour& other);
 
+  bool mayRun() const { return enabled_ && lines_ && !isDisposed(); }
   bool doesConditionHold() const;
   void compile(const CXString& text, bool isWatched = false);
   void removeTemporaries(CMC_ObjectsContainer* scope);

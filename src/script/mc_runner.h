@@ -111,6 +111,9 @@ class Call {
 };
 
 using MethodFunction = Result (*)(CMC_Object& object, Call& call);
+// The same for one number in place of all arguments, for an object that nobody need pin. False, with nothing
+// done, where the usual function must be called. `result` is null where nobody looks at it.
+using NumberFunction = bool (*)(CMC_Object& object, Number argument, Value* result);
 
 // One row of a runner's table.
 struct Method {
@@ -121,6 +124,7 @@ struct Method {
   std::uint8_t least;
   std::uint8_t most;
   MethodFunction function;
+  NumberFunction numberFunction = nullptr;
 };
 
 // Turns `Result f(T&, Call&)` into a row's function; an object of another class is left alone.
@@ -141,6 +145,19 @@ struct BoundMethod<F> {
 };
 template <auto F>
 inline constexpr MethodFunction method = &BoundMethod<F>::run;
+
+// The same for `bool f(T&, Number, Value*)`.
+template <auto F>
+struct BoundNumberMethod;
+template <class T, bool (*F)(T&, Number, Value*)>
+struct BoundNumberMethod<F> {
+  static bool run(CMC_Object& object, Number argument, Value* result) {
+    T* typed = object_cast<T>(&object);
+    return typed != nullptr && F(*typed, argument, result);
+  }
+};
+template <auto F>
+inline constexpr NumberFunction numberMethod = &BoundNumberMethod<F>::run;
 
 class CMC_Runner : public CXObject {
  public:

@@ -14,7 +14,6 @@
 #include "script/mc_expression.h"
 #include "script/mc_variable_factory.h"
 #include "script/method_tables.h"
-#include "script/number_methods.h"
 
 namespace footlight {
 
@@ -63,9 +62,26 @@ void replaceText(CMC_String& object, CXString text) {
 
 // Arithmetic of all types
 
+// Calculates with the value of an INTEGER or a DOUBLE and stores the outcome; none stores the number itself.
+// False for an object of another type. Nobody is given the result.
+template <Operation O>
+bool applyNumber(CMC_Variable& object, Number number, Value* result) {
+  if (result != nullptr) return false;
+  if (auto* integer = object_cast<CMC_Integer>(&object)) {
+    const int operand = asInteger(number);
+    integer->change(O == Operation::none ? operand : CMC_Integer::apply(integer->getValue(), O, operand));
+    return true;
+  }
+  auto* real = object_cast<CMC_Double>(&object);
+  if (real == nullptr) return false;
+  const double operand = asDouble(number);
+  real->change(O == Operation::none ? operand : CMC_Double::apply(real->getValue(), O, operand));
+  return true;
+}
+
 Result set(CMC_Variable& object, Call& call) {
   const Number number = call.number(0);
-  if (number && applyNumber(object, Operation::none, number)) return {};
+  if (number && applyNumber<Operation::none>(object, number, nullptr)) return {};
   if (const Ref<CMC_Variable> value = asVariable(call.object(0))) object.set(value.get());
   return {};
 }
@@ -92,16 +108,17 @@ Result dec(CMC_Variable& object, Call& /*call*/) {
   return {};
 }
 
-void operate(CMC_Variable& object, Call& call, Operation operation) {
+template <Operation O>
+void operate(CMC_Variable& object, Call& call) {
   const Number number = call.number(0);
-  if (number && applyNumber(object, operation, number)) return;
+  if (number && applyNumber<O>(object, number, nullptr)) return;
   const Ref<CMC_Variable> operand = asVariable(call.object(0));
   if (!operand) return;
   if (auto* integer = object_cast<CMC_Integer>(&object)) {
-    integer->change(CMC_Integer::apply(integer->getValue(), operation, operand->asInteger()));
+    integer->change(CMC_Integer::apply(integer->getValue(), O, operand->asInteger()));
     return;
   }
-  const Ref<CMC_Variable> value = object.calculate(operand.get(), operation);
+  const Ref<CMC_Variable> value = object.calculate(operand.get(), O);
   object.set(value.get());
 }
 
@@ -119,12 +136,12 @@ bool appendText(CMC_Variable& object, const Call& call) {
 }
 
 Result add(CMC_Variable& object, Call& call) {
-  if (!appendText(object, call)) operate(object, call, Operation::add);
+  if (!appendText(object, call)) operate<Operation::add>(object, call);
   return call.isResultUsed() ? Result(Factory::copyVariable(&object)) : Result();
 }
 
 Result mul(CMC_Variable& object, Call& call) {
-  operate(object, call, Operation::multiply);
+  operate<Operation::multiply>(object, call);
   return {};
 }
 
@@ -141,7 +158,7 @@ Result setDefault(CMC_Variable& object, Call& call) {
 Result sub(CMC_Variable& object, Call& call) {
   auto* text = object_cast<CMC_String>(&object);
   if (text == nullptr) {
-    operate(object, call, Operation::subtract);
+    operate<Operation::subtract>(object, call);
     return {};
   }
   const int length = text->getValue().Length();
@@ -152,12 +169,12 @@ Result sub(CMC_Variable& object, Call& call) {
 }
 
 Result div(CMC_Variable& object, Call& call) {
-  operate(object, call, Operation::divide);
+  operate<Operation::divide>(object, call);
   return {};
 }
 
 Result mod(CMC_Variable& object, Call& call) {
-  operate(object, call, Operation::modulo);
+  operate<Operation::modulo>(object, call);
   return {};
 }
 
@@ -206,7 +223,7 @@ Result clamp(CMC_Variable& object, Call& call) {
 
 Result length(CMC_Variable& object, Call& call) {
   if (const auto* text = object_cast<CMC_String>(&object)) {
-    return Result(Factory::makeInteger(text->getValue().Length()));
+    return Number(text->getValue().Length());
   }
   if (!isNumeric(object) || !call.has(1)) return notForType();
   const double x = call.real(0);
@@ -295,7 +312,7 @@ Result upper(CMC_String& object, Call& /*call*/) {
 Result find(CMC_String& object, Call& call) {
   const int start = call.integer(1);
   CXString storage;
-  return Result(Factory::makeInteger(object.getValue().FindSubString(call.textView(0, &storage), start)));
+  return Number(object.getValue().FindSubString(call.textView(0, &storage), start));
 }
 
 Result cut(CMC_String& object, Call& call) {
@@ -361,18 +378,18 @@ Result copyFile(CMC_Variable& object, Call& call) {
 }
 
 constexpr Method kMethods[] = {
-    {1, "SET", 1, 1, method<set>},
+    {1, "SET", 1, 1, method<set>, numberMethod<applyNumber<Operation::none>>},
     {2, "SWITCH", 2, 2, method<switchValues>},
     {3, "CLEAR", 0, 0, method<clear>},
     {4, "INC", 0, 0, method<inc>},
     {5, "DEC", 0, 0, method<dec>},
-    {6, "ADD", 1, 1, method<add>},
-    {7, "MUL", 1, 1, method<mul>},
+    {6, "ADD", 1, 1, method<add>, numberMethod<applyNumber<Operation::add>>},
+    {7, "MUL", 1, 1, method<mul>, numberMethod<applyNumber<Operation::multiply>>},
     {8, "RESETINI", 0, 0, method<resetIni>},
     {9, "SETDEFAULT", 1, 1, method<setDefault>},
-    {10, "SUB", 1, 2, method<sub>},
-    {11, "DIV", 1, 1, method<div>},
-    {12, "MOD", 1, 1, method<mod>},
+    {10, "SUB", 1, 2, method<sub>, numberMethod<applyNumber<Operation::subtract>>},
+    {11, "DIV", 1, 1, method<div>, numberMethod<applyNumber<Operation::divide>>},
+    {12, "MOD", 1, 1, method<mod>, numberMethod<applyNumber<Operation::modulo>>},
     {13, "ABS", 1, 1, method<abs>},
     {14, "AND", 1, 1, method<bitAnd>},
     {15, "OR", 1, 1, method<bitOr>},

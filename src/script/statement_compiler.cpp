@@ -152,12 +152,11 @@ Statement StatementCompiler::compileObjectCall() {
   if (hasMark(name)) return std::make_unique<DynamicCall>(compileCall(), name);
   const WeakRef<CMC_Object> bound = unlessTemporary(CMC_Structure::findNamed(scene_, name));
   CallStatement::Parts parts = compileCall();
-  const bool mayTakeNumber = caches::isOn() && parts.arguments.size() == 1;
-  if (const NumberMethod function = mayTakeNumber ? findNumberMethod(parts.method) : nullptr)
-    return std::make_unique<NumberCall>(std::move(parts), name, bound.get(), function);
   const bool isProcedure =
       caches::isOn() && parts.method == "RUN" && bound && bound->getType() == type::kBehaviour;
   if (isProcedure) return std::make_unique<ProcedureCall>(std::move(parts), name, bound.get());
+  if (caches::isOn() && parts.arguments.size() == 1 && !hasMark(parts.method))
+    return std::make_unique<NumberCall>(std::move(parts), name, bound.get());
   return std::make_unique<ObjectCall>(std::move(parts), name, bound.get());
 }
 

@@ -9,14 +9,13 @@
 #include <new>
 #include <span>
 
-#include "foundation/xobject.h"
-#include "script/mc_object.h"
+#include "script/value.h"
 
 namespace footlight {
 
 class ArgumentBuffer {
  public:
-  using Argument = Ref<CMC_Object>;
+  using Argument = Value;
 
   explicit ArgumentBuffer(std::size_t most) {
     if (most <= kInPlace) return;

@@ -6,6 +6,7 @@
 
 #include "foundation/random.h"
 #include "gfx/window.h"
+#include "script/behaviour_rounds.h"
 #include "script/caches.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_condition.h"
@@ -109,8 +110,10 @@ Result whileStatement(CMC_Behaviour& /*behaviour*/, Call& call) {
   const CXString left = call.text(0);
   const CXString word = call.text(1);
   const CXString right = call.text(2);
+  std::optional<BehaviourRounds> rounds;
+  if (code.behaviour) rounds.emplace(*code.behaviour, nullptr);
   while (watchdog::mayContinue() && CMC_Condition::valid(call.scope(), left, word.view(), right)) {
-    if (code.behaviour) code.behaviour->run(nullptr, nullptr, false);
+    if (rounds) rounds->run(nullptr, false);
   }
   return {};
 }
@@ -158,10 +161,12 @@ Result loop(CMC_Behaviour& /*behaviour*/, Call& call) {
   const Code code = codeOf(call, 0);
   const bool isUpward = start < end;
   LoopCounter counter(call.scope());
+  std::optional<BehaviourRounds> rounds;
+  if (code.behaviour) rounds.emplace(*code.behaviour, nullptr);
   for (std::int64_t i = start; isUpward ? i < end : i > end; i += step) {
     if (!watchdog::mayContinue()) return {};
     counter.set(static_cast<int>(i));
-    if (code.behaviour && code.behaviour->run(nullptr, nullptr, true)) return Result::breakRun();
+    if (rounds && rounds->run(nullptr, true)) return Result::breakRun();
   }
   return {};
 }

@@ -12,40 +12,31 @@ namespace footlight {
 namespace {
 
 // A variable of the scope by its name, else what the text says as a literal.
-Ref<CMC_Object> variableOrLiteral(const CMC_ObjectsContainer* scope, const CXString& text) {
+Value variableOrLiteral(const CMC_ObjectsContainer* scope, const CXString& text) {
   CMC_Object* variable = scope != nullptr ? scope->getVariable(text) : nullptr;
-  return variable != nullptr ? Ref<CMC_Object>(variable) : Ref<CMC_Object>(CMC_Variable::resolve(text));
+  return variable != nullptr ? Value(variable) : Value(CMC_Variable::resolve(text));
 }
 
 }  // namespace
 
-// Inline code sees the arguments of the code around it, and binds its names anew.
-Ref<CMC_Object> ArgumentReader::valueOf(const CodeArgument& argument) {
-  CMC_Behaviour* behaviour = argument.value->inlineBehaviour();
-  if (behaviour != nullptr && !isConstant_ && context_.arguments != nullptr)
-    behaviour->setParams(*context_.arguments);
+Value ArgumentReader::valueOf(const CodeArgument& argument) {
+  if (!isConstant_) prepare(argument, context_);
   return argument.value;
 }
 
-Ref<CMC_Object> ArgumentReader::valueOf(const ReferenceArgument& argument) {
+Value ArgumentReader::valueOf(const ReferenceArgument& argument) {
   CMC_Object* variable = argument.variable.get();
-  return variable != nullptr ? Ref<CMC_Object>(variable) : variableOrLiteral(context_.scene, argument.name);
+  return variable != nullptr ? Value(variable) : variableOrLiteral(context_.scene, argument.name);
 }
 
-Ref<CMC_Object> ArgumentReader::valueOf(const StatementArgument& argument) {
-  CMC_Object* present = argument.statement->peek(context_);
-  return present != nullptr ? Ref<CMC_Object>(present) : argument.statement->run(context_).take();
-}
+Value ArgumentReader::valueOf(const StatementArgument& argument) { return argument.statement->run(context_); }
 
-Ref<CMC_Object> ArgumentReader::valueOf(const MarkedArgument& argument) {
-  if (argument.arithmetic && caches::isOn() && !CMC_ObjectsContainer::areNumbersNames()) {
-    const std::optional<int> value = argument.arithmetic->calculate(context_.arguments);
-    if (value) return CMC_VariableFactory::makeInteger(*value);
-  }
+Value ArgumentReader::valueOf(const MarkedArgument& argument) {
+  if (const Number number = argument.number(context_)) return number;
   return valueOfFilled(argument, code_text::fillMarks(argument.statement->getLine(), context_.arguments));
 }
 
-Ref<CMC_Object> ArgumentReader::valueOfFilled(const MarkedArgument& argument, const CXString& text) {
+Value ArgumentReader::valueOfFilled(const MarkedArgument& argument, const CXString& text) {
   if (text.startsWith("[")) return makeRef<CMC_Expression>(context_.scene, code_text::withoutEnds(text));
   if (!text.startsWith("@") && !code_text::hasMark(text) && text.Find('^') < 0)
     return variableOrLiteral(context_.scene, text);
@@ -55,7 +46,7 @@ Ref<CMC_Object> ArgumentReader::valueOfFilled(const MarkedArgument& argument, co
 
 // Compiling anew would find what it found before while no name came or went. Inline code and fields of
 // structures are not a matter of names alone.
-Ref<CMC_Object> ArgumentReader::runFilled(const MarkedArgument& argument, const CXString& text) {
+Value ArgumentReader::runFilled(const MarkedArgument& argument, const CXString& text) {
   const std::uint64_t generation = CMC_ObjectsContainer::generation();
   const std::uint64_t scope = context_.scene != nullptr ? context_.scene->serial() : 0;
   std::shared_ptr<const MarkedArgument::Filled> filled = argument.filled;
@@ -71,10 +62,10 @@ Ref<CMC_Object> ArgumentReader::runFilled(const MarkedArgument& argument, const 
     const bool isLasting = text.Find('{') < 0 && text.Find('|') < 0;
     argument.filled = caches::isOn() && isLasting ? filled : nullptr;
   }
-  return filled->statement->run(context_).take();
+  return filled->statement->run(context_);
 }
 
-Ref<CMC_Object> ArgumentReader::makeCode(const CXString& text) {
+Value ArgumentReader::makeCode(const CXString& text) {
   throwaways_.push_back(
       CMC_InlineCode::makeBehaviour(context_.scene, "xtemp_", text, context_.behaviour->origin()));
   return makeRef<CMC_InlineCode>(throwaways_.back().get(), "xtemp");

@@ -5,20 +5,34 @@
 #include <memory>
 #include <variant>
 
+#include "script/caches.h"
 #include "script/inline_code.h"
 #include "script/marked_expression.h"
 #include "script/mc_behaviour_entry.h"
+#include "script/mc_objects_container.h"
+#include "script/value_statement.h"
 
 namespace footlight {
 
-// A value that stays: arithmetic, which is calculated where it is read, or a literal behind "&".
+// A literal behind "&".
 struct FixedArgument {
   Ref<CMC_Object> value;
+};
+
+// Arithmetic. The expression itself is passed, and calculated where it is read.
+struct ExpressionArgument {
+  Ref<CMC_Expression> expression;
+};
+
+// A name or a literal.
+struct NameArgument {
+  std::unique_ptr<NameStatement> statement;
 };
 
 // Code in braces.
 struct CodeArgument {
   Ref<CMC_InlineCode> value;
+  WeakRef<CMC_Behaviour> behaviour;  // behind the value
   bool hasMarks;
 };
 
@@ -28,7 +42,7 @@ struct ReferenceArgument {
   CXString name;
 };
 
-// A statement that is run at each call.
+// Any other statement, which is run at each call.
 struct StatementArgument {
   std::unique_ptr<CMC_Behaviour_Entry> statement;
 };
@@ -46,10 +60,29 @@ struct MarkedArgument {
   std::unique_ptr<CMC_Behaviour_Entry> statement;  // of the text as it stands
   std::unique_ptr<MarkedExpression> arithmetic;    // the text is arithmetic on the marks
   mutable std::shared_ptr<const Filled> filled;
+
+  Number number(const RunContext& context) const {
+    return arithmetic && caches::isOn() && !CMC_ObjectsContainer::areNumbersNames()
+               ? arithmetic->calculate(context.arguments)
+               : Number();
+  }
 };
 
-using CallArgument =
-    std::variant<FixedArgument, CodeArgument, ReferenceArgument, StatementArgument, MarkedArgument>;
+using CallArgument = std::variant<NameArgument, ExpressionArgument, MarkedArgument, StatementArgument,
+                                  CodeArgument, ReferenceArgument, FixedArgument>;
+
+// The argument as a number, where it is one and nothing need run to know it; else none. Reading it so or in
+// full comes to the same. Only for statements that were compiled with caches.
+inline Number numberOf(const CallArgument& argument, const RunContext& context) {
+  if (const auto* name = std::get_if<NameArgument>(&argument)) return name->statement->number(context);
+  if (const auto* marked = std::get_if<MarkedArgument>(&argument)) return marked->number(context);
+  const auto* arithmetic = std::get_if<ExpressionArgument>(&argument);
+  return arithmetic != nullptr ? arithmetic->expression->number() : Number();
+}
+// Brings inline code up to date: it sees the arguments of the code around it, and binds its names anew.
+inline void prepare(const CodeArgument& argument, const RunContext& context) {
+  if (context.arguments != nullptr && argument.behaviour) argument.behaviour->setParams(*context.arguments);
+}
 
 // Brings arguments to their values for one call. Code that is made from filled text lives as long as this.
 class ArgumentReader {
@@ -62,19 +95,25 @@ class ArgumentReader {
   ArgumentReader(const ArgumentReader&) = delete;
   ArgumentReader& operator=(const ArgumentReader&) = delete;
 
-  Ref<CMC_Object> read(const CallArgument& argument) {
+  Value read(const CallArgument& argument) {
+    if (const auto* name = std::get_if<NameArgument>(&argument)) return valueOf(*name);
     return std::visit([this](const auto& kind) { return valueOf(kind); }, argument);
   }
 
  private:
-  Ref<CMC_Object> valueOf(const FixedArgument& argument) { return argument.value; }
-  Ref<CMC_Object> valueOf(const CodeArgument& argument);
-  Ref<CMC_Object> valueOf(const ReferenceArgument& argument);
-  Ref<CMC_Object> valueOf(const StatementArgument& argument);
-  Ref<CMC_Object> valueOf(const MarkedArgument& argument);
-  Ref<CMC_Object> valueOfFilled(const MarkedArgument& argument, const CXString& text);
-  Ref<CMC_Object> runFilled(const MarkedArgument& argument, const CXString& text);
-  Ref<CMC_Object> makeCode(const CXString& text);
+  Value valueOf(const FixedArgument& argument) { return argument.value; }
+  Value valueOf(const ExpressionArgument& argument) { return argument.expression; }
+  Value valueOf(const NameArgument& argument) {
+    CMC_Object* present = argument.statement->peek(context_);
+    return present != nullptr ? Value(present) : argument.statement->run(context_, true);
+  }
+  Value valueOf(const CodeArgument& argument);
+  Value valueOf(const ReferenceArgument& argument);
+  Value valueOf(const StatementArgument& argument);
+  Value valueOf(const MarkedArgument& argument);
+  Value valueOfFilled(const MarkedArgument& argument, const CXString& text);
+  Value runFilled(const MarkedArgument& argument, const CXString& text);
+  Value makeCode(const CXString& text);
 
   const RunContext& context_;
   bool isConstant_;

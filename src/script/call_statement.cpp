@@ -1,8 +1,12 @@
 #include "script/call_statement.h"
 
+#include <algorithm>
+#include <span>
+
 #include "script/argument_buffer.h"
 #include "script/code_lines.h"
 #include "script/code_text.h"
+#include "script/lent_texts.h"
 #include "script/mc_structure.h"
 
 namespace footlight {
@@ -13,12 +17,11 @@ namespace {
 struct NameTeller {
   NameUses& uses;
 
-  void operator()(const FixedArgument& argument) const {
-    if (const auto* expression = object_cast<CMC_Expression>(argument.value.get()))
-      expression->tellNames(uses);
-  }
+  void operator()(const FixedArgument& /*argument*/) const {}
+  void operator()(const ExpressionArgument& argument) const { argument.expression->tellNames(uses); }
+  void operator()(const NameArgument& argument) const { argument.statement->tellNames(uses); }
   void operator()(const CodeArgument& argument) const {
-    CMC_Behaviour* behaviour = argument.value->inlineBehaviour();
+    CMC_Behaviour* behaviour = argument.behaviour.get();
     if (behaviour == nullptr) return;
     uses.add(behaviour);
     if (const CodeLines* lines = behaviour->getLines()) lines->tellNames(uses);
@@ -42,7 +45,7 @@ CallStatement::~CallStatement() {
   if (!ownsTempBehaviours_) return;
   for (const CallArgument& argument : arguments_) {
     const auto* code = std::get_if<CodeArgument>(&argument);
-    CMC_Behaviour* behaviour = code != nullptr ? code->value->inlineBehaviour() : nullptr;
+    CMC_Behaviour* behaviour = code != nullptr ? code->behaviour.get() : nullptr;
     if (behaviour != nullptr) CMC_InlineCode::end(*behaviour);
   }
 }
@@ -98,6 +101,61 @@ Result BuiltInCall::dispatch(const RunContext& context, const ArgumentList& argu
   return runner()->run(method().view(), context.behaviour, context.scene, arguments);
 }
 
+// @IF(left, "_", right, {...}, {...})
+
+bool ComparisonCall::isFormOf(const Parts& parts) {
+  const auto& arguments = parts.arguments;
+  return parts.method == "IF" && arguments.size() > kThen && arguments.size() <= kThen + 2 &&
+         std::holds_alternative<NameArgument>(arguments[1]) &&
+         std::all_of(arguments.begin() + kThen, arguments.end(), [](const CallArgument& argument) {
+           return std::holds_alternative<CodeArgument>(argument);
+         });
+}
+
+ComparisonCall::ComparisonCall(Parts parts) : BuiltInCall(std::move(parts)) {
+  for (std::size_t i = kThen; i < arguments().size(); ++i)
+    branches_[i - kThen] = &std::get<CodeArgument>(arguments()[i]);
+}
+
+Comparison ComparisonCall::comparison(const RunContext& context) const {
+  const NameStatement& statement = *std::get<NameArgument>(arguments()[1]).statement;
+  CMC_Object* word = statement.peek(context);
+  if (word != statement.literal()) return Comparison::none;
+  if (word != word_) {
+    const auto* text = object_cast<CMC_String>(word);
+    comparison_ = text != nullptr ? CMC_Condition::comparisonOf(text->getValue()) : Comparison::none;
+    if (comparison_ == Comparison::instanceOf) comparison_ = Comparison::none;
+    word_ = word;
+  }
+  return comparison_;
+}
+
+std::optional<bool> ComparisonCall::holds(const RunContext& context) const {
+  const Number left = numberOf(arguments()[0], context);
+  if (!left.isWhole()) return std::nullopt;
+  const Comparison word = comparison(context);
+  const Number right = word != Comparison::none ? numberOf(arguments()[2], context) : Number();
+  if (!right.isWhole()) return std::nullopt;
+  return CMC_Condition::valid(left.whole(), right.whole(), word);
+}
+
+Result ComparisonCall::run(const RunContext& context, bool isResultUsed) const {
+  std::optional<bool> outcome = diagnose::isOn() ? std::nullopt : holds(context);
+  if (outcome && context.arguments != nullptr) {
+    // Both branches see the arguments before the sides are read.
+    for (const CodeArgument* branch : branches_) {
+      if (branch != nullptr) prepare(*branch, context);
+    }
+    outcome = holds(context);
+  }
+  if (!outcome) return BuiltInCall::run(context, isResultUsed);
+  const CodeArgument* branch = branches_[*outcome ? 0 : 1];
+  if (branch == nullptr) return {};
+  CMC_Behaviour* behaviour = branch->behaviour.get();
+  if (behaviour == nullptr) return BuiltInCall::run(context, isResultUsed);
+  return behaviour->run(behaviour, nullptr, false) ? Result::breakRun() : Result();
+}
+
 // THIS^METHOD(...)
 
 Result CallerCall::dispatch(const RunContext& context, const ArgumentList& arguments) const {
@@ -116,7 +174,7 @@ ObjectCall::ObjectCall(Parts parts, CXString name, CMC_Object* bound)
       isField_(name_.Find('|') >= 0),
       object_(bound) {
   if (bound != nullptr) lookUp(bound->getRunner());
-  isBare_ = row() != nullptr && !hasArguments();
+  isBare_ = row() != nullptr && arguments().empty();
 }
 
 Result ObjectCall::run(const RunContext& context, bool isResultUsed) const {
@@ -128,12 +186,21 @@ Result ObjectCall::run(const RunContext& context, bool isResultUsed) const {
 
 Result ObjectCall::dispatch(const RunContext& context, const ArgumentList& arguments) const {
   if (CMC_Object* bound = object_.get()) return callBound(*bound, context, arguments);
-  const bool isRemembered = context.scene != nullptr && !isField_;
-  CMC_Object* found =
-      isRemembered ? remembered_.find(*context.scene, name_) : CMC_Structure::findNamed(context.scene, name_);
-  if (found != nullptr) return callMethod(*found, context, arguments);
+  if (CMC_Object* found = findUnbound(context)) return callMethod(*found, context, arguments);
   reportMissing(name_);
   return {};
+}
+
+// The row of the method for the object that was found.
+const Method* ObjectCall::rowFor(const CMC_Object& object) const {
+  if (&object != object_.get() && object.getRunner() != runner()) lookUp(object.getRunner());
+  return row();
+}
+
+CMC_Object* ObjectCall::findUnbound(const RunContext& context) const {
+  const bool isRemembered = context.scene != nullptr && !isField_;
+  return isRemembered ? remembered_.find(*context.scene, name_)
+                      : CMC_Structure::findNamed(context.scene, name_);
 }
 
 // The method of an object that was known when the statement was compiled is taken as it was written then.
@@ -147,6 +214,48 @@ Result ObjectCall::callBound(CMC_Object& object, const RunContext& context,
 void ObjectCall::tellNames(NameUses& uses) const {
   uses.add(name_);
   CallStatement::tellNames(uses);
+}
+
+// NAME^METHOD(number)
+
+// The argument is read once: as a number where nothing need run for it, else by running it.
+Result NumberCall::run(const RunContext& context, bool isResultUsed) const {
+  const CallArgument& argument = arguments().front();
+  if (diagnose::isOn()) return ObjectCall::run(context, isResultUsed);
+  Number number = numberOf(argument, context);
+  const auto* computed = number ? nullptr : std::get_if<StatementArgument>(&argument);
+  if (!number && computed == nullptr) return ObjectCall::run(context, isResultUsed);
+  Value value(number);
+  if (computed != nullptr) {
+    value = computed->statement->run(context);
+    number = value.present() != nullptr ? numberOf(value.present()) : value.number();
+  }
+  CMC_Object* object = number ? find(context) : nullptr;
+  const Method* known = object != nullptr ? rowFor(*object) : nullptr;
+  const NumberFunction function = known != nullptr ? known->numberFunction : nullptr;
+  Value result;
+  if (function != nullptr && function(*object, number, isResultUsed ? &result : nullptr)) return result;
+  return dispatch(context, ArgumentList(std::span(&value, 1), isResultUsed));
+}
+
+// BEHAVIOUR^RUN(...)
+
+Result ProcedureCall::run(const RunContext& context, bool isResultUsed) const {
+  const LentTexts texts;
+  auto* behaviour = isResultUsed || diagnose::isOn() ? nullptr : object_cast<CMC_Behaviour>(find(context));
+  if (behaviour == nullptr || !readNumbers(context, texts.list()))
+    return ObjectCall::run(context, isResultUsed);
+  return behaviour->run(nullptr, &texts.list(), false) ? Result::breakRun() : Result();
+}
+
+bool ProcedureCall::readNumbers(const RunContext& context, TextList& texts) const {
+  if (CMC_ObjectsContainer::areNumbersNames()) return false;
+  for (const CallArgument& argument : arguments()) {
+    const Number number = numberOf(argument, context);
+    if (!number.isWhole()) return false;
+    texts.emplace_back(number.whole());
+  }
+  return true;
 }
 
 // NA$1ME^METHOD(...)

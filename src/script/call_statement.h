@@ -2,10 +2,13 @@
 
 // Statements that call a method, by the way in which they come to their object.
 
+#include <array>
+#include <optional>
 #include <vector>
 
 #include "script/call_argument.h"
 #include "script/mc_behaviour_entry.h"
+#include "script/mc_condition.h"
 #include "script/mc_expression.h"
 #include "script/name_watch.h"
 
@@ -43,7 +46,7 @@ class CallStatement : public CMC_Behaviour_Entry {
   // Looks the method up in the table of a runner, which may be null.
   void lookUp(CMC_Runner* runner) const;
   const CXString& method() const { return method_; }
-  bool hasArguments() const { return !arguments_.empty(); }
+  const std::vector<CallArgument>& arguments() const { return arguments_; }
   void reportMissing(const CXString& name) const;
   void reportUncallable(const CXString& name, const char* why) const;
 
@@ -63,6 +66,28 @@ class BuiltInCall : public CallStatement {
 
  protected:
   Result dispatch(const RunContext& context, const ArgumentList& arguments) const override;
+};
+
+// @IF(left, "_", right, {...}, {...}): whole numbers are compared where they stand. Everything else takes the
+// way of all calls.
+class ComparisonCall : public BuiltInCall {
+ public:
+  // Whether a call has that form; it is known where caches are on.
+  static bool isFormOf(const Parts& parts);
+  explicit ComparisonCall(Parts parts);
+
+  Result run(const RunContext& context, bool isResultUsed) const override;
+
+ private:
+  static constexpr std::size_t kThen = 3;  // the place of the first branch
+
+  // None where the sides are no whole numbers.
+  std::optional<bool> holds(const RunContext& context) const;
+  Comparison comparison(const RunContext& context) const;
+
+  std::array<const CodeArgument*, 2> branches_{};
+  mutable const CMC_Object* word_ = nullptr;  // the literal that `comparison_` was read from
+  mutable Comparison comparison_ = Comparison::none;
 };
 
 // THIS^METHOD(...): the instance, in the code of a class; else who called.
@@ -85,8 +110,15 @@ class ObjectCall : public CallStatement {
 
  protected:
   Result dispatch(const RunContext& context, const ArgumentList& arguments) const override;
+  // The object that the name means now, or null.
+  CMC_Object* find(const RunContext& context) const {
+    CMC_Object* bound = object_.get();
+    return bound != nullptr ? bound : findUnbound(context);
+  }
+  const Method* rowFor(const CMC_Object& object) const;
 
  private:
+  CMC_Object* findUnbound(const RunContext& context) const;
   Result callBound(CMC_Object& object, const RunContext& context, const ArgumentList& arguments) const;
 
   CXString name_;
@@ -94,6 +126,27 @@ class ObjectCall : public CallStatement {
   bool isBare_;  // a known method of an object that was found, without arguments
   WeakRef<CMC_Object> object_;
   mutable RememberedName remembered_;  // what the name means, where it named nothing then
+};
+
+// NAME^METHOD(argument): where the argument is a number, a method that has a function for that gets it
+// without a list of arguments.
+class NumberCall : public ObjectCall {
+ public:
+  using ObjectCall::ObjectCall;
+
+  Result run(const RunContext& context, bool isResultUsed) const override;
+};
+
+// BEHAVIOUR^RUN(...): arguments that are whole numbers go to the behaviour as they are.
+class ProcedureCall : public ObjectCall {
+ public:
+  using ObjectCall::ObjectCall;
+
+  Result run(const RunContext& context, bool isResultUsed) const override;
+
+ private:
+  // False where one is something else.
+  bool readNumbers(const RunContext& context, TextList& texts) const;
 };
 
 // NA$1ME^METHOD(...)

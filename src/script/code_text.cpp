@@ -117,7 +117,7 @@ CXString fillMarks(const CXString& text, const TextList* arguments) {
     const bool isFilled = mark + 1 < text.Length() && index >= 0 && index < 9 && arguments != nullptr &&
                           index < static_cast<int>(arguments->size());
     if (!isFilled) continue;
-    const CXString& argument = (*arguments)[static_cast<std::size_t>(index)];
+    const CXString& argument = (*arguments)[static_cast<std::size_t>(index)].text();
     filled += text.slice(start, mark);
     if (filled.Length() + argument.Length() > limits::kFilledTextBytes) {
       limitHit("filled text too long");

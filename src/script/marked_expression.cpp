@@ -1,6 +1,7 @@
 #include "script/marked_expression.h"
 
-#include <algorithm>
+#include <limits>
+#include <optional>
 
 #include "script/mc_expression.h"
 
@@ -20,12 +21,26 @@ std::optional<int> wholeNumber(std::string_view text) {
   return value;
 }
 
+constexpr bool isMark(std::string_view text) {
+  return text.size() == 2 && text[0] == '$' && text[1] >= '1' && text[1] <= '9';
+}
+
+// The number of an argument. A minus sign leaves it one at the start of the whole only, where it takes the
+// number from 0.
+std::optional<int> numberOf(const ArgumentText& argument, bool isFirst) {
+  if (!argument.isWhole()) return wholeNumber(argument.text());
+  const bool isPlain =
+      argument.whole() >= 0 || (isFirst && argument.whole() != std::numeric_limits<int>::min());
+  return isPlain ? std::optional<int>(argument.whole()) : std::nullopt;
+}
+
 }  // namespace
 
 std::unique_ptr<MarkedExpression> MarkedExpression::compile(const CXString& text) {
-  if (!text.startsWith("[") || !text.endsWith("]")) return nullptr;
+  const bool isBracketed = text.startsWith("[") && text.endsWith("]");
+  if (!isBracketed && !isMark(text)) return nullptr;
   auto made = std::make_unique<MarkedExpression>();
-  std::string_view rest = text.slice(1, text.Length() - 1);
+  std::string_view rest = isBracketed ? text.slice(1, text.Length() - 1) : text.view();
   Operation operation = Operation::none;
   for (;;) {
     const std::size_t end = rest.find_first_of("+-*@%");
@@ -37,7 +52,7 @@ std::unique_ptr<MarkedExpression> MarkedExpression::compile(const CXString& text
 }
 
 bool MarkedExpression::addOperand(Operation operation, std::string_view text) {
-  if (text.size() == 2 && text[0] == '$' && text[1] >= '1' && text[1] <= '9') {
+  if (isMark(text)) {
     items_.push_back({operation, text[1] - '1', 0});
     return true;
   }
@@ -46,19 +61,21 @@ bool MarkedExpression::addOperand(Operation operation, std::string_view text) {
   return value.has_value();
 }
 
-std::optional<int> MarkedExpression::calculate(const TextList* arguments) const {
+Number MarkedExpression::calculate(const TextList* arguments) const {
   int result = 0;
   for (const Item& item : items_) {
-    std::optional<int> value = item.value;
+    const bool isFirst = &item == items_.data();
+    int value = item.value;
     if (item.mark >= 0) {
       const auto index = static_cast<std::size_t>(item.mark);
-      const bool isThere = arguments != nullptr && index < arguments->size();
-      value = isThere ? wholeNumber((*arguments)[index]) : std::nullopt;
+      if (arguments == nullptr || index >= arguments->size()) return {};
+      const std::optional<int> given = numberOf((*arguments)[index], isFirst);
+      if (!given) return {};
+      value = *given;
     }
-    if (!value) return std::nullopt;
-    result = item.operation == Operation::none ? *value : CMC_Integer::apply(result, item.operation, *value);
+    result = isFirst ? value : CMC_Integer::apply(result, item.operation, value);
   }
-  return result;
+  return Number(result);
 }
 
 }  // namespace footlight

@@ -1,11 +1,11 @@
 #pragma once
 
-// Arithmetic on the arguments of a behaviour, as [$1+$2*10]: whole numbers that need not travel through text.
-// It answers only where filling the text and compiling it would provably come to the same: the arguments are
-// digits without a sign, and no object has a name that begins like a number.
+// Arithmetic on the arguments of a behaviour, as [$1+$2*10], or one of them alone, as $1: whole numbers that
+// need not travel through text. It answers only where filling the text and compiling it would provably come
+// to the same: the arguments are whole numbers without a sign, but for the first operand, and no object has a
+// name that begins like a number.
 
 #include <memory>
-#include <optional>
 #include <vector>
 
 #include "script/mc_variable.h"
@@ -14,10 +14,10 @@ namespace footlight {
 
 class MarkedExpression {
  public:
-  // Null for a text that holds anything but marks, digits and operators.
+  // Null for a text that holds anything but marks, digits and operators, or one mark.
   static std::unique_ptr<MarkedExpression> compile(const CXString& text);
-  // Nothing for arguments that are no plain digits.
-  std::optional<int> calculate(const TextList* arguments) const;
+  // None for other arguments than those.
+  Number calculate(const TextList* arguments) const;
 
  private:
   struct Item {

@@ -55,6 +55,7 @@ CMC_Behaviour::CMC_Behaviour(const CMC_Behaviour& other)
       conditionName_(other.conditionName_),
       condition_(other.condition_),
       lines_(other.lines_),
+      hasMarks_(other.hasMarks_),
       enabled_(other.enabled_) {}
 
 CMC_Behaviour::~CMC_Behaviour() { CMC_Behaviour::unlink(); }
@@ -67,6 +68,7 @@ void CMC_Behaviour::init() {
   const Ref<CMC_Behaviour> self(this);
   CMC_Object::init();
   if (code_.startsWith("{")) code_ = code_.Mid(1, code_.Length() - 1);
+  hasMarks_ = code_text::hasMark(code_);
   lines_ = nullptr;
   if (code_.IsString()) compile(code_);
 }
@@ -90,33 +92,9 @@ void CMC_Behaviour::resolveCondition() {
                      "no condition of the name " + conditionName_.str(), origin());
 }
 
-bool CMC_Behaviour::run(CMC_Object* caller, const TextList* arguments, bool checkCondition) {
-  if (!enabled_ || !lines_ || isDisposed()) return false;
-  const DepthGuard depth;
-  if (!depth) return false;
-  const diagnose::PlaceGuard place;
-  const Ref<CMC_Behaviour> self(this);
-  const Ref<CMC_Object> keepCaller(caller);
-  const Ref<CMC_ObjectsContainer> scope(getScene());
-  if (checkCondition && condition_) {
-    const Ref<CMC_BasicCondition> condition(condition_.get());
-    if (!condition->valid(true)) return false;
-  }
-
-  const Ref<const CodeLines> program = lines_;
-  if (!program) return false;
-  const RunContext context{this, scope.get(), caller, arguments};
-  const bool areResultsUsed = !caches::isOn();
-  bool broke = false;
-  for (const auto& entry : program->entries()) {
-    if (!watchdog::mayContinue()) break;
-    const Result result = entry->run(context, areResultsUsed);
-    if (!result.stops()) continue;
-    broke = result.isBreak();
-    break;
-  }
-  if (!tempObjects_.empty()) removeTemporaries(scope.get());
-  return broke;
+bool CMC_Behaviour::doesConditionHold() const {
+  const Ref<CMC_BasicCondition> condition(condition_.get());
+  return !condition || condition->valid(true);
 }
 
 void CMC_Behaviour::addTempObject(CMC_Object* object) { tempObjects_.emplace_back(object); }
@@ -135,14 +113,15 @@ void CMC_Behaviour::removeTemporaries(CMC_ObjectsContainer* scope) {
 bool CMC_Behaviour::isAsMade() const {
   const CMC_ObjectsContainer* scope = getScene();
   return enabled_ && breakpoint_ < 0 && timerId_ == 0 && !isAnySignalBound() && getClonesNo() == 0 &&
-         scope != nullptr && scope->getOwnObject(getName()) == this;
+         scope != nullptr && isOwnedBy(*scope);
 }
 
 void CMC_Behaviour::setParams(const TextList& arguments) {
-  CXString text = code_text::fillMarks(code_, &arguments);
   // The lines end with ONDONE before they are made anew, so what was bound here is a matter too.
-  const bool isStill = isAsMade() && lines_ && lines_->text() == text && lines_->isCurrent();
-  if (caches::isOn() && isStill) return;
+  const bool mayStay = caches::isOn() && lines_ && isAsMade();
+  if (mayStay && !hasMarks_ && lines_->text() == code_ && lines_->isCurrent()) return;
+  CXString text = code_text::fillMarks(code_, &arguments);
+  if (mayStay && lines_->text() == text && lines_->isCurrent()) return;
   done(false);
   if (!isDisposed() && text.IsString()) compile(text, caches::isOn());
 }
@@ -174,7 +153,7 @@ void CMC_Behaviour::onTimer(TimerId /*id*/) {
   const std::shared_ptr<TextList> arguments = timerArguments_;
   if (!arguments) return;
   ++timerCount_;
-  arguments->front() = CXString::toString(timerCount_);
+  arguments->front() = ArgumentText(timerCount_);
   const bool broke = run(this, arguments.get(), false);
   if (isDisposed() || timerArguments_ != arguments) return;  // ended or started anew by its own code
   if (!broke && !(timerLimit_ > 0 && timerCount_ == timerLimit_)) return;
@@ -223,19 +202,17 @@ Result CMC_Behaviour::resolveParameter(CMC_ObjectsContainer* scope, CMC_Object* 
                                        CMC_Behaviour* behaviour) {
   CXString piece = text;
   piece.AllTrim();
-  if (piece.startsWith("["))
-    return Result(makeRef<CMC_Expression>(scope, code_text::withoutEnds(piece))->calculate());
+  if (piece.startsWith("[")) return makeRef<CMC_Expression>(scope, code_text::withoutEnds(piece))->evaluate();
   if (piece.startsWith("CONV")) return runLine(scope, caller, CXString("@") + piece, behaviour);
   if (piece.Find('(') >= 0 && !piece.startsWith("\"")) return runLine(scope, caller, piece, behaviour);
   if (CMC_Variable::beginsLikeNumber(piece)) return Result(CMC_Variable::resolve(piece));
   if (const int bar = piece.Find('|'); bar >= 0) {
     auto* structure = scope->find<CMC_Structure>(piece.slice(0, bar));
     if (structure != nullptr) {
-      if (CMC_Variable* field = structure->getField(piece.Right(bar + 1)))
-        return Result(Ref<CMC_Variable>(field));
+      if (CMC_Variable* field = structure->getField(piece.Right(bar + 1))) return Value(field);
     }
   }
-  if (CMC_Object* variable = scope->getVariable(piece)) return Result(Ref<CMC_Object>(variable));
+  if (CMC_Object* variable = scope->getVariable(piece)) return Value(variable);
   return Result(CMC_Variable::resolve(piece));
 }
 

@@ -22,6 +22,8 @@ class CMC_Variable;
 class CodeLines;
 
 class CMC_Behaviour : public CMC_Object, public CTimerNotificator {
+  friend class BehaviourRounds;
+
  public:
   CMC_Behaviour(CMC_ObjectsContainer* container, const CMElement* element);
   // Inline code.
@@ -89,6 +91,8 @@ class CMC_Behaviour : public CMC_Object, public CTimerNotificator {
  private:
   CMC_Behaviour(const CMC_Behaviour& other);
 
+  bool mayRun() const { return enabled_ && lines_ && !isDisposed(); }
+  bool doesConditionHold() const;
   void compile(const CXString& text, bool isWatched = false);
   void removeTemporaries(CMC_ObjectsContainer* scope);
   void endTimer();
@@ -98,6 +102,7 @@ class CMC_Behaviour : public CMC_Object, public CTimerNotificator {
   CXString conditionName_;
   WeakRef<CMC_BasicCondition> condition_;
   Ref<const CodeLines> lines_;
+  bool hasMarks_ = true;  // in the code; known from `init` on
   int timerCount_ = 0;
   int timerLimit_ = 0;
   TimerId timerId_ = 0;

@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "foundation/memory_budget.h"
+#include "script/behaviour_rounds.h"
+#include "script/lent_texts.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
@@ -18,11 +20,10 @@ CMC_Object* returned(const Call& call) { return call.findAny(kReturn); }
 
 // A text that names an object other than a plain value goes in quotes, so that it arrives in the code as a
 // literal.
-CXString argumentText(const Call& call, int index) {
+ArgumentText argumentText(const Call& call, int index) {
   const bool areNumbersNames = CMC_ObjectsContainer::areNumbersNames();
-  if (const auto* integer = object_cast<CMC_Integer>(call.object(index)); integer && !areNumbersNames) {
-    return CXString::toString(integer->getValue());
-  }
+  if (const Number number = call.number(index); number.isWhole() && !areNumbersNames)
+    return ArgumentText(number.whole());
   CXString text = call.text(index);
   if (CMC_Variable::beginsLikeNumber(text) && !areNumbersNames) return text;
   const CMC_Object* named = call.findAny(text);
@@ -32,10 +33,9 @@ CXString argumentText(const Call& call, int index) {
 
 Result runOnce(CMC_Behaviour& behaviour, Call& call, bool checkCondition) {
   if (!memory::hasRoom()) return {};  // texts go down every nested run as copies
-  TextList arguments;
-  arguments.reserve(call.arguments().size());
-  for (int i = 0; i < call.count(); ++i) arguments.push_back(argumentText(call, i));
-  if (behaviour.run(nullptr, &arguments, checkCondition)) return Result::breakRun();
+  const LentTexts arguments;
+  for (int i = 0; i < call.count(); ++i) arguments.list().push_back(argumentText(call, i));
+  if (behaviour.run(nullptr, &arguments.list(), checkCondition)) return Result::breakRun();
   if (!call.isResultUsed()) return {};
   return Result(CMC_VariableFactory::copyVariable(object_cast<CMC_Variable>(returned(call))));
 }
@@ -50,9 +50,10 @@ Result runLooped(CMC_Behaviour& behaviour, Call& call) {
   const std::int64_t step = call.has(2) ? call.integer(2) : 1;
   TextList arguments(1);
   for (int i = 2; i < call.count(); ++i) arguments.push_back(argumentText(call, i));
+  BehaviourRounds rounds(behaviour, nullptr);
   for (std::int64_t counter = start; counter < end && watchdog::mayContinue(); counter += step) {
-    arguments[0] = CXString::toString(static_cast<int>(counter));
-    if (behaviour.run(nullptr, &arguments, true)) break;
+    arguments[0] = ArgumentText(static_cast<int>(counter));
+    if (rounds.run(&arguments, true)) break;
   }
   return Result(Ref<CMC_Object>(returned(call)));
 }

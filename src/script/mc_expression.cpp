@@ -8,6 +8,7 @@
 #include "script/mc_variable_factory.h"
 #include "script/melement.h"
 #include "script/statement_compiler.h"
+#include "script/value_statement.h"
 #include "script/watchdog.h"
 
 namespace footlight {
@@ -17,13 +18,39 @@ namespace {
 constexpr std::string_view kOperators = "+-*@%";
 constexpr std::string_view kOperatorWords[] = {"ADD", "SUB", "MUL", "DIV", "MOD"};
 
+// The zero of a value's type.
+Value zeroLike(const Value& value) {
+  if (value.number().isReal()) return Number(0.0);
+  const CMC_Object* object = value.present();
+  Value zero = object != nullptr ? CMC_VariableFactory::make(object->getType()) : Ref<CMC_Variable>();
+  return zero.isNone() ? Value(Number(0)) : zero;
+}
+
+Number numberOf(const Value& value) {
+  return value.present() != nullptr ? footlight::numberOf(value.present()) : value.number();
+}
+
+// Values that are variables or numbers. None where the first has no arithmetic.
+Value combine(const Value& a, Operation operation, const Value& b) {
+  const Number left = numberOf(a);
+  const Number right = numberOf(b);
+  if (left && right) return calculate(left, operation, right);
+  auto* variable = static_cast<CMC_Variable*>(a.object());
+  return variable->calculate(static_cast<CMC_Variable*>(b.object()), operation);
+}
+
 }  // namespace
 
-Ref<CMC_Variable> asVariable(CMC_Object* object) {
-  if (object == nullptr) return nullptr;
-  if (auto* expression = object_cast<CMC_Expression>(object)) return expression->calculate();
-  if (auto* variable = object_cast<CMC_Variable>(object)) return Ref<CMC_Variable>(variable);
+Value asValue(Value value) {
+  CMC_Object* object = value.present();
+  if (object == nullptr || CMC_Variable::isValueType(object->getType())) return value;
+  if (auto* expression = object_cast<CMC_Expression>(object)) return expression->evaluate();
+  if (CMC_Variable::isTypeOf(object->getType())) return value;
   return CMC_VariableFactory::makeString(object->getName());
+}
+
+Ref<CMC_Variable> asVariable(CMC_Object* object) {
+  return Ref<CMC_Variable>(static_cast<CMC_Variable*>(asValue(Value(object)).take().get()));
 }
 
 CMC_Expression::CMC_Expression(CMC_ObjectsContainer* container, const CMElement* element)
@@ -108,35 +135,29 @@ void CMC_Expression::compile() {
   for (Item& item : items_) {
     if (item.text.IsString()) item.entry = compileStatement(holder_.get(), item.text);
   }
-  isPlain_ = !items_.empty() && std::all_of(items_.begin(), items_.end(), [](const Item& item) {
-    return item.entry && item.entry->isPlainValue();
-  });
+  plainItems_.clear();
+  for (const Item& item : items_) {
+    const bool isPlain = item.entry && item.entry->isPlainValue();
+    if (isPlain) plainItems_.push_back({item.operation, static_cast<const NameStatement*>(item.entry.get())});
+  }
+  if (plainItems_.size() != items_.size()) plainItems_.clear();
 }
 
-// Numbers are calculated without a value for each step. Null where the first operand is none, or another is
-// no value in place.
-Ref<CMC_Variable> CMC_Expression::calculatePlain() const {
+Number CMC_Expression::plainNumber() const {
+  if (plainItems_.empty() || !caches::isOn()) return {};
   const RunContext context{holder_.get(), getScene(), nullptr, nullptr};
-  int whole = 0;
-  double real = 0.0;
-  bool isWhole = true;
-  for (const Item& item : items_) {
-    CMC_Object* object = item.entry->peek(context);
-    if (object == nullptr || !CMC_Variable::isValueType(object->getType())) return nullptr;
-    auto* value = static_cast<CMC_Variable*>(object);
-    const bool isFirst = &item == &items_.front();
-    if (isFirst && value->getType() != type::kInteger && value->getType() != type::kDouble) return nullptr;
-    if (isFirst) isWhole = value->getType() == type::kInteger;
-    if (isWhole) {
-      const bool isInteger = value->getType() == type::kInteger;
-      const int operand = isInteger ? static_cast<CMC_Integer*>(value)->getValue() : value->asInteger();
-      whole = isFirst ? operand : CMC_Integer::apply(whole, item.operation, operand);
-    } else {
-      const double operand = value->asDouble();
-      real = isFirst ? operand : CMC_Double::apply(real, item.operation, operand);
+  Number result = plainItems_.front().name->number(context);
+  if (!result) return {};
+  for (const PlainItem& item : std::span(plainItems_).subspan(1)) {
+    Number operand = item.name->number(context);
+    if (!operand) {
+      auto* value = object_cast<CMC_Variable>(item.name->peek(context));
+      if (value == nullptr || !isValueType(value->getType())) return {};
+      operand = result.isWhole() ? Number(value->asInteger()) : Number(value->asDouble());
     }
+    result = footlight::calculate(result, item.operation, operand);
   }
-  return isWhole ? CMC_VariableFactory::makeInteger(whole) : CMC_VariableFactory::makeDouble(real);
+  return result;
 }
 
 void CMC_Expression::tellNames(NameUses& uses) const {
@@ -145,32 +166,38 @@ void CMC_Expression::tellNames(NameUses& uses) const {
   }
 }
 
-Ref<CMC_Variable> CMC_Expression::operand(const Item& item) {
-  if (!item.entry) return nullptr;
+// A variable stays what it is until it is used: what the next operand runs may change it.
+Value CMC_Expression::operand(const Item& item) {
+  if (!item.entry) return {};
   const RunContext context{holder_.get(), getScene(), nullptr, nullptr};
-  const Ref<CMC_Object> value = item.entry->run(context).take();
-  return asVariable(value.get());
+  return asValue(item.entry->run(context));
+}
+
+Number CMC_Expression::number() const {
+  const DepthGuard depth;
+  return depth && watchdog::mayContinue() ? plainNumber() : Number(0);
+}
+
+Value CMC_Expression::evaluate() {
+  const DepthGuard depth;
+  if (!depth || !watchdog::mayContinue()) return Number(0);
+  if (const Number plain = plainNumber()) return plain;
+  const Ref<CMC_Expression> self(this);
+  if (items_.empty()) return Number(0);
+
+  Value result = operand(items_.front());
+  for (std::size_t i = 1; i < items_.size(); ++i) {
+    Value value = operand(items_[i]);
+    // A missing operand is 0 of the type beside it.
+    if (result.isNone()) result = zeroLike(value);
+    if (value.isNone()) value = Number(0);
+    if (items_[i].operation != Operation::none) result = combine(result, items_[i].operation, value);
+  }
+  return result.isNone() ? Value(Number(0)) : result;
 }
 
 Ref<CMC_Variable> CMC_Expression::calculate() {
-  const DepthGuard depth;
-  if (!depth || !watchdog::mayContinue()) return CMC_VariableFactory::makeInteger(0);
-  if (isPlain_ && caches::isOn()) {
-    if (Ref<CMC_Variable> result = calculatePlain()) return result;
-  }
-  const Ref<CMC_Expression> self(this);
-  if (items_.empty()) return CMC_VariableFactory::makeInteger(0);
-
-  Ref<CMC_Variable> result = operand(items_.front());
-  for (std::size_t i = 1; i < items_.size(); ++i) {
-    Ref<CMC_Variable> value = operand(items_[i]);
-    // A missing operand is 0 of the type beside it.
-    if (!result) result = CMC_VariableFactory::make(value ? value->getType() : type::kInteger);
-    if (!result) result = CMC_VariableFactory::makeInteger(0);
-    if (!value) value = CMC_VariableFactory::makeInteger(0);
-    if (items_[i].operation != Operation::none) result = result->calculate(value.get(), items_[i].operation);
-  }
-  return result ? result : CMC_VariableFactory::makeInteger(0);
+  return Ref<CMC_Variable>(static_cast<CMC_Variable*>(evaluate().take().get()));
 }
 
 bool CMC_Expression::equals(CMC_Variable* other) { return calculate()->equals(other); }

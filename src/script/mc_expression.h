@@ -8,11 +8,13 @@
 #include <vector>
 
 #include "script/mc_variable.h"
+#include "script/value.h"
 
 namespace footlight {
 
 class CMC_Behaviour;
 class CMC_Behaviour_Entry;
+class NameStatement;
 class NameUses;
 
 class CMC_Expression : public CMC_Variable {
@@ -25,8 +27,13 @@ class CMC_Expression : public CMC_Variable {
   static bool isTypeOf(int type) { return type == type::kExpression; }
 
   void init() override;
-  // The value now. Null only when a run is refused at the nesting limit.
+  // The value now, never none: 0 when a run is refused at the nesting limit.
+  Value evaluate();
+  // The same as a variable.
   Ref<CMC_Variable> calculate();
+  // The same where all operands are values in place, so that nothing need run, and the first is a number;
+  // else none. Only with caches.
+  Number number() const;
   // True for an expression from a definition; one from inline text belongs to its statement.
   bool isStill() const { return still_; }
   // The names that compiling the operands asked for.
@@ -71,8 +78,8 @@ class CMC_Expression : public CMC_Variable {
 
   CMC_Expression(const CMC_Expression& other);
   void compile();
-  Ref<CMC_Variable> calculatePlain() const;
-  Ref<CMC_Variable> operand(const Item& item);
+  Number plainNumber() const;
+  Value operand(const Item& item);
 
   CXString operand1_;
   CXString operand2_;
@@ -80,11 +87,18 @@ class CMC_Expression : public CMC_Variable {
   bool still_;
   Owned<CMC_Behaviour> holder_;  // gives the operands a scope
   std::vector<Item> items_;
-  bool isPlain_ = false;  // every operand is a value: nothing runs
+  // The operands where each is a name or a literal; else empty.
+  struct PlainItem {
+    Operation operation;
+    const NameStatement* name;
+  };
+  std::vector<PlainItem> plainItems_;
 };
 
 // Any object as a value: a variable itself, the result of an expression, the name of everything else as a
 // STRING. Null for null.
 Ref<CMC_Variable> asVariable(CMC_Object* object);
+// The same, with numbers as they are.
+Value asValue(Value value);
 
 }  // namespace footlight

@@ -147,7 +147,8 @@ bool CMC_Object::bindProperty(CMC_ObjectsContainer* container, const CXString& p
     name = value.Left(open).AllTrim();
     const int close = value.Find(')');
     CXString inside = value.Mid(open + 1, close < 0 ? value.Length() : close).AllTrim();
-    arguments = std::make_shared<TextList>(inside.toVector());
+    const std::vector<CXString> pieces = inside.toVector();
+    arguments = std::make_shared<TextList>(pieces.begin(), pieces.end());
   }
   CMC_Behaviour* behaviour = container->find<CMC_Behaviour>(name);
   if (behaviour != nullptr) {

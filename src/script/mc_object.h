@@ -19,6 +19,7 @@
 #include "foundation/diagnose.h"
 #include "foundation/xobject.h"
 #include "foundation/xstring.h"
+#include "script/argument_text.h"
 #include "script/type_registry.h"
 
 namespace footlight {
@@ -30,9 +31,6 @@ class CMC_ObjectsContainer;
 class CMC_Runner;
 class CMC_Variable;
 class CMElement;
-
-// The arguments of a behaviour: they always travel as text.
-using TextList = std::vector<CXString>;
 
 // One behaviour bound to one signal.
 struct SignalBinding {
@@ -180,6 +178,10 @@ class CMC_Object : public CXObject {
     if (index >= 0 && index < 32) signalFlags_ |= 1U << index;
   }
   bool hasBindings() const { return bindings_ != nullptr; }
+  // What `getScene` gives, at once.
+  CMC_ObjectsContainer* scene() const;
+  // Whether the container has the object under its name.
+  bool isOwnedBy(const CMC_ObjectsContainer& container) const { return owner_ == &container; }
   // Whether any signal of the type was ever bound.
   bool isAnySignalBound() const { return signalFlags_ != 0; }
 

@@ -139,4 +139,6 @@ class CMC_ObjectsContainer : public CMC_Object {
   int ownNumberNames_ = 0;
 };
 
+inline CMC_ObjectsContainer* CMC_Object::scene() const { return scene_.get(); }
+
 }  // namespace footlight

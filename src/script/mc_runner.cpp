@@ -17,12 +17,20 @@ Ref<CMC_Variable> Call::variable(int index) const {
   return Ref<CMC_Variable>(object_cast<CMC_Variable>(passed));
 }
 
+Number Call::number(int index) const {
+  if (index < 0 || !has(index)) return {};
+  const Value& passed = arguments_[static_cast<std::size_t>(index)];
+  return passed.present() != nullptr ? numberOf(passed.present()) : passed.number();
+}
+
 int Call::integer(int index) const {
+  if (const Number passed = number(index)) return asInteger(passed);
   const Ref<CMC_Variable> value = variable(index);
   return value ? value->asInteger() : 0;
 }
 
 double Call::real(int index) const {
+  if (const Number passed = number(index)) return asDouble(passed);
   const Ref<CMC_Variable> value = variable(index);
   return value ? value->asDouble() : 0.0;
 }

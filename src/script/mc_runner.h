@@ -17,43 +17,36 @@
 #include "foundation/xobject.h"
 #include "script/mc_object.h"
 #include "script/mc_objects_container.h"
+#include "script/value.h"
 
 namespace footlight {
 
 class CMC_Variable;
 
-// What a call came to: nothing, an object (as a rule a variable), or the wish to stop the run that it stands
-// in.
-class Result {
+// What a call came to: nothing, a value, or the wish to stop the run that it stands in.
+class Result : public Value {
  public:
-  enum class Kind : std::uint8_t { none, value, breakRun, oneBreak, continueRun };
+  using Value::Value;
+  Result(Value value) : Value(std::move(value)) {}
+  static Result breakRun() { return Result(Stop::breakRun); }
+  static Result oneBreak() { return Result(Stop::oneBreak); }
+  static Result continueRun() { return Result(Stop::continueRun); }
 
-  Result() = default;
-  template <class T>
-  Result(Ref<T> value) : kind_(value ? Kind::value : Kind::none), value_(std::move(value)) {}
-  static Result breakRun() { return Result(Kind::breakRun); }
-  static Result oneBreak() { return Result(Kind::oneBreak); }
-  static Result continueRun() { return Result(Kind::continueRun); }
-
-  bool stops() const { return kind_ >= Kind::breakRun; }
-  bool isBreak() const { return kind_ == Kind::breakRun; }
-  Kind kind() const { return kind_; }
-  // The value; null for none and for the three stops.
-  const Ref<CMC_Object>& value() const { return value_; }
-  Ref<CMC_Object> take() { return std::move(value_); }
+  bool stops() const { return stop_ != Stop::none; }
+  bool isBreak() const { return stop_ == Stop::breakRun; }
 
  private:
-  explicit Result(Kind kind) : kind_(kind) {}
+  enum class Stop : std::uint8_t { none, breakRun, oneBreak, continueRun };
+  explicit Result(Stop stop) : stop_(stop) {}
 
-  Kind kind_ = Kind::none;
-  Ref<CMC_Object> value_;
+  Stop stop_ = Stop::none;
 };
 
 // The arguments of a call, and whether anybody looks at what it gives.
-class ArgumentList : public std::span<const Ref<CMC_Object>> {
+class ArgumentList : public std::span<const Value> {
  public:
   using span::span;
-  ArgumentList(std::span<const Ref<CMC_Object>> arguments, bool isResultUsed = true)
+  ArgumentList(std::span<const Value> arguments, bool isResultUsed = true)
       : span(arguments), isResultUsed_(isResultUsed) {}
   bool isResultUsed() const { return isResultUsed_; }
 
@@ -83,9 +76,11 @@ class Call {
   std::string_view textView(int index, CXString* storage) const;
   // The argument as a value: a variable itself, the result of an expression, else null.
   Ref<CMC_Variable> variable(int index) const;
+  // The argument as a number; none for every other value. An expression is no number either.
+  Number number(int index) const;
   // The argument as it was passed.
   CMC_Object* object(int index) const {
-    return index >= 0 && has(index) ? arguments_[static_cast<std::size_t>(index)].get() : nullptr;
+    return index >= 0 && has(index) ? arguments_[static_cast<std::size_t>(index)].object() : nullptr;
   }
   // All arguments from `first` on as text.
   TextList textsFrom(int first) const;
@@ -133,6 +128,19 @@ struct BoundMethod<F> {
 };
 template <auto F>
 inline constexpr MethodFunction method = &BoundMethod<F>::run;
+
+// The same for `bool f(T&, Number, Value*)`.
+template <auto F>
+struct BoundNumberMethod;
+template <class T, bool (*F)(T&, Number, Value*)>
+struct BoundNumberMethod<F> {
+  static bool run(CMC_Object& object, Number argument, Value* result) {
+    T* typed = object_cast<T>(&object);
+    return typed != nullptr && F(*typed, argument, result);
+  }
+};
+template <auto F>
+inline constexpr NumberFunction numberMethod = &BoundNumberMethod<F>::run;
 
 class CMC_Runner : public CXObject {
  public:

@@ -11,6 +11,7 @@
 
 #include "foundation/arithmetic.h"
 #include "script/mc_object.h"
+#include "script/number.h"
 
 namespace footlight {
 
@@ -292,5 +293,27 @@ class CMC_Double : public CMC_ValueVariable<double> {
  protected:
   double read(CMC_Variable* other) const override { return other->asDouble(); }
 };
+
+// Numbers by the rules of variables
+
+// The value of an INTEGER or a DOUBLE; none for every other object and for null.
+inline Number numberOf(const CMC_Object* object) {
+  const int type = object != nullptr ? object->getType() : type::kExpression;
+  if (type == type::kInteger) return Number(static_cast<const CMC_Integer*>(object)->getValue());
+  if (type == type::kDouble) return Number(static_cast<const CMC_Double*>(object)->getValue());
+  return {};
+}
+
+// A number read as another one; none is 0.
+inline int asInteger(Number number) {
+  return number.isReal() ? CMC_Variable::round(number.real()) : number.isWhole() ? number.whole() : 0;
+}
+inline double asDouble(Number number) { return number.isReal() ? number.real() : asInteger(number); }
+
+// The kind of the first decides that of the outcome.
+inline Number calculate(Number a, Operation operation, Number b) {
+  return a.isWhole() ? Number(CMC_Integer::apply(a.whole(), operation, asInteger(b)))
+                     : Number(CMC_Double::apply(a.real(), operation, asDouble(b)));
+}
 
 }  // namespace footlight

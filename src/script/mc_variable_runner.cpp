@@ -64,7 +64,26 @@ void replaceText(CMC_String& object, CXString text) {
 
 // Arithmetic of all types
 
+// Calculates with the value of an INTEGER or a DOUBLE and stores the outcome; none stores the number itself.
+// False for an object of another type. Nobody is given the result.
+template <Operation O>
+bool applyNumber(CMC_Variable& object, Number number, Value* result) {
+  if (result != nullptr) return false;
+  if (auto* integer = object_cast<CMC_Integer>(&object)) {
+    const int operand = asInteger(number);
+    integer->change(O == Operation::none ? operand : CMC_Integer::apply(integer->getValue(), O, operand));
+    return true;
+  }
+  auto* real = object_cast<CMC_Double>(&object);
+  if (real == nullptr) return false;
+  const double operand = asDouble(number);
+  real->change(O == Operation::none ? operand : CMC_Double::apply(real->getValue(), O, operand));
+  return true;
+}
+
 Result set(CMC_Variable& object, Call& call) {
+  const Number number = call.number(0);
+  if (number && applyNumber<Operation::none>(object, number, nullptr)) return {};
   if (const Ref<CMC_Variable> value = asVariable(call.object(0))) object.set(value.get());
   return {};
 }
@@ -91,14 +110,17 @@ Result dec(CMC_Variable& object, Call& /*call*/) {
   return {};
 }
 
-void operate(CMC_Variable& object, Call& call, Operation operation) {
+template <Operation O>
+void operate(CMC_Variable& object, Call& call) {
+  const Number number = call.number(0);
+  if (number && applyNumber<O>(object, number, nullptr)) return;
   const Ref<CMC_Variable> operand = asVariable(call.object(0));
   if (!operand) return;
   if (auto* integer = object_cast<CMC_Integer>(&object)) {
-    integer->change(CMC_Integer::apply(integer->getValue(), operation, operand->asInteger()));
+    integer->change(CMC_Integer::apply(integer->getValue(), O, operand->asInteger()));
     return;
   }
-  const Ref<CMC_Variable> value = object.calculate(operand.get(), operation);
+  const Ref<CMC_Variable> value = object.calculate(operand.get(), O);
   object.set(value.get());
 }
 
@@ -116,12 +138,12 @@ bool appendText(CMC_Variable& object, const Call& call) {
 }
 
 Result add(CMC_Variable& object, Call& call) {
-  if (!appendText(object, call)) operate(object, call, Operation::add);
+  if (!appendText(object, call)) operate<Operation::add>(object, call);
   return call.isResultUsed() ? Result(Factory::copyVariable(&object)) : Result();
 }
 
 Result mul(CMC_Variable& object, Call& call) {
-  operate(object, call, Operation::multiply);
+  operate<Operation::multiply>(object, call);
   return {};
 }
 
@@ -138,7 +160,7 @@ Result setDefault(CMC_Variable& object, Call& call) {
 Result sub(CMC_Variable& object, Call& call) {
   auto* text = object_cast<CMC_String>(&object);
   if (text == nullptr) {
-    operate(object, call, Operation::subtract);
+    operate<Operation::subtract>(object, call);
     return {};
   }
   // Arguments may change the text: they come first, here and below.
@@ -152,12 +174,12 @@ Result sub(CMC_Variable& object, Call& call) {
 }
 
 Result div(CMC_Variable& object, Call& call) {
-  operate(object, call, Operation::divide);
+  operate<Operation::divide>(object, call);
   return {};
 }
 
 Result mod(CMC_Variable& object, Call& call) {
-  operate(object, call, Operation::modulo);
+  operate<Operation::modulo>(object, call);
   return {};
 }
 
@@ -206,7 +228,7 @@ Result clamp(CMC_Variable& object, Call& call) {
 
 Result length(CMC_Variable& object, Call& call) {
   if (const auto* text = object_cast<CMC_String>(&object)) {
-    return Result(Factory::makeInteger(text->getValue().Length()));
+    return Number(text->getValue().Length());
   }
   if (!isNumeric(object) || !call.has(1)) return notForType();
   const double x = call.real(0);
@@ -295,7 +317,7 @@ Result upper(CMC_String& object, Call& /*call*/) {
 Result find(CMC_String& object, Call& call) {
   const int start = call.integer(1);
   CXString storage;
-  return Result(Factory::makeInteger(object.getValue().FindSubString(call.textView(0, &storage), start)));
+  return Number(object.getValue().FindSubString(call.textView(0, &storage), start));
 }
 
 Result cut(CMC_String& object, Call& call) {
@@ -363,20 +385,24 @@ Result copyFile(CMC_Variable& object, Call& call) {
 }
 
 constexpr Method kMethods[] = {
-    {1, "SET", "value:value", method<set>, "Takes the value."},
+    {1, "SET", "value:value", method<set>, "Takes the value.", numberMethod<applyNumber<Operation::none>>},
     {2, "SWITCH", "first:value, second:value", method<switchValues>,
      "Takes the second value if it has the first, else the first."},
     {3, "CLEAR", "", method<clear>, "Becomes 0, FALSE or an empty text."},
     {4, "INC", "", method<inc>, "Adds 1."},
     {5, "DEC", "", method<dec>, "Takes 1 away."},
-    {6, "ADD", "value:value -> value", method<add>, "Adds a number, or appends to a text."},
-    {7, "MUL", "value:value", method<mul>, "Multiplies."},
+    {6, "ADD", "value:value -> value", method<add>, "Adds a number, or appends to a text.",
+     numberMethod<applyNumber<Operation::add>>},
+    {7, "MUL", "value:value", method<mul>, "Multiplies.", numberMethod<applyNumber<Operation::multiply>>},
     {8, "RESETINI", "", method<resetIni>, "Takes its default again and writes that to the INI file."},
     {9, "SETDEFAULT", "value:value", method<setDefault>, "Sets what RESETINI gives back."},
     {10, "SUB", "value:value, [count:int]", method<sub>,
-     "Subtracts; of a STRING removes that many characters at an index."},
-    {11, "DIV", "value:value", method<div>, "Divides; by 0 gives 0."},
-    {12, "MOD", "value:value", method<mod>, "Becomes the remainder of the division."},
+     "Subtracts; of a STRING removes that many characters at an index.",
+     numberMethod<applyNumber<Operation::subtract>>},
+    {11, "DIV", "value:value", method<div>, "Divides; by 0 gives 0.",
+     numberMethod<applyNumber<Operation::divide>>},
+    {12, "MOD", "value:value", method<mod>, "Becomes the remainder of the division.",
+     numberMethod<applyNumber<Operation::modulo>>},
     {13, "ABS", "value:int -> int", method<abs>, "Becomes the value without its sign."},
     {14, "AND", "bits:int -> int", method<bitAnd>, "Keeps the bits that both have."},
     {15, "OR", "bits:int -> int", method<bitOr>, "Adds the bits."},

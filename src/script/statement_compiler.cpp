@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "foundation/limits.h"
+#include "script/caches.h"
 #include "script/call_statement.h"
 #include "script/code_text.h"
 #include "script/mc_structure.h"
@@ -39,6 +40,14 @@ CMC_Object* unlessTemporary(CMC_Object* found) {
   return found != nullptr && found->isTemporary() ? nullptr : found;
 }
 
+// Whether an argument needs nothing of the run.
+bool isConstant(const CallArgument& argument) {
+  if (const auto* code = std::get_if<CodeArgument>(&argument)) return !code->hasMarks;
+  return std::holds_alternative<FixedArgument>(argument) ||
+         std::holds_alternative<ExpressionArgument>(argument) ||
+         std::holds_alternative<ReferenceArgument>(argument);
+}
+
 class StatementCompiler {
  public:
   StatementCompiler(CMC_Behaviour* behaviour, CXString line)
@@ -53,6 +62,7 @@ class StatementCompiler {
  private:
   Statement compileValue();
   Statement compileExpression();
+  Statement compileBuiltIn();
   Statement compileIndirect();
   Statement compileObjectCall();
   CallStatement::Parts compileCall();
@@ -72,7 +82,7 @@ class StatementCompiler {
 Statement StatementCompiler::compile() {
   switch (shape_.kind) {
     case Shape::Kind::builtIn:
-      return std::make_unique<BuiltInCall>(compileCall());
+      return compileBuiltIn();
     case Shape::Kind::indirect:
       return compileIndirect();
     case Shape::Kind::caller:
@@ -114,12 +124,16 @@ CallStatement::Parts StatementCompiler::compileCall() {
   }
   parts.method = CXString(shape_.method);
   parts.arguments = compileArguments();
-  parts.isConstant = std::none_of(parts.arguments.begin(), parts.arguments.end(), [](const auto& argument) {
-    const auto* code = std::get_if<CodeArgument>(&argument);
-    return std::holds_alternative<StatementArgument>(argument) ||
-           std::holds_alternative<MarkedArgument>(argument) || (code != nullptr && code->hasMarks);
-  });
+  parts.isConstant = std::all_of(parts.arguments.begin(), parts.arguments.end(), isConstant);
   return parts;
+}
+
+// Without caches all calls take the same way.
+Statement StatementCompiler::compileBuiltIn() {
+  CallStatement::Parts parts = compileCall();
+  if (caches::isOn() && ComparisonCall::isFormOf(parts))
+    return std::make_unique<ComparisonCall>(std::move(parts));
+  return std::make_unique<BuiltInCall>(std::move(parts));
 }
 
 Statement StatementCompiler::compileIndirect() {
@@ -137,7 +151,13 @@ Statement StatementCompiler::compileObjectCall() {
   const CXString name = shape_.object;
   if (hasMark(name)) return std::make_unique<DynamicCall>(compileCall(), name);
   const WeakRef<CMC_Object> bound = unlessTemporary(CMC_Structure::findNamed(scene_, name));
-  return std::make_unique<ObjectCall>(compileCall(), name, bound.get());
+  CallStatement::Parts parts = compileCall();
+  const bool isProcedure =
+      caches::isOn() && parts.method == "RUN" && bound && bound->getType() == type::kBehaviour;
+  if (isProcedure) return std::make_unique<ProcedureCall>(std::move(parts), name, bound.get());
+  if (caches::isOn() && parts.arguments.size() == 1 && !hasMark(parts.method))
+    return std::make_unique<NumberCall>(std::move(parts), name, bound.get());
+  return std::make_unique<ObjectCall>(std::move(parts), name, bound.get());
 }
 
 // Arguments
@@ -163,16 +183,17 @@ std::vector<CallArgument> StatementCompiler::compileArguments() {
 CallArgument StatementCompiler::compileArgument(std::string_view piece) {
   const bool isMarked = hasMark(piece);
   if (piece.starts_with('[') && !isMarked && !CompileDepth::isTooDeep())
-    return FixedArgument{makeRef<CMC_Expression>(scene_, withoutEnds(piece))};
+    return ExpressionArgument{makeRef<CMC_Expression>(scene_, withoutEnds(piece))};
   const bool mayBeCode = piece.starts_with('@') || isMarked || piece.find('^') != std::string_view::npos;
   if (mayBeCode && code_text::isInlineCode(piece) && scene_ != nullptr) {
     const Ref<CMC_Behaviour> made = CMC_InlineCode::makeBehaviour(scene_, "temp_", piece, origin());
-    return CodeArgument{makeRef<CMC_InlineCode>(made.get(), "temp"), isMarked};
+    return CodeArgument{makeRef<CMC_InlineCode>(made.get(), "temp"), made.get(), isMarked};
   }
   if (!mayBeCode && piece.starts_with('&')) return compileReference(piece.substr(1));
   Statement statement = compileStatement(behaviour_, piece);
   if (isMarked) return MarkedArgument{std::move(statement), nullptr, nullptr};
-  return StatementArgument{std::move(statement)};
+  if (!statement->isPlainValue()) return StatementArgument{std::move(statement)};
+  return NameArgument{std::unique_ptr<NameStatement>(static_cast<NameStatement*>(statement.release()))};
 }
 
 CallArgument StatementCompiler::compileReference(std::string_view name) {

@@ -14,7 +14,9 @@ namespace footlight {
 
 class Call;
 class CMC_Object;
+class Number;
 class Result;
+class Value;
 
 // Signals
 
@@ -163,6 +165,9 @@ inline constexpr std::string_view kArgumentKinds[] = {
 };
 
 using MethodFunction = Result (*)(CMC_Object& object, Call& call);
+// The same for one number in place of all arguments, for an object that nobody need pin. False, with nothing
+// done, where the usual function must be called. `result` is null where nobody looks at it.
+using NumberFunction = bool (*)(CMC_Object& object, Number argument, Value* result);
 
 // One row of a type's methods. How many arguments it takes follows from its signature.
 struct Method {
@@ -173,16 +178,18 @@ struct Method {
   const char* signature;
   MethodFunction function;
   const char* meaning;
+  NumberFunction numberFunction;  // null where there is none
   std::uint8_t least = 0;
   std::uint8_t most = 0;
 
   consteval Method(int itsNumber, const char* itsName, const char* itsSignature, MethodFunction itsFunction,
-                   const char* itsMeaning)
+                   const char* itsMeaning, NumberFunction itsNumberFunction = nullptr)
       : number(itsNumber),
         name(itsName),
         signature(itsSignature),
         function(itsFunction),
-        meaning(itsMeaning) {
+        meaning(itsMeaning),
+        numberFunction(itsNumberFunction) {
     SignatureReader reader(signature);
     if (!reader.result().empty()) checkKind(reader.result());
     Argument argument;

@@ -15,8 +15,7 @@ NameStatement::NameStatement(CXString line, Origin origin, CMC_Object* bound)
       isField_(name_.Find('|') >= 0),
       object_(bound) {}
 
-CMC_Object* NameStatement::peek(const RunContext& context) const {
-  if (CMC_Object* bound = object_.get()) return bound;
+CMC_Object* NameStatement::find(const RunContext& context) const {
   if (!caches::isOn()) return nullptr;
   const bool isRemembered = context.scene != nullptr && !isField_;
   CMC_Object* found =
@@ -31,10 +30,10 @@ CMC_Object* NameStatement::peek(const RunContext& context) const {
 }
 
 Result NameStatement::run(const RunContext& context, bool /*isResultUsed*/) const {
-  if (CMC_Object* present = peek(context)) return Result(Ref<CMC_Object>(present));
+  if (CMC_Object* present = peek(context)) return Value(present);
   CMC_Object* found = CMC_Structure::findNamed(context.scene, name_);
   const bool isValue = found != nullptr && CMC_Variable::isValueType(found->getType());
-  return isValue ? Result(Ref<CMC_Object>(found)) : Result(CMC_Variable::resolve(getLine()));
+  return isValue ? Value(found) : Value(CMC_Variable::resolve(getLine()));
 }
 
 void NameStatement::tellNames(NameUses& uses) const { uses.add(getLine()); }
@@ -44,9 +43,9 @@ void NameStatement::tellNames(NameUses& uses) const { uses.add(getLine()); }
 Result MarkedStatement::run(const RunContext& context, bool /*isResultUsed*/) const {
   const CXString text = code_text::fillMarks(text_, context.arguments);
   if (text_.startsWith("["))
-    return Result(makeRef<CMC_Expression>(context.scene, code_text::withoutEnds(text))->calculate());
+    return makeRef<CMC_Expression>(context.scene, code_text::withoutEnds(text))->evaluate();
   CMC_Object* variable = context.scene != nullptr ? context.scene->getVariable(text) : nullptr;
-  return variable != nullptr ? Result(Ref<CMC_Object>(variable)) : Result(CMC_Variable::resolve(text));
+  return variable != nullptr ? Value(variable) : Value(CMC_Variable::resolve(text));
 }
 
 void MarkedStatement::tellNames(NameUses& uses) const { uses.add(getLine()); }

@@ -9,18 +9,28 @@
 namespace footlight {
 
 // A name, or a literal where the text names nothing.
-class NameStatement : public CMC_Behaviour_Entry {
+class NameStatement final : public CMC_Behaviour_Entry {
  public:
   // `bound` is what the text named at compile time, or null.
   NameStatement(CXString line, Origin origin, CMC_Object* bound);
 
   Result run(const RunContext& context, bool isResultUsed) const override;
-  CMC_Object* peek(const RunContext& context) const override;
+  CMC_Object* peek(const RunContext& context) const override {
+    CMC_Object* bound = object_.get();
+    return bound != nullptr ? bound : find(context);
+  }
   bool isPlainValue() const override { return true; }
   bool mayDoSomething() const override { return getLine().IsEmpty(); }
   void tellNames(NameUses& uses) const override;
+  // The value, where it is a number.
+  Number number(const RunContext& context) const { return numberOf(peek(context)); }
+  // The same object as `peek` gives, where it is the literal of this statement: its value never changes.
+  const CMC_Object* literal() const { return literal_.get(); }
 
  private:
+  // What is not bound: a variable that came since, or the literal; null without caches.
+  CMC_Object* find(const RunContext& context) const;
+
   CXString name_;
   bool isField_;  // of a structure
   WeakRef<CMC_Object> object_;

@@ -19,13 +19,6 @@ namespace {
 constexpr double kThousand = 1000.0;  // files hold whole thousandths of a DOUBLE
 constexpr double kThousandth = 0.001;
 
-Owned<CMC_Variable> copyOf(CMC_Variable& value) {
-  const bool isValue = CMC_Variable::isValueType(value.getType());
-  auto copy = CMC_VariableFactory::makeNamed(isValue ? value.getType() : type::kString, value.getName());
-  copy->set(&value);
-  return Owned<CMC_Variable>(copy.release());
-}
-
 void putInt(std::string* bytes, std::int32_t value) {
   const auto bits = static_cast<std::uint32_t>(value);
   for (int shift = 0; shift < 32; shift += 8) *bytes += static_cast<char>(bits >> shift & 0xFFU);
@@ -66,6 +59,33 @@ Ref<CMC_Variable> readValue(ByteReader& reader) {
   }
 }
 
+// Whether an element equals a value, by the rules of the element's type; none equals null.
+class EqualTo {
+ public:
+  explicit EqualTo(CMC_Variable* value) : value_(value), whole_(value != nullptr ? value->asInteger() : 0) {}
+  bool operator()(const ArrayValue& item) const {
+    if (value_ != nullptr && item.number().isWhole()) return item.number().whole() == whole_;
+    return value_ != nullptr && item.variable()->equals(value_);
+  }
+
+ private:
+  CMC_Variable* value_;
+  int whole_;
+};
+
+// Turns a list round, but for the order of neighbours that compare equal.
+void reverseKeepingTies(std::vector<CMC_Variable*>& values) {
+  std::reverse(values.begin(), values.end());
+  for (auto run = values.begin(); run != values.end();) {
+    const auto end = std::adjacent_find(run, values.end(), [](CMC_Variable* later, CMC_Variable* earlier) {
+      return earlier->compare(later) != 0;
+    });
+    const auto next = end == values.end() ? end : end + 1;
+    std::reverse(run, next);
+    run = next;
+  }
+}
+
 }  // namespace
 
 CMC_Array::CMC_Array(CMC_ObjectsContainer* container, const CMElement* element)
@@ -76,7 +96,8 @@ CMC_Array::CMC_Array(CMC_ObjectsContainer* container, const CMElement* element)
 
 CMC_Array::CMC_Array(const CMC_Array& other)
     : CMC_Object(other), marker_(other.marker_), sendOnChange_(other.sendOnChange_) {
-  for (const auto& item : other.items_) items_.push_back(copyOf(*item));
+  items_.reserve(other.items_.size());
+  for (const ArrayValue& item : other.items_) items_.emplace_back(*item.variable());
 }
 
 std::unique_ptr<CMC_Object> CMC_Array::copy() const {
@@ -87,8 +108,8 @@ CWindow* CMC_Array::window() const { return getScene() != nullptr ? getScene()->
 
 // The list
 
-CMC_Variable* CMC_Array::at(int index) const {
-  return index >= 0 && index < size() ? items_[static_cast<std::size_t>(index)].get() : nullptr;
+Ref<CMC_Variable> CMC_Array::at(int index) const {
+  return isIn(index) ? items_[place(index)].variable() : Ref<CMC_Variable>();
 }
 
 bool CMC_Array::hasRoom(std::int64_t count) const {
@@ -99,71 +120,105 @@ bool CMC_Array::hasRoom(std::int64_t count) const {
 
 bool CMC_Array::add(CMC_Variable* value) { return insertAt(size(), value); }
 
-bool CMC_Array::insertAt(int index, CMC_Variable* value) {
-  if (value == nullptr || index < 0 || index > size() || !hasRoom(1)) return false;
-  items_.insert(items_.begin() + index, copyOf(*value));
+bool CMC_Array::insert(int index, ArrayValue value) {
+  if (index < 0 || index > size() || !hasRoom(1)) return false;
+  items_.insert(items_.begin() + index, std::move(value));
   return true;
+}
+
+bool CMC_Array::insertAt(int index, CMC_Variable* value) {
+  return value != nullptr && insert(index, ArrayValue(*value));
 }
 
 bool CMC_Array::changeAt(int index, CMC_Variable* value) {
-  if (at(index) == nullptr || value == nullptr) return false;
-  items_[static_cast<std::size_t>(index)] = copyOf(*value);
+  if (!isIn(index) || value == nullptr) return false;
+  items_[place(index)] = ArrayValue(*value);
   return true;
 }
 
+bool CMC_Array::operate(int index, CMC_Variable* operand, Operation operation) {
+  if (!isIn(index) || operand == nullptr) return false;
+  ArrayValue& item = items_[place(index)];
+  const Number left = item.number();
+  const Number right = numberOf(operand);
+  if (left && right) {
+    item = calculate(left, operation, right);
+  } else {
+    item = ArrayValue(*item.variable()->calculate(operand, operation));
+  }
+  return true;
+}
+
+void CMC_Array::clearAt(int index) {
+  if (isIn(index)) items_[place(index)] = ArrayValue(*CMC_VariableFactory::make(items_[place(index)].type()));
+}
+
 void CMC_Array::removeAt(int index) {
-  if (at(index) != nullptr) items_.erase(items_.begin() + index);
+  if (isIn(index)) items_.erase(items_.begin() + index);
 }
 
 bool CMC_Array::swap(int a, int b) {
-  if (at(a) == nullptr || at(b) == nullptr) return false;
-  std::swap(items_[static_cast<std::size_t>(a)], items_[static_cast<std::size_t>(b)]);
+  if (!isIn(a) || !isIn(b)) return false;
+  std::swap(items_[place(a)], items_[place(b)]);
   return true;
 }
 
 int CMC_Array::find(CMC_Variable* value) const {
-  const auto found =
-      std::find_if(items_.begin(), items_.end(), [value](const auto& item) { return item->equals(value); });
+  const auto found = std::find_if(items_.begin(), items_.end(), EqualTo(value));
   return found == items_.end() ? -1 : static_cast<int>(found - items_.begin());
 }
 
 int CMC_Array::reverseFind(CMC_Variable* value) const {
-  const auto found =
-      std::find_if(items_.rbegin(), items_.rend(), [value](const auto& item) { return item->equals(value); });
+  const auto found = std::find_if(items_.rbegin(), items_.rend(), EqualTo(value));
   return static_cast<int>(items_.rend() - found) - 1;
 }
 
+// Lists of one type have an order, and equal INTEGERs are the same.
 void CMC_Array::sort(bool ascending) {
-  if (!hasCommonOrder()) return sortMixed(ascending);
-  std::stable_sort(items_.begin(), items_.end(), [ascending](const auto& a, const auto& b) {
-    return ascending ? b->compare(a.get()) > 0 : a->compare(b.get()) > 0;
+  const int type = items_.empty() ? type::kInteger : items_.front().type();
+  if (!hasCommonOrder()) {
+    sortMixed(ascending);
+  } else if (type == type::kInteger) {
+    std::vector<int> numbers;
+    numbers.reserve(items_.size());
+    for (const ArrayValue& item : items_) numbers.push_back(item.number().whole());
+    std::sort(numbers.begin(), numbers.end());
+    if (!ascending) std::reverse(numbers.begin(), numbers.end());
+    std::transform(numbers.begin(), numbers.end(), items_.begin(), [](int n) { return Number(n); });
+  } else if (type == type::kString) {
+    sortBy(ascending, [](const ArrayValue& item) { return item.text()->view(); });
+  } else {
+    sortBy(ascending, [](const ArrayValue& item) { return item.variable()->asDouble(); });
+  }
+}
+
+template <class Key>
+void CMC_Array::sortBy(bool ascending, Key key) {
+  std::stable_sort(items_.begin(), items_.end(), [&](const ArrayValue& a, const ArrayValue& b) {
+    return ascending ? key(a) < key(b) : key(b) < key(a);
   });
 }
 
 bool CMC_Array::hasCommonOrder() const {
-  return std::all_of(items_.begin(), items_.end(), [this](const auto& item) {
-    return item->getType() == items_.front()->getType() &&
-           !(item->getType() == type::kDouble && std::isnan(item->asDouble()));
+  return std::all_of(items_.begin(), items_.end(), [this](const ArrayValue& item) {
+    return item.type() == items_.front().type() &&
+           !(item.number().isReal() && std::isnan(item.number().real()));
   });
 }
 
 void CMC_Array::sortMixed(bool ascending) {
-  std::vector<CMC_Variable*> values;
-  for (const auto& item : items_) values.push_back(item.get());
-  std::vector<Owned<CMC_Variable>> sorted;
-  for (const int place : insertionOrder(values))
-    sorted.push_back(std::move(items_[static_cast<std::size_t>(place)]));
-  items_ = std::move(sorted);
-  if (ascending) return;
-  std::reverse(items_.begin(), items_.end());
-  for (auto run = items_.begin(); run != items_.end();) {
-    const auto end = std::adjacent_find(run, items_.end(), [](const auto& later, const auto& earlier) {
-      return earlier->compare(later.get()) != 0;
-    });
-    const auto next = end == items_.end() ? end : end + 1;
-    std::reverse(run, next);
-    run = next;
+  std::vector<std::unique_ptr<CMC_Variable>> variables;
+  std::vector<CMC_Variable*> order;
+  for (const ArrayValue& item : items_) {
+    variables.push_back(CMC_VariableFactory::makeNamed(item.type(), CXString()));
+    variables.back()->set(item.variable().get());
+    order.push_back(variables.back().get());
   }
+  std::vector<CMC_Variable*> sorted;
+  for (const int at : insertionOrder(order)) sorted.push_back(order[place(at)]);
+  if (!ascending) reverseKeepingTies(sorted);
+  items_.clear();
+  for (CMC_Variable* variable : sorted) items_.emplace_back(*variable);
 }
 
 void CMC_Array::rotateLeft() {
@@ -178,11 +233,11 @@ void CMC_Array::rotateRight() {
 
 void CMC_Array::setMarker(int marker) { marker_ = std::max(-1, std::min(marker, size() - 1)); }
 
-CMC_Variable* CMC_Array::step(std::int64_t by) {
-  if (items_.empty()) return nullptr;
+Value CMC_Array::step(std::int64_t by) {
+  if (items_.empty()) return {};
   const std::int64_t place = (marker_ + by) % size();
   marker_ = static_cast<int>(place < 0 ? place + size() : place);
-  return at(marker_);
+  return get(marker_);
 }
 
 // Signals
@@ -222,8 +277,8 @@ void CMC_Array::load(const CXString& name) {
 void CMC_Array::save(const CXString& name) const {
   std::string bytes;
   putInt(&bytes, size());
-  for (const auto& item : items_) {
-    putValue(&bytes, *item);
+  for (const ArrayValue& item : items_) {
+    putValue(&bytes, *item.variable());
     if (static_cast<std::int64_t>(bytes.size()) > limits::kTextFileBytes)
       return limitHit("array file too long");
   }
@@ -233,9 +288,9 @@ void CMC_Array::save(const CXString& name) const {
 
 CXString CMC_Array::toString() const {
   std::string text;
-  for (const auto& item : items_) {
-    if (item != items_.front()) text += ',';
-    text += item->toString().view();
+  for (const ArrayValue& item : items_) {
+    if (&item != &items_.front()) text += ',';
+    text += item.variable()->toString().view();
     if (static_cast<std::int64_t>(text.size()) > limits::kStringBytes) {
       limitHit("string too long");
       return {};

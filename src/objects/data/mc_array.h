@@ -8,7 +8,7 @@
 
 #include <vector>
 
-#include "script/mc_variable.h"
+#include "objects/data/array_value.h"
 
 namespace footlight {
 
@@ -26,16 +26,25 @@ class CMC_Array : public CMC_Object, public CMC_ValueList {
   static bool isTypeOf(int type) { return type == type::kArray; }
 
   int size() const { return static_cast<int>(items_.size()); }
-  // Null outside of the list.
-  CMC_Variable* at(int index) const;
+  bool isIn(int index) const { return index >= 0 && index < size(); }
+  // The value of an element; none outside of the list.
+  Value get(int index) const { return isIn(index) ? items_[place(index)].get() : Value(); }
+  // The same as a pooled variable; null outside of the list.
+  Ref<CMC_Variable> at(int index) const;
+  const std::vector<ArrayValue>& items() const { return items_; }
   // True when that many more elements have room.
   bool hasRoom(std::int64_t count) const;
 
   // Append or insert a copy; false when nothing was added. `insertAt` takes the size as an index too.
   bool add(CMC_Variable* value) override;
+  bool add(Number value) { return insert(size(), ArrayValue(value)); }
   bool insertAt(int index, CMC_Variable* value);
   // Puts a copy in the place of an element.
   bool changeAt(int index, CMC_Variable* value);
+  // Puts the outcome of an operation in the place of an element; false outside of the list and for null.
+  bool operate(int index, CMC_Variable* operand, Operation operation);
+  // Puts the zero of its type there.
+  void clearAt(int index);
   void removeAt(int index);
   void removeAll() { items_.clear(); }
   bool swap(int a, int b);
@@ -52,8 +61,8 @@ class CMC_Array : public CMC_Object, public CMC_ValueList {
   // -1 for before the first element.
   int getMarker() const { return marker_; }
   void setMarker(int marker);
-  // Moves the marker, around the ends of the list, and gives the element there; null for an empty list.
-  CMC_Variable* step(std::int64_t by);
+  // Moves the marker, around the ends of the list, and gives the element there; none for an empty list.
+  Value step(std::int64_t by);
 
   void setSendOnChange(bool on) { sendOnChange_ = on; }
   bool isSendOnChange() const { return sendOnChange_; }
@@ -75,11 +84,15 @@ class CMC_Array : public CMC_Object, public CMC_ValueList {
  private:
   CMC_Array(const CMC_Array& other);
   CWindow* window() const;
+  static std::size_t place(int index) { return static_cast<std::size_t>(index); }
+  bool insert(int index, ArrayValue value);
   // True where sorting need not insert one by one: all of one type, and each equal to itself.
   bool hasCommonOrder() const;
   void sortMixed(bool ascending);
+  template <class Key>
+  void sortBy(bool ascending, Key key);
 
-  std::vector<Owned<CMC_Variable>> items_;
+  std::vector<ArrayValue> items_;
   int marker_ = -1;
   bool sendOnChange_ = false;
 };

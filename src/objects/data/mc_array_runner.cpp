@@ -21,24 +21,32 @@ using Factory = CMC_VariableFactory;
 
 Ref<CMC_Variable> value(const Call& call, int index) { return asVariable(call.object(index)); }
 
-Result copyOrNothing(CMC_Variable* element) {
-  return element != nullptr ? Result(Factory::copyVariable(element)) : Result();
-}
-
 // Adding and removing
 
 // The index that is reported lies one below that of the new element.
-void addAndTell(CMC_Array& array, CMC_Variable* added) {
+template <class Added>
+void addAndTell(CMC_Array& array, Added added) {
   if (array.add(added)) array.changed(array.size() - 2);
 }
 
 Result add(CMC_Array& array, Call& call) {
   if (!array.hasRoom(call.count())) return {};
-  for (int i = 0; i < call.count(); ++i) addAndTell(array, value(call, i).get());
+  for (int i = 0; i < call.count(); ++i) {
+    if (const Number number = call.number(i)) {
+      addAndTell(array, number);
+    } else {
+      addAndTell(array, value(call, i).get());
+    }
+  }
   return {};
 }
 
-Result getSize(CMC_Array& array, Call& /*call*/) { return Factory::makeInteger(array.size()); }
+bool addNumber(CMC_Array& array, Number number, Value* /*result*/) {
+  addAndTell(array, number);
+  return true;
+}
+
+Result getSize(CMC_Array& array, Call& /*call*/) { return Number(array.size()); }
 
 Result insertAt(CMC_Array& array, Call& call) {
   const int index = call.integer(0);
@@ -62,9 +70,15 @@ Result removeAll(CMC_Array& array, Call& /*call*/) {
   return {};
 }
 
-Result get(CMC_Array& array, Call& call) {
-  CMC_Variable* element = array.at(call.integer(0));
-  return element != nullptr ? Result(Factory::copyVariable(element)) : Result(Factory::makeString("NULL"));
+Value elementAt(const CMC_Array& array, int index) {
+  return array.isIn(index) ? array.get(index) : Value(Factory::makeString("NULL"));
+}
+
+Result get(CMC_Array& array, Call& call) { return elementAt(array, call.integer(0)); }
+
+bool getByNumber(CMC_Array& array, Number index, Value* result) {
+  if (result != nullptr) *result = elementAt(array, asInteger(index));
+  return true;
 }
 
 Result remove(CMC_Array& array, Call& call) {
@@ -99,18 +113,16 @@ Result randomFill(CMC_Array& array, Call& call) {
   array.removeAll();
   for (const int number :
        CXRandom::random_vector(call.integer(1), call.integer(2), call.integer(0), call.boolean(3))) {
-    array.add(Factory::makeInteger(number).get());
+    array.add(Number(number));
   }
   return {};
 }
 
 // Finding
 
-Result find(CMC_Array& array, Call& call) { return Factory::makeInteger(array.find(value(call, 0).get())); }
+Result find(CMC_Array& array, Call& call) { return Number(array.find(value(call, 0).get())); }
 
-Result reverseFind(CMC_Array& array, Call& call) {
-  return Factory::makeInteger(array.reverseFind(value(call, 0).get()));
-}
+Result reverseFind(CMC_Array& array, Call& call) { return Number(array.reverseFind(value(call, 0).get())); }
 
 Result contains(CMC_Array& array, Call& call) {
   return Factory::makeBool(array.find(value(call, 0).get()) >= 0);
@@ -125,16 +137,16 @@ Result findAll(CMC_Array& array, Call& call) {
     for (int i = 0; i < std::min(count, array.size()); ++i) {
       if (!array.at(i)->equals(wanted.get())) continue;
       ++total;
-      if (target != nullptr) target->add(Factory::makeInteger(i).get());
+      if (target != nullptr) target->add(Number(i));
     }
   }
-  return Factory::makeInteger(total);
+  return Number(total);
 }
 
 Result compare(CMC_Array& array, Call& call) {
   const auto* other = call.named<CMC_Array>(0);
   bool same = other != nullptr && other->size() == array.size();
-  for (int i = 0; same && i < array.size(); ++i) same = array.at(i)->equals(other->at(i));
+  for (int i = 0; same && i < array.size(); ++i) same = array.at(i)->equals(other->at(i).get());
   return Factory::makeBool(same);
 }
 
@@ -142,7 +154,7 @@ Result copyTo(CMC_Array& array, Call& call) {
   auto* target = call.named<CMC_Array>(0);
   const int count = array.size();
   if (target == nullptr || !target->hasRoom(count)) return {};
-  for (int i = 0; i < count; ++i) target->add(array.at(i));
+  for (int i = 0; i < count; ++i) target->add(array.at(i).get());
   return {};
 }
 
@@ -195,7 +207,7 @@ Result dir(CMC_Array& array, Call& call) {
 
 Result walk(CMC_Array& array, const Call& call, int direction) {
   const std::int64_t step = call.has(0) ? call.integer(0) : 1;
-  return copyOrNothing(array.step(direction * step));
+  return array.step(direction * step);
 }
 
 Result prev(CMC_Array& array, Call& call) { return walk(array, call, -1); }
@@ -206,7 +218,7 @@ Result resetMarker(CMC_Array& array, Call& /*call*/) {
   return {};
 }
 
-Result getMarkerPos(CMC_Array& array, Call& /*call*/) { return Factory::makeInteger(array.getMarker()); }
+Result getMarkerPos(CMC_Array& array, Call& /*call*/) { return Number(array.getMarker()); }
 
 Result setMarkerPos(CMC_Array& array, Call& call) {
   array.setMarker(call.integer(0));
@@ -215,19 +227,12 @@ Result setMarkerPos(CMC_Array& array, Call& call) {
 
 // Arithmetic
 
-bool operate(const CMC_Array& array, int index, CMC_Variable* operand, Operation operation) {
-  CMC_Variable* element = array.at(index);
-  if (element == nullptr || operand == nullptr) return false;
-  element->set(element->calculate(operand, operation).get());
-  return true;
-}
-
 template <Operation O>
 Result onAll(CMC_Array& array, Call& call) {
   const Ref<CMC_Variable> operand = value(call, 0);
   const int count = array.size();  // handlers may add more
   for (int i = 0; i < count; ++i) {
-    if (operate(array, i, operand.get(), O)) array.changed(i);
+    if (array.operate(i, operand.get(), O)) array.changed(i);
   }
   return {};
 }
@@ -238,64 +243,69 @@ Result onRange(CMC_Array& array, Call& call) {
   const int first = call.has(1) ? call.integer(1) : -1;
   const int last = call.has(2) ? call.integer(2) : -1;
   const int end = last == -1 ? array.size() - 1 : std::min(last, array.size() - 1);
-  for (int i = std::max(first, 0); i <= end; ++i) operate(array, i, operand.get(), O);
+  for (int i = std::max(first, 0); i <= end; ++i) array.operate(i, operand.get(), O);
   return {};
 }
 
 template <Operation O>
 Result onOne(CMC_Array& array, Call& call) {
   const int index = call.integer(0);
-  if (operate(array, index, value(call, 1).get(), O)) array.changed(index);
+  if (array.operate(index, value(call, 1).get(), O)) array.changed(index);
   return {};
 }
 
 Result clampAt(CMC_Array& array, Call& call) {
   const Ref<CMC_Variable> low = value(call, 1);
   const Ref<CMC_Variable> high = value(call, 2);
-  CMC_Variable* element = array.at(call.integer(0));
-  if (element == nullptr || !low || !high) return {};
-  if (element->getType() != type::kInteger && element->getType() != type::kDouble) return {};
+  const int index = call.integer(0);
+  const Ref<CMC_Variable> element = array.at(index);
+  if (!element || !low || !high || !numberOf(element.get())) return {};
   if (element->compare(low.get()) < 0) {
     element->set(low.get());
   } else if (element->compare(high.get()) > 0) {
     element->set(high.get());
   }
+  array.changeAt(index, element.get());
   return {};
 }
 
-// Folds the elements of class T; the others do not count.
-template <class T, class Value, class Fold>
-Value foldAll(const CMC_Array& array, Value start, Fold fold) {
-  for (int i = 0; i < array.size(); ++i) {
-    if (const auto* element = object_cast<T>(array.at(i))) start = fold(start, element->getValue());
+// Folds the elements that are whole numbers; the others do not count.
+template <class Fold>
+Number foldIntegers(const CMC_Array& array, int start, Fold fold) {
+  for (const ArrayValue& item : array.items()) {
+    if (item.number().isWhole()) start = fold(start, item.number().whole());
   }
-  return start;
+  return Number(start);
+}
+
+// The same of those that are real ones.
+template <class Fold>
+Number foldDoubles(const CMC_Array& array, double start, Fold fold) {
+  for (const ArrayValue& item : array.items()) {
+    if (item.number().isReal()) start = fold(start, item.number().real());
+  }
+  return Number(start);
 }
 
 constexpr int kMinStart = 1000000;
 
 Result min(CMC_Array& array, Call& /*call*/) {
-  return Factory::makeInteger(
-      foldAll<CMC_Integer>(array, kMinStart, [](int a, int b) { return std::min(a, b); }));
+  return foldIntegers(array, kMinStart, [](int a, int b) { return std::min(a, b); });
 }
 
 Result max(CMC_Array& array, Call& /*call*/) {
-  return Factory::makeInteger(foldAll<CMC_Integer>(array, 0, [](int a, int b) { return std::max(a, b); }));
+  return foldIntegers(array, 0, [](int a, int b) { return std::max(a, b); });
 }
 
 Result minDouble(CMC_Array& array, Call& /*call*/) {
-  return Factory::makeDouble(
-      foldAll<CMC_Double>(array, double{kMinStart}, [](double a, double b) { return std::min(a, b); }));
+  return foldDoubles(array, kMinStart, [](double a, double b) { return std::min(a, b); });
 }
 
 Result maxDouble(CMC_Array& array, Call& /*call*/) {
-  return Factory::makeDouble(
-      foldAll<CMC_Double>(array, 0.0, [](double a, double b) { return std::max(a, b); }));
+  return foldDoubles(array, 0.0, [](double a, double b) { return std::max(a, b); });
 }
 
-Result getSumValue(CMC_Array& array, Call& /*call*/) {
-  return Factory::makeInteger(foldAll<CMC_Integer>(array, 0, wrap_add));
-}
+Result getSumValue(CMC_Array& array, Call& /*call*/) { return foldIntegers(array, 0, wrap_add); }
 
 // Order
 
@@ -318,14 +328,14 @@ Result swap(CMC_Array& array, Call& call) {
 
 Result shiftLeft(CMC_Array& array, Call& /*call*/) {
   array.rotateLeft();
-  if (CMC_Variable* last = array.at(array.size() - 1)) last->clear();
+  array.clearAt(array.size() - 1);
   array.allChanged();
   return {};
 }
 
 Result shiftRight(CMC_Array& array, Call& /*call*/) {
   array.rotateRight();
-  if (CMC_Variable* first = array.at(0)) first->clear();
+  array.clearAt(0);
   array.allChanged();
   return {};
 }
@@ -348,14 +358,15 @@ Result sendOnChange(CMC_Array& array, Call& call) {
 }
 
 constexpr Method kMethods[] = {
-    {1, "ADD", "value:value, [more:value...]", method<add>, "Adds values at the end."},
+    {1, "ADD", "value:value, [more:value...]", method<add>, "Adds values at the end.",
+     numberMethod<addNumber>},
     {2, "GETSIZE", "-> int", method<getSize>, "How many values there are."},
     {3, "INSERTAT", "index:int, value:value", method<insertAt>, "Puts a value before the one at the index."},
     {4, "REMOVEAT", "index:int", method<removeAt>, "Takes the value at the index out."},
     {5, "CHANGEAT", "index:int, value:value", method<changeAt>, "Puts a value in the place of another."},
     {6, "REMOVEALL", "", method<removeAll>, "Takes all values out."},
     {7, "GET", "index:int -> value", method<get>,
-     "The value at the index, counted from 0; \"NULL\" beyond the end."},
+     "The value at the index, counted from 0; \"NULL\" beyond the end.", numberMethod<getByNumber>},
     {8, "REMOVE", "value:value", method<remove>, "Takes the first such value out."},
     {9, "FIND", "value:value -> int", method<find>, "The index of the first such value, -1 for none."},
     {39, "REVERSEFIND", "value:value -> int", method<reverseFind>,

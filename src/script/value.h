@@ -1,0 +1,75 @@
+#pragma once
+
+// What a statement gives and what a call takes: nothing, an object (as a rule a variable), or a number that
+// becomes a variable only where somebody asks for one.
+
+#include <bit>
+#include <cstdint>
+#include <utility>
+
+#include "foundation/xobject.h"
+#include "script/mc_object.h"
+#include "script/number.h"
+
+namespace footlight {
+
+class Value {
+ public:
+  Value() = default;
+  Value(Number number) {
+    if (number.isWhole()) {
+      kind_ = Kind::whole;
+      bits_ = static_cast<std::uint32_t>(number.whole());
+    } else if (number.isReal()) {
+      kind_ = Kind::real;
+      bits_ = std::bit_cast<std::uint64_t>(number.real());
+    }
+  }
+  template <class T>
+  Value(const Ref<T>& object) : Value(static_cast<CMC_Object*>(object.get())) {}
+  // Pins the object; null is none.
+  explicit Value(CMC_Object* object) {
+    if (object == nullptr) return;
+    object->pin();
+    kind_ = Kind::object;
+    bits_ = reinterpret_cast<std::uintptr_t>(object);
+  }
+  Value(const Value& other) : bits_(other.bits_), kind_(other.kind_) {
+    if (kind_ == Kind::object) pointer()->pin();
+  }
+  Value(Value&& other) noexcept : bits_(other.bits_), kind_(std::exchange(other.kind_, Kind::none)) {}
+  Value& operator=(Value other) noexcept {
+    std::swap(kind_, other.kind_);
+    std::swap(bits_, other.bits_);
+    return *this;
+  }
+  ~Value() {
+    if (kind_ == Kind::object) pointer()->unpin();
+  }
+
+  bool isNone() const { return kind_ == Kind::none; }
+  // None where there is an object.
+  Number number() const {
+    if (kind_ == Kind::whole) return Number(static_cast<int>(bits_));
+    return kind_ == Kind::real ? Number(std::bit_cast<double>(bits_)) : Number();
+  }
+  // Null where there is only a number.
+  CMC_Object* present() const { return kind_ == Kind::object ? pointer() : nullptr; }
+  // The object; for a number a pooled variable, which is the same at each call. Null for none.
+  CMC_Object* object() const {
+    if (kind_ >= Kind::whole) becomeObject();
+    return present();
+  }
+  Ref<CMC_Object> take() const { return Ref<CMC_Object>(object()); }
+
+ private:
+  enum class Kind : std::uint8_t { none, object, whole, real };
+
+  CMC_Object* pointer() const { return reinterpret_cast<CMC_Object*>(bits_); }
+  void becomeObject() const;
+
+  mutable std::uint64_t bits_ = 0;
+  mutable Kind kind_ = Kind::none;
+};
+
+}  // namespace footlight

@@ -14,6 +14,12 @@ for target in "${targets[@]}"; do
   mkdir -p "out/fuzz/$target" "fuzz/corpus/$target"
   seeds=("fuzz/corpus/$target")
   [ "$target" = fuzz_script ] && seeds+=(out/fuzz/games)
+  # Files of the form that a target reads, from other targets and from the tree.
+  case "$target" in
+    fuzz_definition | fuzz_check | fuzz_text_coder) seeds+=(out/fuzz/games) ;;
+    fuzz_image_tool) seeds+=(fuzz/corpus/fuzz_img) ;;
+    fuzz_anim_tool) seeds+=(fuzz/corpus/fuzz_ann) ;;
+  esac
   log=out/fuzz/$target.log
   if ! build/fuzz/fuzz/"$target" -max_total_time="$seconds" -artifact_prefix=out/fuzz/ "${@:3}" \
     "out/fuzz/$target" "${seeds[@]}" >"$log" 2>&1; then

@@ -21,6 +21,8 @@ constexpr std::size_t kMostRemarks = 1000;
 
 platform::FileSystem& files() { return platform::current().files(); }
 
+void putText(ByteWriter& fields, std::string_view text) { fields.number(std::ssize(text), 4).text(text); }
+
 CXString below(const CXString& folder, const std::string& name) { return CPath::getFullPath(folder, name); }
 
 }  // namespace
@@ -120,25 +122,21 @@ bool BigFileWriter::save(const CXString& folder, const CXString& output) {
 }
 
 void BigFileWriter::saveHeader() {
-  putText(table_.name);
-  putText(BigFileTable::kMarker);
-  put(totalSize_, 4);
-  put(0, 8);
-  put(0, 8);
-  put(fileCount_, 4);
-  put(folderCount_, 4);
+  ByteWriter fields;
+  putText(fields, table_.name);
+  putText(fields, BigFileTable::kMarker);
+  put(fields.number(totalSize_, 4).zeros(16).number(fileCount_, 4).number(folderCount_, 4));
 }
 
 void BigFileWriter::saveEntry(const BigFileEntry& entry) {
-  putText(entry.name);
-  put(std::ssize(entry.files), 4);
-  put(std::ssize(entry.folders), 4);
+  ByteWriter fields;
+  putText(fields, entry.name);
+  put(fields.number(std::ssize(entry.files), 4).number(std::ssize(entry.folders), 4));
   for (const BigFileEntry& folder : entry.folders) saveEntry(folder);
   for (const BigFileRecord& record : entry.files) {
-    putText(record.name);
-    put(tocSize_ + runningOffset_, 4);
-    put(0, 8);
-    put(record.size, 4);
+    fields.clear();
+    putText(fields, record.name);
+    put(fields.number(tocSize_ + runningOffset_, 4).zeros(8).i32(record.size));
     runningOffset_ += record.size;
   }
 }
@@ -173,15 +171,8 @@ void BigFileWriter::saveContent(const BigFileRecord& record, const CXString& sou
                                          : ": has shrunk meanwhile; zeros fill it up"));
 }
 
-void BigFileWriter::put(std::int64_t value, int bytes) {
-  unsigned char raw[8];
-  for (int i = 0; i < bytes; ++i) raw[i] = static_cast<unsigned char>(value >> (8 * i));
-  write(raw, bytes);
-}
-
-void BigFileWriter::putText(std::string_view text) {
-  put(std::ssize(text), 4);
-  write(text.data(), std::ssize(text));
+void BigFileWriter::put(const ByteWriter& fields) {
+  write(fields.written().data(), std::ssize(fields.written()));
 }
 
 void BigFileWriter::write(const void* bytes, std::int64_t count) {

@@ -14,6 +14,7 @@
 
 #include "files/big_file_table.h"
 #include "files/file.h"
+#include "foundation/byte_writer.h"
 #include "foundation/xstring.h"
 
 namespace footlight {
@@ -42,8 +43,7 @@ class BigFileWriter {
   void saveEntry(const BigFileEntry& entry);
   void saveEntryContents(const BigFileEntry& entry, const CXString& folder);
   void saveContent(const BigFileRecord& record, const CXString& source);
-  void put(std::int64_t value, int bytes);
-  void putText(std::string_view text);
+  void put(const ByteWriter& fields);
   void write(const void* bytes, std::int64_t count);
 
   bool verbose_;

@@ -233,6 +233,15 @@ std::string CFile::readLine(int limit) {
   return line;
 }
 
+std::optional<std::vector<std::byte>> CFile::readRest(std::int64_t limit) {
+  const std::int64_t length = std::max<std::int64_t>(0, std::int64_t{Length()} - Tell());
+  if (length > limit) return std::nullopt;
+  std::vector<std::byte> rest(static_cast<std::size_t>(length));
+  const int count = Read(rest.data(), asInt(length));
+  rest.resize(static_cast<std::size_t>(std::max(0, count)));
+  return rest;
+}
+
 int CFile::Write(const void* source, int count) {
   if (handle_ == nullptr || count <= 0) return 0;
   dropAhead();

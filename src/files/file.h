@@ -19,6 +19,7 @@
 // them.
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -77,6 +78,9 @@ class CFile : public CXObject {
   // The number of bytes read or written.
   virtual int Read(void* target, int count);
   virtual int Write(const void* source, int count);
+  // All bytes from here to the end; nothing when there are more than `limit`, none for a file that is not
+  // open.
+  std::optional<std::vector<std::byte>> readRest(std::int64_t limit);
   // 0, or -1 when what was written did not reach the disk; the old file is still there then.
   virtual int Close();
   // Reads up to size - 1 bytes of one line, its end included, and a zero byte. False at the end of the file.

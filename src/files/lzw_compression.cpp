@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "foundation/byte_reader.h"
+#include "foundation/byte_writer.h"
 
 namespace footlight {
 
@@ -119,7 +120,7 @@ std::int64_t ratio(std::int64_t input, std::int64_t bits) {
 
 class Encoder {
  public:
-  explicit Encoder(std::span<const std::byte> data) : data_(data), stream_(12) { clear(); }
+  explicit Encoder(std::span<const std::byte> data) : data_(data) { clear(); }
 
   std::vector<std::byte> run() {
     if (!data_.empty()) {
@@ -128,10 +129,10 @@ class Encoder {
       put(prefix);
     }
     if (bits_ > 0) stream_.push_back(static_cast<std::byte>(held_));
-    setNumber(0, data_.size());
-    setNumber(4, stream_.size() - 12);
-    setNumber(8, codes_);
-    return std::move(stream_);
+    ByteWriter block;
+    block.reserve(12 + stream_.size());
+    block.number(std::ssize(data_), 4).number(std::ssize(stream_), 4).number(codes_, 4);
+    return block.bytes(stream_).take();
   }
 
  private:
@@ -195,12 +196,8 @@ class Encoder {
     --left_;
   }
 
-  void setNumber(std::size_t at, std::size_t number) {
-    for (std::size_t i = 0; i < 4; ++i) stream_[at + i] = static_cast<std::byte>(number >> (8 * i) & 0xFF);
-  }
-
   std::span<const std::byte> data_;
-  std::vector<std::byte> stream_;       // the header, to be filled in, and the codes
+  std::vector<std::byte> stream_;       // the codes
   std::vector<std::uint32_t> child_;    // of a code: the entry added last that continues it
   std::vector<std::uint32_t> sibling_;  // of an entry: the one before with the same prefix
   std::vector<std::uint8_t> bytes_;     // of an entry: its last byte
@@ -209,7 +206,7 @@ class Encoder {
   int bits_ = 0;  // in held_
   int width_ = kNarrowest;
   int left_ = 0;  // codes of this stretch that are left
-  std::size_t codes_ = 0;
+  std::int64_t codes_ = 0;
   std::int64_t written_ = 0;       // bits
   std::int64_t stretchStart_ = 0;  // of them, and of the input, before this stretch
   std::int64_t stretchInput_ = 0;

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "foundation/byte_reader.h"
+#include "foundation/byte_writer.h"
 
 namespace footlight {
 
@@ -78,10 +79,9 @@ std::vector<std::byte> CLZWCompression2::compress() const {
                                      work.get()) != LZO_E_OK) {
     return {};
   }
-  for (std::size_t i = 0; i < 4; ++i) {
-    block[i] = static_cast<std::byte>(data_.size() >> (8 * i) & 0xFF);
-    block[4 + i] = static_cast<std::byte>(size >> (8 * i) & 0xFF);
-  }
+  ByteWriter header;
+  header.number(std::ssize(data_), 4).number(static_cast<std::int64_t>(size), 4);
+  std::ranges::copy(header.written(), block.begin());
   block.resize(kHeaderBytes + size);
   return block;
 }

@@ -4,6 +4,7 @@
 // fit poisons the reader, and from then on all gets yield zeros and nothing is left. The bytes stay the
 // caller's.
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -22,8 +23,9 @@ class ByteReader {
   std::uint8_t u8() { return static_cast<std::uint8_t>(number(1)); }
   std::uint16_t u16() { return static_cast<std::uint16_t>(number(2)); }
   std::int16_t i16() { return static_cast<std::int16_t>(u16()); }
-  std::uint32_t u32() { return number(4); }
+  std::uint32_t u32() { return static_cast<std::uint32_t>(number(4)); }
   std::int32_t i32() { return static_cast<std::int32_t>(u32()); }
+  double f64() { return std::bit_cast<double>(number(8)); }
 
   // The next `count` bytes; none of them when fewer are left.
   std::span<const std::byte> bytes(std::uint64_t count) {
@@ -40,11 +42,11 @@ class ByteReader {
   void skip(std::uint64_t count) { bytes(count); }
 
  private:
-  std::uint32_t number(std::size_t width) {
+  std::uint64_t number(std::size_t width) {
     const auto taken = bytes(width);
-    std::uint32_t value = 0;
+    std::uint64_t value = 0;
     for (std::size_t i = taken.size(); i > 0; --i)
-      value = value << 8 | std::to_integer<std::uint32_t>(taken[i - 1]);
+      value = value << 8 | std::to_integer<std::uint64_t>(taken[i - 1]);
     return value;
   }
 

@@ -31,15 +31,9 @@ int CAnimo::Load(const CXString& name) {
 
 int CAnimo::Load(CFile* file) {
   CAnimo::Flush();
-  const std::int64_t length = std::int64_t{file->Length()} - file->Tell();
-  std::optional<AnnFile> animation;
   const char* why = "the animation file is too long";
-  if (length <= limits::kAnimationFileBytes) {
-    std::vector<std::byte> bytes(static_cast<std::size_t>(std::max<std::int64_t>(0, length)));
-    const int count = file->Read(bytes.data(), static_cast<int>(bytes.size()));
-    bytes.resize(static_cast<std::size_t>(std::max(0, count)));
-    animation = readAnn(bytes, &why);
-  }
+  const auto bytes = file->readRest(limits::kAnimationFileBytes);
+  std::optional<AnnFile> animation = bytes ? readAnn(*bytes, &why) : std::nullopt;
   setErrorCode(animation ? 0 : CFile::kNotFound);
   if (animation) {
     take(std::move(*animation));

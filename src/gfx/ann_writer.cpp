@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "foundation/byte_writer.h"
 #include "gfx/ann_format.h"
 
 namespace footlight {
@@ -12,27 +13,11 @@ namespace {
 constexpr std::size_t kNameBytes = 32;
 constexpr std::size_t kFrameHeader = 52;
 
-class Writer {
- public:
-  void number(std::int64_t value, int width) {
-    for (int i = 0; i < width; ++i) bytes_.push_back(static_cast<std::byte>(value >> (8 * i) & 0xFF));
-  }
-  void zeros(std::size_t count) { bytes_.insert(bytes_.end(), count, std::byte{0}); }
-  void raw(std::span<const std::byte> bytes) { bytes_.insert(bytes_.end(), bytes.begin(), bytes.end()); }
-  void text(std::string_view text) { raw(std::as_bytes(std::span(text))); }
-  void lengthAndText(const CXString& value, bool withZero) {
-    number(value.Length() + (withZero ? 1 : 0), 4);
-    text(value);
-    if (withZero) zeros(1);
-  }
-  std::size_t size() const { return bytes_.size(); }
-  std::vector<std::byte> take() { return std::move(bytes_); }
+void putLengthAndText(ByteWriter& out, const CXString& value, bool withZero) {
+  out.number(value.Length() + (withZero ? 1 : 0), 4).text(value).zeros(withZero ? 1 : 0);
+}
 
- private:
-  std::vector<std::byte> bytes_;
-};
-
-void writePosition(Writer& out, const _anmFrameInfo3& info) {
+void writePosition(ByteWriter& out, const _anmFrameInfo3& info) {
   out.number(info.name.IsString() ? 1 : 0, 4);
   out.number(info.text.IsString() ? 1 : 0, 4);
   out.number(info.offset.x, 2);
@@ -43,14 +28,12 @@ void writePosition(Writer& out, const _anmFrameInfo3& info) {
   out.number(info.opacity, 1);
   out.zeros(5);
   for (const CXString* text : {&info.name, &info.text, &info.soundName}) {
-    if (text->IsString()) out.lengthAndText(*text, true);
+    if (text->IsString()) putLengthAndText(out, *text, true);
   }
 }
 
-void writeEvent(Writer& out, const _annEventInfo3& event) {
-  const std::string_view name = event.name.view().substr(0, kNameBytes - 1);
-  out.text(name);
-  out.zeros(kNameBytes - name.size());
+void writeEvent(ByteWriter& out, const _annEventInfo3& event) {
+  out.field(event.name.view().substr(0, kNameBytes - 1), kNameBytes);
   out.number(event.frameCount(), 2);
   out.number(0, 4);
   for (const int field : {event.loopFrom, event.loopTo, event.loopCount, event.loopCounter})
@@ -67,7 +50,7 @@ void writeEvent(Writer& out, const _annEventInfo3& event) {
   }
 }
 
-void writeFrameHeader(Writer& out, const AnnFrame& frame) {
+void writeFrameHeader(ByteWriter& out, const AnnFrame& frame) {
   const std::size_t start = out.size();
   out.number(frame.size.width, 2);
   out.number(frame.size.height, 2);
@@ -84,7 +67,7 @@ void writeFrameHeader(Writer& out, const AnnFrame& frame) {
 }  // namespace
 
 std::vector<std::byte> writeAnn(const AnnFile& animation) {
-  Writer out;
+  ByteWriter out;
   out.text(std::string_view("NVP\0", 4));
   out.number(static_cast<std::int64_t>(animation.frames.size()), 2);
   out.number(animation.bpp, 2);
@@ -95,13 +78,13 @@ std::vector<std::byte> writeAnn(const AnnFile& animation) {
   out.number(animation.opacity, 1);
   out.number(animation.randomFrames, 2);
   out.zeros(10);
-  out.lengthAndText(animation.author, false);
-  out.lengthAndText(animation.description, false);
+  putLengthAndText(out, animation.author, false);
+  putLengthAndText(out, animation.description, false);
   for (const _annEventInfo3& event : animation.events) writeEvent(out, event);
   for (const AnnFrame& frame : animation.frames) writeFrameHeader(out, frame);
   for (const AnnFrame& frame : animation.frames) {
-    out.raw(frame.colour);
-    out.raw(frame.alpha);
+    out.bytes(frame.colour);
+    out.bytes(frame.alpha);
   }
   return out.take();
 }

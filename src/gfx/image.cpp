@@ -84,15 +84,9 @@ int CImage::Load(CFile* file) {
 int CImage::Load3(CFile* file) { return read(file); }
 
 int CImage::read(CFile* file) {
-  const std::int64_t length = std::int64_t{file->Length()} - file->Tell();
-  std::optional<ImgPicture> picture;
   const char* why = "the picture file is too long";
-  if (length <= limits::kPictureFileBytes) {
-    std::vector<std::byte> bytes(static_cast<std::size_t>(std::max<std::int64_t>(0, length)));
-    const int count = file->Read(bytes.data(), static_cast<int>(bytes.size()));
-    bytes.resize(static_cast<std::size_t>(std::max(0, count)));
-    picture = readImg(bytes, &why);
-  }
+  const auto bytes = file->readRest(limits::kPictureFileBytes);
+  std::optional<ImgPicture> picture = bytes ? readImg(*bytes, &why) : std::nullopt;
   Flush();
   if (!picture) {
     diagnose::report(diagnose::Group::file, file->getFileName(), "", why);

@@ -5,6 +5,7 @@
 
 #include "files/lzw_compression.h"
 #include "foundation/byte_reader.h"
+#include "foundation/byte_writer.h"
 #include "gfx/pixel_block.h"
 #include "gfx/pixel_format.h"
 
@@ -178,10 +179,6 @@ Found readOldest(View file, const char** why) {
   return picture;
 }
 
-void put(Bytes* out, std::int64_t number) {
-  for (int shift = 0; shift < 32; shift += 8) out->push_back(static_cast<std::byte>(number >> shift & 0xFF));
-}
-
 }  // namespace
 
 std::optional<ImgPicture> readImg(std::span<const std::byte> file, const char** why) {
@@ -193,21 +190,13 @@ std::optional<ImgPicture> readImg(std::span<const std::byte> file, const char** 
 bool isOlderImg(std::span<const std::byte> file) { return startsWith(file, kOlderMagic); }
 
 std::vector<std::byte> writeImg(const ImgPicture& picture, _compression packing) {
-  Bytes out;
+  ByteWriter out;
   out.reserve(kHeaderBytes + picture.colour.size() + picture.alpha.size());
-  for (const char c : kMagic) out.push_back(static_cast<std::byte>(c));
-  put(&out, picture.size.width);
-  put(&out, picture.size.height);
-  put(&out, picture.bpp);
-  put(&out, static_cast<std::int64_t>(picture.colour.size()));
-  put(&out, 0);
-  put(&out, static_cast<std::int64_t>(packing));
-  put(&out, static_cast<std::int64_t>(picture.alpha.size()));
-  put(&out, picture.position.x);
-  put(&out, picture.position.y);
-  out.insert(out.end(), picture.colour.begin(), picture.colour.end());
-  out.insert(out.end(), picture.alpha.begin(), picture.alpha.end());
-  return out;
+  for (const char c : kMagic) out.u8(static_cast<std::uint8_t>(c));
+  out.i32(picture.size.width).i32(picture.size.height).i32(picture.bpp);
+  out.number(std::ssize(picture.colour), 4).i32(0).i32(static_cast<std::int32_t>(packing));
+  out.number(std::ssize(picture.alpha), 4).i32(picture.position.x).i32(picture.position.y);
+  return out.bytes(picture.colour).bytes(picture.alpha).take();
 }
 
 }  // namespace footlight

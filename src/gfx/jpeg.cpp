@@ -154,13 +154,12 @@ void JPEG::Library::readRows(Library& library) {
 
 JPEG::JPEG(CWindow* window, const CXString& fileName) {
   CFile file(window, fileName, CFile::kReadBinary);
-  const std::int64_t length = file.Length();
-  if (!file.isOpen() || length > limits::kPictureFileBytes) {
+  auto bytes = file.readRest(limits::kPictureFileBytes);
+  if (!file.isOpen() || !bytes) {
     fail("the file cannot be read");
     return;
   }
-  file_.resize(static_cast<std::size_t>(length));
-  file_.resize(static_cast<std::size_t>(std::max(0, file.Read(file_.data(), static_cast<int>(length)))));
+  file_ = std::move(*bytes);
   open(file_);
 }
 

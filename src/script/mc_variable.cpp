@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 #include "files/config.h"
 #include "foundation/arithmetic.h"
+#include "foundation/byte_reader.h"
+#include "foundation/byte_writer.h"
 #include "foundation/limits.h"
 #include "script/mc_objects_container.h"
 #include "script/mc_variable_factory.h"
@@ -20,18 +21,9 @@ int sign(const T& a, const T& b) {
   return a < b ? -1 : (b < a ? 1 : 0);
 }
 
-// A record of `netstore`: the type number and the bytes of the value.
-template <class T>
-void storeRecord(std::span<std::byte> buffer, std::int32_t type, const T& value) {
-  std::memcpy(buffer.data(), &type, sizeof type);
-  std::memcpy(buffer.data() + sizeof type, &value, sizeof value);
-}
-
-template <class T>
-bool restoreValue(std::span<const std::byte> bytes, T* value) {
-  if (bytes.size() < sizeof *value) return false;
-  std::memcpy(value, bytes.data(), sizeof *value);
-  return true;
+void copyRecord(const ByteWriter& record, std::span<std::byte> buffer) {
+  const std::size_t count = std::min(record.size(), buffer.size());
+  std::copy_n(record.written().begin(), count, buffer.begin());
 }
 
 // VALUE, and DEFAULT where it is not empty, through the typed getter of the element.
@@ -163,10 +155,15 @@ Ref<CMC_Variable> CMC_Integer::calculate(CMC_Variable* other, Operation operatio
 }
 
 void CMC_Integer::netstore(std::span<std::byte> buffer) const {
-  storeRecord(buffer, type::kInteger, static_cast<std::int32_t>(value_));
+  copyRecord(ByteWriter().i32(type::kInteger).i32(value_), buffer);
 }
 
-bool CMC_Integer::netrestore(std::span<const std::byte> value) { return restoreValue(value, &value_); }
+bool CMC_Integer::netrestore(std::span<const std::byte> value) {
+  ByteReader reader(value);
+  const std::int32_t number = reader.i32();
+  if (reader.ok()) value_ = number;
+  return reader.ok();
+}
 
 // STRING
 
@@ -208,9 +205,9 @@ Ref<CMC_Variable> CMC_String::calculate(CMC_Variable* other, Operation operation
 }
 
 void CMC_String::netstore(std::span<std::byte> buffer) const {
-  const std::int32_t type = type::kString;
-  std::memcpy(buffer.data(), &type, sizeof type);
-  std::memcpy(buffer.data() + sizeof type, value_.c_str(), static_cast<std::size_t>(value_.Length()) + 1);
+  ByteWriter record;
+  record.reserve(buffer.size());
+  copyRecord(record.i32(type::kString).text(value_).zeros(1), buffer);
 }
 
 bool CMC_String::netrestore(std::span<const std::byte> value) {
@@ -243,7 +240,7 @@ Ref<CMC_Variable> CMC_Bool::calculate(CMC_Variable* other, Operation operation) 
 }
 
 void CMC_Bool::netstore(std::span<std::byte> buffer) const {
-  storeRecord(buffer, type::kBool, static_cast<std::uint8_t>(value_ ? 1 : 0));
+  copyRecord(ByteWriter().i32(type::kBool).u8(value_ ? 1 : 0), buffer);
 }
 
 bool CMC_Bool::netrestore(std::span<const std::byte> value) {
@@ -299,8 +296,15 @@ Ref<CMC_Variable> CMC_Double::calculate(CMC_Variable* other, Operation operation
       apply(value_, operation, other != nullptr ? other->asDouble() : 0.0));
 }
 
-void CMC_Double::netstore(std::span<std::byte> buffer) const { storeRecord(buffer, type::kDouble, value_); }
+void CMC_Double::netstore(std::span<std::byte> buffer) const {
+  copyRecord(ByteWriter().i32(type::kDouble).f64(value_), buffer);
+}
 
-bool CMC_Double::netrestore(std::span<const std::byte> value) { return restoreValue(value, &value_); }
+bool CMC_Double::netrestore(std::span<const std::byte> value) {
+  ByteReader reader(value);
+  const double number = reader.f64();
+  if (reader.ok()) value_ = number;
+  return reader.ok();
+}
 
 }  // namespace footlight

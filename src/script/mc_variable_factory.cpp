@@ -1,9 +1,9 @@
 #include "script/mc_variable_factory.h"
 
 #include <algorithm>
-#include <cstring>
 #include <vector>
 
+#include "foundation/byte_reader.h"
 #include "foundation/limits.h"
 
 namespace footlight {
@@ -143,11 +143,10 @@ void CMC_VariableFactory::clearPool() {
 }
 
 Ref<CMC_Variable> CMC_VariableFactory::netrestore(std::span<const std::byte> record) {
-  std::int32_t type = 0;
-  if (record.size() < sizeof type) return nullptr;
-  std::memcpy(&type, record.data(), sizeof type);
-  Ref<CMC_Variable> variable = make(type);
-  if (variable && !variable->netrestore(record.subspan(sizeof type))) return nullptr;
+  ByteReader reader(record);
+  const std::int32_t type = reader.i32();
+  Ref<CMC_Variable> variable = reader.ok() ? make(type) : Ref<CMC_Variable>();
+  if (variable && !variable->netrestore(record.subspan(reader.position()))) return nullptr;
   return variable;
 }
 

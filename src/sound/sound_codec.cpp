@@ -4,6 +4,7 @@
 #include <array>
 
 #include "files/file.h"
+#include "foundation/byte_writer.h"
 #include "foundation/limits.h"
 #include "foundation/memory_budget.h"
 #include "platform/platform.h"
@@ -63,11 +64,10 @@ void CSoundCodec_ADPCM::decode(CFile* file) {
     std::vector<short> samples(static_cast<std::size_t>(info.frames * info.channels));
     const sf_count_t read = std::max<sf_count_t>(0, sf_readf_short(sound, samples.data(), info.frames));
     samples.resize(static_cast<std::size_t>(read * info.channels));
-    buffer_.reserve(samples.size() * kSampleBytes);
-    for (const short sample : samples) {
-      buffer_.push_back(static_cast<std::byte>(sample & 0xFF));
-      buffer_.push_back(static_cast<std::byte>(sample >> 8 & 0xFF));
-    }
+    ByteWriter bytes;
+    bytes.reserve(samples.size() * kSampleBytes);
+    for (const short sample : samples) bytes.i16(sample);
+    buffer_ = bytes.take();
   }
   sf_close(sound);
 }

@@ -72,6 +72,17 @@ TEST(Description, SaysWhatWasReadAndReadsWhatItSays) {
   EXPECT_EQ(writeAnn(again->animation), writeAnn(animation));
 }
 
+TEST(Description, KeepsNamesOfFilesAndBackslashes) {
+  std::string why;
+  const auto parsed = parse("author \"C:\\\\new\"\nframe \"\xC5\xBC \xFF.png\"\nevent e\nstep 0\n", &why);
+  ASSERT_TRUE(parsed) << why;
+  EXPECT_EQ(parsed->animation.author, "C:\\new");
+  const auto again = parse(print(*parsed), &why);
+  ASSERT_TRUE(again) << why;
+  EXPECT_EQ(again->animation.author, "C:\\new");
+  EXPECT_EQ(again->pictures, parsed->pictures);
+}
+
 TEST(Description, NamesTheLineAndWhatIsWrong) {
   constexpr struct {
     const char* text;

@@ -5,6 +5,7 @@
 
 #include "files/lzw_compression2.h"
 #include "files/rle_compression2.h"
+#include "foundation/byte_writer.h"
 
 namespace footlight {
 namespace {
@@ -15,10 +16,6 @@ Bytes bytes(std::initializer_list<int> values) {
   Bytes out;
   for (const int value : values) out.push_back(static_cast<std::byte>(value));
   return out;
-}
-
-void putNumber(Bytes* out, std::size_t number) {
-  for (int i = 0; i < 4; ++i) out->push_back(static_cast<std::byte>(number >> (8 * i) & 0xFF));
 }
 
 struct Code {
@@ -36,12 +33,9 @@ Bytes blockOf(std::size_t unpacked, const std::vector<Code>& codes) {
       stream.back() |= static_cast<std::byte>((code >> i & 1) << (bits % 8));
     }
   }
-  Bytes block;
-  putNumber(&block, unpacked);
-  putNumber(&block, stream.size());
-  putNumber(&block, codes.size());
-  block.insert(block.end(), stream.begin(), stream.end());
-  return block;
+  ByteWriter block;
+  block.number(static_cast<std::int64_t>(unpacked), 4).number(std::ssize(stream), 4);
+  return block.number(std::ssize(codes), 4).bytes(stream).take();
 }
 
 Bytes unpacked(const Bytes& block, std::size_t size) { return CLZWCompression(block).decompress(size); }

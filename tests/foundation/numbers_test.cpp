@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "foundation/arithmetic.h"
+#include "foundation/byte_reader.h"
+#include "foundation/byte_writer.h"
 #include "foundation/code_page.h"
 #include "foundation/geometry.h"
 #include "foundation/xobject.h"
@@ -77,6 +79,27 @@ TEST(CodePage, GoesToUtf8AndBack) {
   // A, Z, capitals with carons and acutes, the sharp s that has none, the multiplication and division signs.
   EXPECT_EQ(code_page::foldCase("az\x9A\x9C\xB3\xB9\xBE\xE0\xFE\xDF\xF7\xFF"),
             "AZ\x8A\x8C\xA3\xA5\xBC\xC0\xDE\xDF\xF7\xFF");
+}
+
+TEST(Bytes, AreLittleEndianAndComeBack) {
+  ByteWriter out;
+  out.u8(0xFE).i16(-2).u16(0x1234).i32(kLeast).u32(0xFFFFFFFFU).f64(-0.5).number(-1, 3).field("abc", 2);
+  out.field("d", 3).zeros(1);
+  const unsigned char expected[] = {0xFE, 0xFE, 0xFF, 0x34, 0x12, 0,   0,   0, 0x80, 0xFF,
+                                    0xFF, 0xFF, 0xFF, 0,    0,    0,   0,   0, 0,    0xE0,
+                                    0xBF, 0xFF, 0xFF, 0xFF, 'a',  'b', 'd', 0, 0,    0};
+  EXPECT_TRUE(std::ranges::equal(out.written(), std::as_bytes(std::span(expected))));
+  ByteReader in(out.written());
+  EXPECT_EQ(in.u8(), 0xFE);
+  EXPECT_EQ(in.i16(), -2);
+  EXPECT_EQ(in.u16(), 0x1234);
+  EXPECT_EQ(in.i32(), kLeast);
+  EXPECT_EQ(in.u32(), 0xFFFFFFFFU);
+  EXPECT_EQ(in.f64(), -0.5);
+  in.skip(8);
+  EXPECT_TRUE(in.ok());
+  EXPECT_EQ(in.f64(), 0);
+  EXPECT_FALSE(in.ok());
 }
 
 }  // namespace

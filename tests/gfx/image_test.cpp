@@ -6,6 +6,7 @@
 
 #include "files/file.h"
 #include "files/rle_compression.h"
+#include "foundation/byte_writer.h"
 #include "foundation/diagnose.h"
 #include "foundation/limits.h"
 #include "gfx/data_buffer.h"
@@ -20,31 +21,24 @@ namespace {
 using test::ScreenWorld;
 using Bytes = std::vector<std::byte>;
 
-void put(Bytes* out, std::initializer_list<int> values, int width = 1) {
-  for (const int value : values) {
-    for (int i = 0; i < width; ++i) out->push_back(static_cast<std::byte>(value >> (8 * i) & 0xFF));
-  }
-}
-
 struct Header {
   int width = 2, height = 2, bpp = 16, packing = 0, alphaSize = 0, x = 3, y = -4;
 };
 
 Bytes imgFile(const Header& h, const Bytes& planes) {
-  Bytes out;
-  put(&out, {'P', 'I', 'K', 0});
+  ByteWriter out;
+  out.field("PIK", 4);
   // The field of the colour's size is not read: nonsense.
-  put(&out, {h.width, h.height, h.bpp, 99, 0, h.packing, h.alphaSize, h.x, h.y}, 4);
-  out.insert(out.end(), planes.begin(), planes.end());
-  return out;
+  for (const int value : {h.width, h.height, h.bpp, 99, 0, h.packing, h.alphaSize, h.x, h.y}) out.i32(value);
+  return out.bytes(planes).take();
 }
 
 std::string text(const Bytes& bytes) { return {reinterpret_cast<const char*>(bytes.data()), bytes.size()}; }
 
 Bytes pixels16(std::initializer_list<int> values) {
-  Bytes out;
-  put(&out, values, 2);
-  return out;
+  ByteWriter out;
+  for (const int value : values) out.number(value, 2);
+  return out.take();
 }
 
 Bytes operator+(Bytes a, const Bytes& b) {

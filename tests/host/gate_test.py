@@ -160,6 +160,15 @@ def try_what_games_write(host, work):
             expect(outside.read_text() == "kept", f"{case}: written through")
             others = [other for other in WRITTEN if other != name]
             expect(all((game / other).is_file() for other in others), f"{case}: another file is missing")
+    # Copies of definitions beside them, which -code and -decode ask for.
+    game = fresh_writer(work / "writer")
+    (game / "Dane" / "MAIN.cnv.coded").symlink_to(outside)
+    done = run(host, game, "-code")
+    expect((game / "Dane" / "application.def.coded").is_file(), f"-code: no copy: {done.stderr}")
+    shutil.copyfile(game / "Dane" / "application.def.coded", game / "Dane" / "application.def")
+    (game / "Dane" / "application.def.decoded").symlink_to(outside)
+    run(host, game, "-decode")
+    expect(outside.read_text() == "kept", "-code or -decode wrote through a link")
     # Names beside the targets mean nothing.
     game = fresh_writer(work / "writer")
     for name in WRITTEN:

@@ -8,6 +8,7 @@
 #include <thread>
 #include <vector>
 
+#include "foundation/byte_writer.h"
 #include "platform/headless/headless_platform.h"
 #include "platform/sound_mixer.h"
 #include "platform/thread_timer.h"
@@ -24,12 +25,9 @@ using platform::SoundFormat;
 using platform::SoundMixer;
 
 std::vector<std::byte> bytesOf(const std::vector<std::int16_t>& samples) {
-  std::vector<std::byte> bytes;
-  for (const std::int16_t sample : samples) {
-    bytes.push_back(static_cast<std::byte>(sample & 0xFF));
-    bytes.push_back(static_cast<std::byte>(sample >> 8 & 0xFF));
-  }
-  return bytes;
+  ByteWriter bytes;
+  for (const std::int16_t sample : samples) bytes.i16(sample);
+  return bytes.take();
 }
 
 TEST(SoundMixer, GoesRoundAndKeepsItsPlaceToTheBlock) {

@@ -6,12 +6,14 @@
 #include <string>
 #include <string_view>
 
+#include "foundation/byte_writer.h"
+
 namespace footlight::test {
 
 inline std::string int32Bytes(std::int64_t value) {
-  std::string bytes;
-  for (int i = 0; i < 4; ++i) bytes += static_cast<char>(static_cast<std::uint64_t>(value) >> (8 * i));
-  return bytes;
+  ByteWriter out;
+  out.number(value, 4);
+  return {reinterpret_cast<const char*>(out.written().data()), out.size()};
 }
 
 inline std::string textBytes(std::string_view text) {

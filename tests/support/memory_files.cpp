@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "foundation/byte_writer.h"
 #include "foundation/code_page.h"
 #include "platform/engine_path.h"
 
@@ -25,17 +26,12 @@ std::string lastPart(std::string_view name) { return std::string(name.substr(nam
 }  // namespace
 
 std::string waveFile(int samples) {
-  const auto number = [](int value, int bytes) {
-    std::string text;
-    for (int i = 0; i < bytes; ++i) text += static_cast<char>(value >> (8 * i) & 0xFF);
-    return text;
-  };
-  const std::string format =
-      number(1, 2) + number(1, 2) + number(22050, 4) + number(44100, 4) + number(2, 2) + number(16, 2);
-  std::string data;
-  for (int i = 0; i < samples; ++i) data += number(i * 991 % 20000, 2);
-  const std::string body = "WAVEfmt " + number(16, 4) + format + "data" + number(2 * samples, 4) + data;
-  return "RIFF" + number(static_cast<int>(body.size()), 4) + body;
+  ByteWriter out;
+  out.text("RIFF").u32(static_cast<std::uint32_t>(36 + 2 * samples)).text("WAVEfmt ").u32(16);
+  out.u16(1).u16(1).u32(22050).u32(44100).u16(2).u16(16);
+  out.text("data").u32(static_cast<std::uint32_t>(2 * samples));
+  for (int i = 0; i < samples; ++i) out.number(i * 991 % 20000, 2);
+  return {reinterpret_cast<const char*>(out.written().data()), out.size()};
 }
 
 Content contentOf(std::string_view text) {

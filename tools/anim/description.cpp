@@ -94,8 +94,9 @@ class Line {
     std::string word;
     std::size_t i = 1;
     for (; i < rest_.size() && rest_[i] != '"'; ++i) {
-      if (rest_[i] == '\\' && i + 1 < rest_.size()) ++i;
-      word += rest_[i - 1] == '\\' && rest_[i] == 'n' ? '\n' : rest_[i];
+      const bool isEscaped = rest_[i] == '\\' && i + 1 < rest_.size();
+      if (isEscaped) ++i;
+      word += isEscaped && rest_[i] == 'n' ? '\n' : rest_[i];
     }
     if (i >= rest_.size()) fail("a double quote is missing at the end");
     rest_.remove_prefix(std::min(rest_.size(), i + 1));
@@ -282,10 +283,11 @@ class Parser {
 };
 
 // And back
-std::string quotedOf(std::string_view text) {
-  const std::string shown = code_page::toUtf8(text);
+
+// A word as it stands in a line; it is UTF-8, as names of files are.
+std::string wordOf(std::string_view shown) {
   const bool isPlain = !shown.empty() && shown.find_first_of(" \t\"\\\n\r") == std::string::npos;
-  if (isPlain) return shown;
+  if (isPlain) return std::string(shown);
   std::string out = "\"";
   for (const char c : shown) {
     if (c == '"' || c == '\\') out += '\\';
@@ -294,6 +296,9 @@ std::string quotedOf(std::string_view text) {
   }
   return out + "\"";
 }
+
+// The same for a text of the engine.
+std::string quotedOf(std::string_view text) { return wordOf(code_page::toUtf8(text)); }
 
 template <class Rows>
 std::string flagsOf(const Rows& rows, std::uint32_t flags, const char* beforeNumber) {
@@ -315,7 +320,7 @@ std::string wordAndNumber(const char* word, int number, int usual) {
 }
 
 std::string stepLine(const std::string& picture, const _anmFrameInfo3& info) {
-  std::string line = "step " + quotedOf(picture);
+  std::string line = "step " + wordOf(picture);
   if (info.offset != CXPoint()) line += placeText("offset", info.offset);
   line += wordAndNumber("opacity", info.opacity, 255);
   if (info.name.IsString()) line += " name " + quotedOf(info.name.view());
@@ -366,8 +371,7 @@ std::string print(const Description& description) {
   text += "author " + quotedOf(animation.author.view()) + "\ndescription " +
           quotedOf(animation.description.view()) + "\n\n";
   for (std::size_t i = 0; i < animation.frames.size(); ++i)
-    text +=
-        "frame " + quotedOf(description.pictures[i]) + placeText("at", animation.frames[i].position) + "\n";
+    text += "frame " + wordOf(description.pictures[i]) + placeText("at", animation.frames[i].position) + "\n";
   for (const _annEventInfo3& event : animation.events) text += eventLines(description, event);
   return text;
 }

@@ -6,6 +6,7 @@
 
 #include "files/file.h"
 #include "foundation/byte_reader.h"
+#include "foundation/byte_writer.h"
 #include "foundation/limits.h"
 #include "objects/data/insertion_order.h"
 #include "script/mc_objects_container.h"
@@ -19,21 +20,15 @@ namespace {
 constexpr double kThousand = 1000.0;  // files hold whole thousandths of a DOUBLE
 constexpr double kThousandth = 0.001;
 
-void putInt(std::string* bytes, std::int32_t value) {
-  const auto bits = static_cast<std::uint32_t>(value);
-  for (int shift = 0; shift < 32; shift += 8) *bytes += static_cast<char>(bits >> shift & 0xFFU);
-}
-
-void putValue(std::string* bytes, CMC_Variable& value) {
-  putInt(bytes, value.getType());
+void putValue(ByteWriter& out, CMC_Variable& value) {
+  out.i32(value.getType());
   if (value.getType() == type::kString) {
     const CXString text = value.asText();
-    putInt(bytes, text.Length());
-    *bytes += text.view();
+    out.i32(text.Length()).text(text);
   } else if (value.getType() == type::kDouble) {
-    putInt(bytes, to_int(value.asDouble() * kThousand));
+    out.i32(to_int(value.asDouble() * kThousand));
   } else {
-    putInt(bytes, value.asInteger());
+    out.i32(value.asInteger());
   }
 }
 
@@ -261,11 +256,9 @@ void CMC_Array::allChanged() {
 void CMC_Array::load(const CXString& name) {
   removeAll();
   CFile file(window(), name, CFile::kReadBinary);
-  const int length = file.isOpen() ? file.Length() : 0;
-  if (length > limits::kTextFileBytes) return limitHit("array file too long");
-  std::vector<std::byte> bytes(static_cast<std::size_t>(std::max(length, 0)));
-  bytes.resize(static_cast<std::size_t>(std::max(file.Read(bytes.data(), length), 0)));
-  ByteReader reader(bytes);
+  const auto bytes = file.readRest(limits::kTextFileBytes);
+  if (!bytes) return limitHit("array file too long");
+  ByteReader reader(*bytes);
   const std::int32_t count = reader.i32();
   if (!hasRoom(count)) return;
   for (std::int32_t i = 0; i < count && reader.left() > 0; ++i) {
@@ -275,15 +268,15 @@ void CMC_Array::load(const CXString& name) {
 }
 
 void CMC_Array::save(const CXString& name) const {
-  std::string bytes;
-  putInt(&bytes, size());
+  ByteWriter out;
+  out.i32(size());
   for (const ArrayValue& item : items_) {
-    putValue(&bytes, *item.variable());
-    if (static_cast<std::int64_t>(bytes.size()) > limits::kTextFileBytes)
+    putValue(out, *item.variable());
+    if (static_cast<std::int64_t>(out.size()) > limits::kTextFileBytes)
       return limitHit("array file too long");
   }
   CFile file(window(), name, CFile::kWriteBinary);
-  if (file.isOpen()) file.Write(bytes.data(), static_cast<int>(bytes.size()));
+  if (file.isOpen()) file.Write(out.written().data(), static_cast<int>(out.size()));
 }
 
 CXString CMC_Array::toString() const {

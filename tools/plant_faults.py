@@ -7,8 +7,8 @@
 
 Each row of FAULTS is a file, a text that stands in it exactly once, what takes its place, and what is wrong then. The copy
 is built and tested once without a fault, then each fault is built (only what depends on it) and tested up to the first
-failure. The exit status is 0 when every fault was found, 1 when one survived, 2 when a row does not fit or the tests fail
-without any fault.
+failure. The exit status is 0 when every fault was found, 1 when one survived, 2 when a row does not fit or does
+not build, or the tests fail without any fault.
 """
 
 import argparse
@@ -24,8 +24,8 @@ FAULTS = [
     # Time
     ("src/foundation/xtimer.cpp", "timer->last = moment - timer->pausedFor", "timer->last = moment",
      "RESUME of a timer forgets the time gone by"),
-    ("src/foundation/xtimer.cpp", "timer->pausedFor = moment - timer->last", "timer->pausedFor = 0",
-     "PAUSE of a timer forgets the time gone by"),
+    ("src/foundation/xtimer.cpp", "timer->pausedFor = moment - timer->last",
+     "timer->pausedFor = (moment - timer->last) / 2", "PAUSE of a timer notes half the time gone by"),
     ("src/objects/system/mc_timer.cpp", "ticks_ == maxTicks_", "ticks_ > maxTicks_", "a timer ticks once too often"),
     ("src/objects/system/mc_timer.cpp", "  enabled_ = true;\n  setTicks(0);", "  enabled_ = true;",
      "ENABLE of a timer goes on counting"),
@@ -79,7 +79,8 @@ FAULTS = [
     ("src/objects/data/mc_array_runner.cpp", "array.changed(array.size() - 2)", "array.changed(array.size() - 1)",
      "ADD reports the index of the new element"),
     ("src/objects/data/mc_array.cpp", "(marker_ + by) % size()", "(marker_ - by) % size()", "NEXT goes back"),
-    ("src/objects/data/mc_array.cpp", "  if (ascending) return;\n", "", "SORT of mixed types turns round always"),
+    ("src/objects/data/mc_array.cpp", "if (ascending) return;", "if (!ascending) return;",
+     "SORT of mixed types goes the other way"),
     ("src/objects/data/insertion_order.cpp", "value.asBool()), text(", "!value.asBool()), text(",
      "TRUE and FALSE are swapped among mixed types"),
     ("src/foundation/random.cpp", "count = wrap_sub(n, low)", "count = wrap_add(n, low)", "a count of 0 in RANDOMFILL"),
@@ -137,6 +138,10 @@ FAULTS = [
 ]
 
 
+SURVIVED = "SURVIVED"
+BROKEN = "does not build: the row needs another text"
+
+
 def fits(tree, fault):
     path, old, _, _ = fault
     file = tree / path
@@ -154,7 +159,8 @@ class Copy:
     """A copy of the tree, with its build."""
 
     def __init__(self, folder, jobs, tests):
-        self.tree, self.build = folder / "tree", folder / "build"
+        # Where a build of the tree itself would lie, so that the compiler's cache knows the files.
+        self.tree, self.build = folder / "tree", folder / "tree" / "build" / "release"
         self.log, self.jobs, self.tests = folder / "log.txt", str(jobs), tests
         folder.mkdir(parents=True, exist_ok=True)
         self.log.write_text("")
@@ -171,12 +177,14 @@ class Copy:
             target.parent.mkdir(parents=True, exist_ok=True)
             shutil.copy2(source, target)
             target.touch()
-        for path in [p for p in self.tree.rglob("*") if p.is_file()]:
-            if str(path.relative_to(self.tree)) not in set(names):
+        kept = {self.tree / name for name in names}
+        for path in list(self.tree.rglob("*")):
+            if path.is_file() and path not in kept and self.build not in path.parents:
                 path.unlink()
 
     def configure(self):
-        return call(["cmake", "-S", self.tree, "-B", self.build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release"], self.log) == 0
+        command = ["cmake", "-S", self.tree, "--preset", "release", "-DFOOTLIGHT_BENCH=OFF"]
+        return call(command, self.log) == 0
 
     def make(self):
         return call(["cmake", "--build", self.build, "-j", self.jobs], self.log) == 0
@@ -196,16 +204,16 @@ class Copy:
 
 
 def judge(copy, fault):
-    """How the fault ended, in words; None when it survived."""
+    """How the fault ended, in words."""
     path, old, new, _ = fault
     file = copy.tree / path
     sound = file.read_text(encoding="utf-8")
     file.write_text(sound.replace(old, new), encoding="utf-8")
     try:
         if not copy.make():
-            return "does not build"
+            return BROKEN
         failed = copy.test()
-        return f"found by {failed}" if failed else None
+        return f"found by {failed}" if failed else SURVIVED
     finally:
         file.write_text(sound, encoding="utf-8")
 
@@ -242,14 +250,13 @@ def main():
     if failed:
         print(f"Without any fault {failed} fails: see {copy.log}")
         return 2
-    survivors = []
+    results = []
     for fault in chosen:
-        result = judge(copy, fault)
-        print(f"{fault[0]}: {fault[3]}: {result or 'SURVIVED'}", flush=True)
-        if result is None:
-            survivors.append(fault)
-    print(f"{len(chosen) - len(survivors)} of {len(chosen)} found")
-    return 1 if survivors else 0
+        results.append(judge(copy, fault))
+        print(f"{fault[0]}: {fault[3]}: {results[-1]}", flush=True)
+    survived, broken = results.count(SURVIVED), results.count(BROKEN)
+    print(f"{len(chosen) - survived - broken} of {len(chosen)} found, {survived} survived, {broken} did not build")
+    return 2 if broken else 1 if survived else 0
 
 
 if __name__ == "__main__":

@@ -60,6 +60,7 @@ def answer_their_methods():
 # Each object plays a file of its own, named like the object: the events and the animation's flags.
 COURSES = {
     "LOOP": ([event("E", [3, 2, 1, 0, 3], loop=(1, 2, 2))], 0),
+    "AGAIN": ([event("E", [3, 2, 1, 0, 3], loop=(1, 2, 2))], 0),
     "ONCE": ([event("E", [0, 1], loop=(0, 0, 9))], 0),
     "BOUNCE": ([event("E", [0, 1, 2, 3], loop=(1, 2, 0), flags=0x20000)], 0),
     "HIDES": ([event("E", [0, 1], flags=0x100)], 0),

@@ -17,8 +17,7 @@ constexpr int kNarrowest = 9;
 constexpr int kWidest = 16;
 constexpr std::uint32_t kNone = kEntries;  // no code
 
-// --- codes to bytes
-
+// Codes to bytes
 class CodeReader {
  public:
   CodeReader(std::span<const std::byte> stream, std::int64_t codes) : stream_(stream), codes_(codes) {}
@@ -111,8 +110,7 @@ class Decoder {
   std::byte first_{};  // of the previous string
 };
 
-// --- bytes to codes
-
+// Bytes to codes
 // How much goes into so much, in hundredths; nothing written counts as one byte.
 std::int64_t ratio(std::int64_t input, std::int64_t bits) {
   return input * 100 / std::max<std::int64_t>(1, bits / 8);

@@ -58,9 +58,9 @@ void CSoundCodec_ADPCM::decode(CFile* file) {
              .wBitsPerSample = 8 * kSampleBytes};
   format_.nBlockAlign = static_cast<std::uint16_t>(kSampleBytes * format_.nChannels);
   format_.nAvgBytesPerSec = format_.nBlockAlign * format_.nSamplesPerSec;
-  const sf_count_t bytes = 2 * kSampleBytes * info.channels * std::clamp<sf_count_t>(info.frames, 0, most);
+  const sf_count_t needed = 2 * kSampleBytes * info.channels * std::clamp<sf_count_t>(info.frames, 0, most);
   if (format_.soundFormat().isPlayable() && info.frames > 0 && info.frames <= most &&
-      memory::hasRoom(bytes)) {
+      memory::hasRoom(needed)) {
     std::vector<short> samples(static_cast<std::size_t>(info.frames * info.channels));
     const sf_count_t read = std::max<sf_count_t>(0, sf_readf_short(sound, samples.data(), info.frames));
     samples.resize(static_cast<std::size_t>(read * info.channels));

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "app/mc_scene.h"
-#include "objects/input/mc_mouse.h"
+#include "input/cursor_clip.h"
 #include "support/game_world.h"
 
 namespace footlight {
@@ -31,7 +31,7 @@ TEST(SceneChange, FreesTheCursorForGood) {
   world.tick();
   ASSERT_EQ(world.scene()->getName(), "B");
   EXPECT_FALSE(world.machine().shell().clip().has_value());
-  CMC_Mouse::restore();
+  CCursorClip::restore();
   EXPECT_FALSE(world.machine().shell().clip().has_value()) << "not when the window comes back either";
 }
 

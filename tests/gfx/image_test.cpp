@@ -335,7 +335,7 @@ TEST(Image, SavesTheBytesOfTheForm) {
   EXPECT_EQ(image.Save("..\\outside.img", _compression::none), CFile::kNotFound);
 }
 
-// --- objects that share ---
+// Objects that share
 
 TEST(GraphicsObject, SharersSeeChangesInPlaceAndKeepTheirOwnBlocks) {
   ScreenWorld world;

@@ -1,6 +1,7 @@
 #pragma once
 
-// A table from key objects to value objects with an order that games depend on.
+// A table from key objects to value objects with an order that games depend on. Transfers of files will keep
+// what they wait for in one.
 //
 // To the outside it is a table of buckets: a key's bucket is its hash code, taken as unsigned, modulo the
 // size; within a bucket entries stand in the order in which they were put; when the size times the load

@@ -1,6 +1,7 @@
 #pragma once
 
-// A whole number as an object, for lists and as a key. Sums wrap in 32 bits.
+// A whole number as an object, for lists and as a key. Sums wrap in 32 bits. The codes of marked-up text will
+// be told in it.
 
 #include "foundation/arithmetic.h"
 #include "foundation/xobject.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-// What CXArray and CXVector share: a growable list of pointers to things that it does not own.
+// What CXVector is made of: a growable list of pointers to things that it does not own.
 //
 // The capacity is a visible number with a rule of its own: when the count stands above capacity times load
 // factor after an addition, the capacity doubles. A capacity of 0 never grows. Memory follows the count, and

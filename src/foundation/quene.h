@@ -1,36 +1,12 @@
 #pragma once
 
-// Queues of pointers, first in first out or last in first out. They own nothing; `pop` on an empty
-// one gives null.
+// Queues of objects, first in first out or last in first out. They own nothing; `pop` on an empty one gives
+// null. FIFO and LIFO will be built on them.
 
-#include "foundation/xarray.h"
 #include "foundation/xvector.h"
 
 namespace footlight {
 
-template <class T>
-class CQuene : public CXArray<T> {
- public:
-  using CXArray<T>::CXArray;
-  virtual void push(T* item) { this->add(item); }
-  virtual T* pop() = 0;
-};
-
-template <class T>
-class CFifoQuene : public CQuene<T> {
- public:
-  using CQuene<T>::CQuene;
-  T* pop() override { return this->removeAt(0); }
-};
-
-template <class T>
-class CLifoQuene : public CQuene<T> {
- public:
-  using CQuene<T>::CQuene;
-  T* pop() override { return this->removeAt(this->size() - 1); }
-};
-
-// The same for objects.
 class CXQuene : public CXVector {
  public:
   using CXVector::CXVector;

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "files/file_stream.h"
 #include "files/folder.h"
 #include "files/text_file_reader.h"
 #include "foundation/diagnose.h"
@@ -186,23 +185,6 @@ TEST_F(FileTest, LinesAreCutAndReadsGoOnBehindThem) {
   EXPECT_EQ(file.getLine(), "est");
   EXPECT_TRUE(file.eof());
   EXPECT_FALSE(file.GetLine(line, 4));
-}
-
-TEST_F(FileTest, StreamsStayInsideTheirMemory) {
-  CFile_Stream stream("ab\ncd", 5);
-  EXPECT_EQ(stream.getLine(), "ab\n");
-  char rest[8];
-  EXPECT_EQ(stream.Read(rest, 8), 2);
-  EXPECT_TRUE(stream.eof());
-  EXPECT_EQ(stream.Seek(6, 0), -1);
-  EXPECT_EQ(stream.Seek(-6, 1), -1);
-  EXPECT_EQ(stream.Seek(2147483647, 1), -1);
-  EXPECT_EQ(stream.Seek(1, 0), 0);
-  EXPECT_EQ(stream.Seek(1, 1), 0);
-  EXPECT_EQ(stream.Tell(), 2);
-  EXPECT_EQ(stream.Seek(5, 2), 0);
-  EXPECT_EQ(stream.Tell(), 5);
-  EXPECT_EQ(stream.Read(rest, -1), 0);
 }
 
 TEST_F(FileTest, SearchesFolders) {

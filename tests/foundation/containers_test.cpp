@@ -4,8 +4,6 @@
 #include "foundation/integer.h"
 #include "foundation/quene.h"
 #include "foundation/sorted_vector.h"
-#include "foundation/string_array.h"
-#include "foundation/xpair.h"
 
 namespace footlight {
 namespace {
@@ -31,8 +29,8 @@ std::vector<int> numbers(const CXVector& vector) {
 }
 
 TEST(Arrays, CapacityDoublesByTheLoadFactor) {
-  CXArray<int> array;
-  int item = 0;
+  CXVector array;
+  CInteger item;
   for (int i = 0; i < 75; ++i) array.add(&item);
   EXPECT_EQ(array.Capacity(), 101);
   array.add(&item);
@@ -40,18 +38,18 @@ TEST(Arrays, CapacityDoublesByTheLoadFactor) {
   array.removeAll();
   EXPECT_EQ(array.Capacity(), 202);
 
-  CXArray<int> exact(4, 0.75F);
+  CXVector exact(4, 0.75F);
   for (int i = 0; i < 3; ++i) exact.add(&item);
   EXPECT_EQ(exact.Capacity(), 4);  // strictly above 3
   exact.add(&item);
   EXPECT_EQ(exact.Capacity(), 8);
 
-  CXArray<int> none(0, 0.75F);
+  CXVector none(0, 0.75F);
   none.add(&item);
   EXPECT_EQ(none.Capacity(), 0);
   EXPECT_EQ(none.size(), 1);
 
-  CXArray<int> far(8, 0.75F);
+  CXVector far(8, 0.75F);
   far.insertAt(&item, 20);
   EXPECT_EQ(far.size(), 21);
   EXPECT_EQ(far[19], nullptr);
@@ -112,19 +110,13 @@ TEST(Quenes, GiveInTheirOrderAndNullWhenEmpty) {
   for (int i = 0; i < 100; ++i) items[i].parse(CXString::toString(i));
   CXFifoQuene fifo;
   CXLifoQuene lifo;
-  CFifoQuene<Item> plainFifo;
-  CLifoQuene<Item> plainLifo;
   for (Item& item : items) {
     fifo.push(&item);
     lifo.push(&item);
-    plainFifo.push(&item);
-    plainLifo.push(&item);
   }
   for (int i = 0; i < 50; ++i) {
     EXPECT_EQ(fifo.pop(), &items[i]);
-    EXPECT_EQ(plainFifo.pop(), &items[i]);
     EXPECT_EQ(lifo.pop(), &items[99 - i]);
-    EXPECT_EQ(plainLifo.pop(), &items[99 - i]);
   }
   // A list that was taken from at the front behaves as a new one.
   fifo.push(&items[0]);
@@ -140,24 +132,6 @@ TEST(Quenes, GiveInTheirOrderAndNullWhenEmpty) {
   EXPECT_EQ(CXLifoQuene().pop(), nullptr);
 }
 
-TEST(StringArray, KeepsASetWhenUnique) {
-  CStringArray set(true);
-  CStringArray list(false);
-  for (const char* text : {"a", "b", "a"}) {
-    set.add(text);
-    list.add(text);
-  }
-  EXPECT_EQ(set.getSize(), 2);
-  EXPECT_EQ(list.getSize(), 3);
-  list.remove("a");
-  EXPECT_TRUE(list.contains("a"));
-  EXPECT_EQ(list.getAt(0), "b");
-  set.remove("a");
-  set.remove("A");
-  EXPECT_FALSE(set.contains("a"));
-  EXPECT_EQ(set.getAt(1), "");
-}
-
 TEST(Integer, IsItsOwnHash) {
   CInteger number(CXString("-5x"));
   EXPECT_EQ(number.getHashcode(), 0xFFFFFFFBU);
@@ -170,18 +144,6 @@ TEST(Integer, IsItsOwnHash) {
   number.parse("2147483647");
   number.increment();
   EXPECT_EQ(number.toInt(), -2147483647 - 1);
-}
-
-TEST(Triple, ClonesItsPointers) {
-  int a = 0;
-  char b = 0;
-  CXTriple<int, char, int> triple(&a, &b, nullptr);
-  const auto copy = triple.clone();
-  triple.setFirst(nullptr);
-  const auto* other = dynamic_cast<CXTriple<int, char, int>*>(copy.get());
-  EXPECT_EQ(other->getFirst(), &a);
-  EXPECT_EQ(other->getSecond(), &b);
-  EXPECT_EQ(other->getThird(), nullptr);
 }
 
 }  // namespace

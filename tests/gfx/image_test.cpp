@@ -9,7 +9,6 @@
 #include "foundation/byte_writer.h"
 #include "foundation/diagnose.h"
 #include "foundation/limits.h"
-#include "gfx/data_buffer.h"
 #include "gfx/image_file.h"
 #include "gfx/img_format.h"
 #include "gfx/jpeg.h"
@@ -209,39 +208,6 @@ TEST(Jpeg, IsReadByNameInTheDisplaysFormat) {
               bpp == 15 ? 25u << 10 | 25u << 5 | 25u : 25u << 11 | 50u << 5 | 25u);
     EXPECT_EQ(image.Load("b.other", true), 0) << "only .img is no JPEG";
   }
-}
-
-TEST(DataBuffer, MovesItsCursorAndGoesBack) {
-  CDataBuffer2Dim buffer(kPlain, {2, 2}, 2);
-  EXPECT_EQ(buffer.getMemoryUsage(), 8);
-  const auto under = [&] {
-    const auto element = buffer.cursor();
-    return element.empty() ? -1 : std::to_integer<int>(element[0]);
-  };
-  EXPECT_EQ(under(), 0x11);
-  ++buffer;
-  EXPECT_EQ(under(), 0x22);
-  buffer.nextLine();
-  EXPECT_EQ(under(), 0x44);
-  ++buffer;
-  EXPECT_EQ(under(), -1);
-  buffer.prevLine();
-  EXPECT_EQ(under(), 0x33);
-  buffer.at(1, 0);
-  buffer -= 2;
-  EXPECT_EQ(under(), -1);
-  buffer.backup();
-  buffer.zero();
-  buffer.start();
-  EXPECT_EQ(under(), 0);
-  const auto copy = buffer.clone();
-  buffer.restore(true);
-  EXPECT_EQ(under(), 0x11);
-  buffer.zero();
-  buffer.restore(false);
-  EXPECT_EQ(under(), 0) << "the copy was dropped";
-  EXPECT_EQ(static_cast<CDataBuffer2Dim&>(*copy).cursor()[0], std::byte{0});
-  EXPECT_EQ(CDataBuffer2Dim({1 << 20, 1 << 20}, 4).getMemoryUsage(), 0);
 }
 
 TEST(Image, LoadsConvertsAndShowsAPictureFile) {

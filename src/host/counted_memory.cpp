@@ -15,7 +15,8 @@
 
 #ifdef FOOTLIGHT_SANITIZER_COUNTS
 
-#include <sanitizer/allocator_interface.h>
+// Of the sanitizers' run-time library; not every compiler brings its header.
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
 
 namespace footlight::host {
 

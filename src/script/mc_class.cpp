@@ -133,8 +133,8 @@ void CMC_Class::destruct() {
   const Ref<CMC_Class> self(this);
   const Making making;
   static_cast<CMC_Class_Runner*>(getRunner())->runClass(this, getScene(), ArgumentList(), "DESTRUCTOR");
-  for (const WeakRef<CMC_Object>& object : snapshot()) {
-    auto* nested = object_cast<CMC_Class>(object.get());
+  for (const Ref<CMC_Object>& object : snapshot()) {
+    auto* nested = object->isDisposed() ? nullptr : object_cast<CMC_Class>(object.get());
     if (nested != nullptr && !isOwnedElsewhere(nested)) nested->destruct();
   }
 }

@@ -170,11 +170,6 @@ Comparison CMC_Condition::comparisonOf(std::string_view word) {
   return Comparison::none;
 }
 
-bool CMC_Condition::valid(int left, int right, Comparison comparison) {
-  return holds(
-      comparison, [=] { return left == right; }, [=] { return left < right ? -1 : int{left > right}; });
-}
-
 bool CMC_Condition::valid(CMC_ObjectsContainer* scope, const CXString& left, std::string_view word,
                           const CXString& right) {
   const Comparison comparison = comparisonOf(word);

@@ -61,7 +61,16 @@ class CMC_Condition : public CMC_BasicCondition {
   // The number of an argument word; `none`, and a report, for any other.
   static Comparison comparisonOf(std::string_view word);
   // A comparison of whole numbers, 1 to 6 of them.
-  static bool valid(int left, int right, Comparison comparison);
+  static constexpr bool valid(int left, int right, Comparison comparison) {
+    constexpr unsigned kBelow = 1;
+    constexpr unsigned kSame = 2;
+    constexpr unsigned kAbove = 4;
+    // The orders in which each holds.
+    constexpr unsigned kOrders[] = {0, kSame, kBelow | kAbove, kBelow, kBelow | kSame, kAbove, kAbove | kSame,
+                                    0};
+    const unsigned order = left < right ? kBelow : (left == right ? kSame : kAbove);
+    return (kOrders[static_cast<std::size_t>(comparison)] & order) != 0;
+  }
   // The compact form, as A'B, A!'B, A<B, A<'B, A>B, A>'B, A?B.
   static bool valid(CMC_ObjectsContainer* scope, const CXString& text);
 

@@ -37,9 +37,8 @@ bool CMC_ObjectsContainer::isOwnedElsewhere(const CMC_Object* object) const {
 // Names
 
 bool CMC_ObjectsContainer::removeObject(CMC_Object* object) {
-  const auto found = table_.find(object->getName().view());
-  if (found == table_.end() || found->second != object) return false;
-  table_.erase(found);
+  if (table_.find(object->getName()) != object) return false;
+  table_.remove(object->getName());
   noteName(*object, -1);
   if (object->owner_ == this) object->owner_ = nullptr;
   // What goes is mostly what came last.
@@ -72,7 +71,7 @@ bool CMC_ObjectsContainer::addObject(CMC_Object* object) {
   }
   objects_.push_back(object);
   if (!isOwnedElsewhere(object)) object->owner_ = this;
-  table_[object->getName().view()] = object;
+  table_.add(object);
   noteName(*object, 1);
   return true;
 }
@@ -113,10 +112,7 @@ void CMC_ObjectsContainer::renameObject(CMC_Object* object, const CXString& name
   addObject(object);
 }
 
-CMC_Object* CMC_ObjectsContainer::getOwnObject(std::string_view name) const {
-  const auto found = table_.find(name);
-  return found == table_.end() ? nullptr : found->second;
-}
+CMC_Object* CMC_ObjectsContainer::getOwnObject(std::string_view name) const { return table_.find(name); }
 
 CMC_Object* CMC_ObjectsContainer::getObject(int index) const {
   return index < 0 || index >= getElementsNo() ? nullptr : objects_[static_cast<std::size_t>(index)];
@@ -176,7 +172,7 @@ std::vector<CMC_Object*> CMC_ObjectsContainer::getObjectsOfType(int type) const 
   return found;
 }
 
-std::vector<WeakRef<CMC_Object>> CMC_ObjectsContainer::snapshot() const {
+std::vector<Ref<CMC_Object>> CMC_ObjectsContainer::snapshot() const {
   return {objects_.begin(), objects_.end()};
 }
 
@@ -236,13 +232,19 @@ CMC_Object* CMC_ObjectsContainer::resolve(const CMElement* element, CMC_Groupped
   return object;
 }
 
+struct CMC_ObjectsContainer::Waiting {
+  const CMElement* element;
+  const ScriptType* type;  // null for a TYPE that nobody here knows
+};
+
 std::vector<const CMElement*> CMC_ObjectsContainer::resolveObjects(const CMElements& elements) {
   constexpr int kLastPass = 6;
   constexpr int kClasses = 4;
-  std::vector<const CMElement*> waiting;
+  std::vector<Waiting> waiting;
+  waiting.reserve(static_cast<std::size_t>(elements.getSize()));
   for (const CMElement* element : elements) {
-    if (element->isPropertyAvailable("TYPE")) {
-      waiting.push_back(element);
+    if (const CMProperty* word = element->properties().get("TYPE")) {
+      waiting.push_back({element, findTypeByDefinition(word->getValue())});
     } else if (element->getName() != getName()) {
       reportUnknown(*element);
     }
@@ -253,8 +255,12 @@ std::vector<const CMElement*> CMC_ObjectsContainer::resolveObjects(const CMEleme
     for (CMC_Object* object : getObjectsOfType(type::kBehaviour))
       static_cast<CMC_Behaviour*>(object)->resolveCondition();
   }
-  for (const CMElement* element : waiting) reportUnknown(*element);
-  return waiting;
+  std::vector<const CMElement*> left;
+  for (const Waiting& waits : waiting) {
+    reportUnknown(*waits.element);
+    left.push_back(waits.element);
+  }
+  return left;
 }
 
 // Nothing was made of the element.
@@ -267,11 +273,10 @@ void CMC_ObjectsContainer::reportUnknown(const CMElement& element) {
                    type == nullptr ? element.origin() : type->origin());
 }
 
-void CMC_ObjectsContainer::buildPass(std::vector<const CMElement*>& waiting, int pass) {
+void CMC_ObjectsContainer::buildPass(std::vector<Waiting>& waiting, int pass) {
   constexpr int kLastPass = 6;
-  std::vector<const CMElement*> left;
-  for (const CMElement* element : waiting) {
-    const ScriptType* type = findTypeByDefinition(element->getPropertyValue("TYPE"));
+  std::vector<Waiting> left;
+  for (const auto& [element, type] : waiting) {
     CMC_Object* object = nullptr;
     if (type != nullptr && type->pass == pass) {
       if (adoptExisting(element, *type)) continue;
@@ -282,7 +287,7 @@ void CMC_ObjectsContainer::buildPass(std::vector<const CMElement*>& waiting, int
     if (object != nullptr) {
       addObject(object);
     } else {
-      left.push_back(element);
+      left.push_back({element, type});
     }
   }
   waiting = std::move(left);
@@ -297,26 +302,24 @@ bool CMC_ObjectsContainer::adoptExisting(const CMElement* element, const ScriptT
 }
 
 void CMC_ObjectsContainer::initObjects() {
-  for (const WeakRef<CMC_Object>& object : snapshot()) {
-    const Ref<CMC_Object> keep(object.get());
-    if (keep && !isOwnedElsewhere(keep.get())) keep->init();
+  for (const Ref<CMC_Object>& object : snapshot()) {
+    if (!object->isDisposed() && !isOwnedElsewhere(object.get())) object->init();
   }
 }
 
 // Ending
 
 void CMC_ObjectsContainer::onSubSceneDone(const CMC_ObjectsContainer* container) {
-  for (const WeakRef<CMC_Object>& object : snapshot()) {
-    if (object) object->onSceneDone(container);
+  for (const Ref<CMC_Object>& object : snapshot()) {
+    if (!object->isDisposed()) object->onSceneDone(container);
   }
   if (parent_) parent_->onSubSceneDone(container);
 }
 
 void CMC_ObjectsContainer::finishAll() {
-  const auto finish = [this](const std::vector<WeakRef<CMC_Object>>& objects, auto belongs) {
-    for (const WeakRef<CMC_Object>& object : objects) {
-      const Ref<CMC_Object> keep(object.get());
-      if (keep && !isOwnedElsewhere(keep.get()) && belongs(*keep)) keep->done(true);
+  const auto finish = [this](const std::vector<Ref<CMC_Object>>& objects, auto belongs) {
+    for (const Ref<CMC_Object>& object : objects) {
+      if (!object->isDisposed() && !isOwnedElsewhere(object.get()) && belongs(*object)) object->done(true);
     }
   };
   const auto all = snapshot();

@@ -9,10 +9,10 @@
 
 #include <memory>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "script/mc_object.h"
+#include "script/name_table.h"
 
 namespace footlight {
 
@@ -62,8 +62,9 @@ class CMC_ObjectsContainer : public CMC_Object {
   int getObjectId(std::string_view name) const;
   std::vector<CMC_Object*> getObjectsOfType(int type) const;
   int getElementsNo() const { return static_cast<int>(objects_.size()); }
-  // A snapshot that outlives whatever its users do to the container.
-  std::vector<WeakRef<CMC_Object>> snapshot() const;
+  // A snapshot that outlives whatever its users do to the container. What ends while it is walked is disposed
+  // of and to be left alone.
+  std::vector<Ref<CMC_Object>> snapshot() const;
 
   // Also makes the parent and the parent's parent reachable by name in this container.
   void setParent(CMC_ObjectsContainer* parent);
@@ -118,7 +119,8 @@ class CMC_ObjectsContainer : public CMC_Object {
   bool adoptExisting(const CMElement* element, const ScriptType& type);
   static void reportReplaced(const CMC_Object& object, const CMC_Object& older);
   static void reportUnknown(const CMElement& element);
-  void buildPass(std::vector<const CMElement*>& waiting, int pass);
+  struct Waiting;  // an element of which nothing is made yet
+  void buildPass(std::vector<Waiting>& waiting, int pass);
   void finishAll();
   void endAll();
   void clearNames();
@@ -131,7 +133,7 @@ class CMC_ObjectsContainer : public CMC_Object {
   static inline int numberNames_ = 0;
 
   std::vector<CMC_Object*> objects_;
-  std::unordered_map<std::string_view, CMC_Object*> table_;  // keys are the objects' own names
+  NameTable table_;
   std::vector<WeakRef<CMC_Object>> departed_;
   WeakRef<CMC_ObjectsContainer> parent_;
   CWindow* window_;

@@ -3,7 +3,6 @@
 // What a statement gives and what a call takes: nothing, an object (as a rule a variable), or a number that
 // becomes a variable only where somebody asks for one.
 
-#include <bit>
 #include <cstdint>
 #include <utility>
 
@@ -19,10 +18,10 @@ class Value {
   Value(Number number) {
     if (number.isWhole()) {
       kind_ = Kind::whole;
-      bits_ = static_cast<std::uint32_t>(number.whole());
+      content_.whole = number.whole();
     } else if (number.isReal()) {
       kind_ = Kind::real;
-      bits_ = std::bit_cast<std::uint64_t>(number.real());
+      content_.real = number.real();
     }
   }
   template <class T>
@@ -32,29 +31,29 @@ class Value {
     if (object == nullptr) return;
     object->pin();
     kind_ = Kind::object;
-    bits_ = reinterpret_cast<std::uintptr_t>(object);
+    content_.object = object;
   }
-  Value(const Value& other) : bits_(other.bits_), kind_(other.kind_) {
-    if (kind_ == Kind::object) pointer()->pin();
+  Value(const Value& other) : content_(other.content_), kind_(other.kind_) {
+    if (kind_ == Kind::object) content_.object->pin();
   }
-  Value(Value&& other) noexcept : bits_(other.bits_), kind_(std::exchange(other.kind_, Kind::none)) {}
+  Value(Value&& other) noexcept : content_(other.content_), kind_(std::exchange(other.kind_, Kind::none)) {}
   Value& operator=(Value other) noexcept {
     std::swap(kind_, other.kind_);
-    std::swap(bits_, other.bits_);
+    std::swap(content_, other.content_);
     return *this;
   }
   ~Value() {
-    if (kind_ == Kind::object) pointer()->unpin();
+    if (kind_ == Kind::object) content_.object->unpin();
   }
 
   bool isNone() const { return kind_ == Kind::none; }
   // None where there is an object.
   Number number() const {
-    if (kind_ == Kind::whole) return Number(static_cast<int>(bits_));
-    return kind_ == Kind::real ? Number(std::bit_cast<double>(bits_)) : Number();
+    if (kind_ == Kind::whole) return Number(content_.whole);
+    return kind_ == Kind::real ? Number(content_.real) : Number();
   }
   // Null where there is only a number.
-  CMC_Object* present() const { return kind_ == Kind::object ? pointer() : nullptr; }
+  CMC_Object* present() const { return kind_ == Kind::object ? content_.object : nullptr; }
   // The object; for a number a pooled variable, which is the same at each call. Null for none.
   CMC_Object* object() const {
     if (kind_ >= Kind::whole) becomeObject();
@@ -65,10 +64,15 @@ class Value {
  private:
   enum class Kind : std::uint8_t { none, object, whole, real };
 
-  CMC_Object* pointer() const { return reinterpret_cast<CMC_Object*>(bits_); }
+  union Content {
+    CMC_Object* object = nullptr;
+    int whole;
+    double real;
+  };
+
   void becomeObject() const;
 
-  mutable std::uint64_t bits_ = 0;
+  mutable Content content_;
   mutable Kind kind_ = Kind::none;
 };
 

@@ -58,7 +58,7 @@ void CSoundCodec_ADPCM::decode(CFile* file) {
              .wBitsPerSample = 8 * kSampleBytes};
   format_.nBlockAlign = static_cast<std::uint16_t>(kSampleBytes * format_.nChannels);
   format_.nAvgBytesPerSec = format_.nBlockAlign * format_.nSamplesPerSec;
-  const sf_count_t needed = 2 * kSampleBytes * info.channels * std::clamp<sf_count_t>(info.frames, 0, most);
+  const sf_count_t needed = std::clamp<sf_count_t>(info.frames, 0, most) * info.channels * (2 * kSampleBytes);
   if (format_.soundFormat().isPlayable() && info.frames > 0 && info.frames <= most &&
       memory::hasRoom(needed)) {
     std::vector<short> samples(static_cast<std::size_t>(info.frames * info.channels));

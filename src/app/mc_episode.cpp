@@ -97,7 +97,7 @@ constexpr Method kMethods[] = {
     {2, "PREV", "", method<prev>,
      "Goes to the scene in front of the current one in SCENES; does nothing at the first."},
     {3, "BACK", "", method<back>,
-     "Goes back to the scene that was shown before, again and again to earlier ones."},
+     "Goes back to the scene that was shown before this one; does nothing in the first."},
     {4, "RESTART", "", method<restart>, "Goes to the first of its scenes and raises ONRESTART."},
     {5, "GOTO", "scene:name", method<gotoScene>, "Goes to a scene of the episode with the next step."},
     {6, "GETLATESTSCENE", "-> text", method<getLatestScene>, "The name of the scene that was left last."},

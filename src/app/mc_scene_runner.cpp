@@ -285,7 +285,7 @@ constexpr Method kMethods[] = {
      "400 is the middle, less is to the left, more to the right."},
     {19, "SETMUSICFREQ", "hertz:int", method<setMusicFreq>, "Plays the music at that many samples a second."},
     {20, "PAUSE", "[timers:bool]", method<pause>,
-     "Holds animations, sounds, the mouse and the timers; with TRUE the timers go on."},
+     "Holds animations, sounds and timers; with TRUE the timers go on."},
     {21, "RESUME", "[timers:bool]", method<resume>,
      "Ends PAUSE; with FALSE the timers stay held, without it as with TRUE they go on."},
     {22, "SETMINHSPRIORITY", "priority:int", method<setMinHsPriority>,

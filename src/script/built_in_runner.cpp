@@ -298,8 +298,8 @@ Result msgBox(CMC_Behaviour& /*behaviour*/, Call& /*call*/) { return {}; }
 
 constexpr Method kMethods[] = {
     {1, "IF", "left:value, [sign:text], [right:value], [then:code], [else:code]", method<ifStatement>,
-     "With more than three arguments compares left and right by a sign, _ !_ < <_ > >_ or ?, and runs then "
-     "or else; with up to three tests a text such as \"A'1&&B>2\" and runs the second or the third."},
+     "Compares left and right by a sign, _ !_ < <_ > >_ or ?, and runs then or else. With three arguments or "
+     "fewer tests a text such as \"A'1&&B>2\" and runs the second or the third."},
     {2, "WHILE", "left:text, sign:text, right:text, body:code", method<whileStatement>,
      "Runs the body as long as left and right compare by the sign as in IF; BREAK in the body does not end "
      "the loop."},

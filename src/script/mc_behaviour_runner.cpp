@@ -79,8 +79,8 @@ constexpr Method kMethods[] = {
      "left."},
     {2, "RUNC", "[arguments:value...] -> value", method<runC>, "As RUN, but only if its CONDITION holds."},
     {3, "RUNLOOPED", "start:int, count:int, [step:int], [arguments:value...] -> value", method<runLooped>,
-     "If its CONDITION holds, runs for each number from the start on, below start + count, in steps, of 1 "
-     "without the argument: $1 is the number, $2 the step, the arguments follow. Gives what RETURN left."},
+     "Runs, where its CONDITION holds, for each number from the start on, below start + count, in steps, of "
+     "1 without the argument: $1 is the number, $2 the step, the arguments follow. Gives what RETURN left."},
     {4, "BREAK", "", method<breakBehaviour>,
      "Ends its timer and takes it out of its scope; the end code of the timer does not run."},
     {5, "ENABLE", "", method<enable>, "Lets it run again."},

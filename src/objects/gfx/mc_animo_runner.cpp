@@ -275,8 +275,8 @@ constexpr Method kMethods[] = {
     {24, "ISINSIDE", "x:int, y:int, alpha:bool -> bool", method<onAnimo<isAt>>,
      "Whether the point of the screen lies in the frame; with TRUE only where the frame is not transparent."},
     {25, "PLAYRAND", "event:text, rate:int, repeats:int", method<onAnimo<playRand>>,
-     "Plays an event, or with an empty name any, at random moments about rate times a minute; each time up "
-     "to repeats - 1 times in a row."},
+     "Plays an event, or with an empty name any, again and again after 1 to 60 / rate seconds drawn by lot; "
+     "each time once or more in a row, fewer times than repeats."},
     {26, "MONITORCOLLISION", "alpha:bool", method<monitorCollision>,
      "Watches for collisions: of boxes with FALSE, of pixels with TRUE."},
     {27, "REMOVEMONITORCOLLISION", "", method<removeMonitorCollision>, "Watches for collisions no more."},
@@ -300,9 +300,10 @@ constexpr Method kMethods[] = {
      "next call for that picture first brings back what was there."},
     {37, "INVALIDATE", "", method<onAnimo<invalidate>>, "Draws it anew with the next frame."},
     {38, "GETCURRFRAMEPOSX", "-> int", method<onAnimo<framePositionX>>,
-     "The place that the frame has in its file, without moves: its left edge."},
+     "Where the frame lies within the animation, in pixels from the left, whatever SETPOSITION and MOVE "
+     "did."},
     {39, "GETCURRFRAMEPOSY", "-> int", method<onAnimo<framePositionY>>,
-     "The place that the frame has in its file, without moves: its upper edge."},
+     "Where the frame lies within the animation, in pixels from the top, whatever SETPOSITION and MOVE did."},
     {40, "GETCENTERX", "-> int", method<onAnimo<centerX>>,
      "The middle of the frame, in pixels from the left of the screen."},
     {41, "GETCENTERY", "-> int", method<onAnimo<centerY>>,
@@ -313,8 +314,7 @@ constexpr Method kMethods[] = {
      "How many frames an event has, 0 if there is no such event; 0 without an argument."},
     {45, "GETMAXWIDTH", "-> int", method<onAnimo<maxWidth>>, "The width of its widest frame, in pixels."},
     {46, "GETMAXHEIGHT", "-> int", method<onAnimo<maxHeight>>, "The height of its highest frame, in pixels."},
-    {47, "ISVISIBLE", "-> bool", method<onAnimo<isVisible>>,
-     "Whether SHOW or HIDE came last: TRUE for shown."},
+    {47, "ISVISIBLE", "-> bool", method<onAnimo<isVisible>>, "Whether it is shown."},
     {48, "GETCFRAMEINEVENT", "-> int", method<onAnimo<frameInEvent>>,
      "The place of the frame in its event, from 0."},
     {49, "SETASBUTTON", "on:bool, cursor:bool", method<setAsButton>,
@@ -341,9 +341,9 @@ constexpr Method kMethods[] = {
      "Draws it as a part of another picture from now on; among its parts higher priorities lie on top, 0 "
      "without the argument."},
     {62, "PLAYREVERSE", "event:event, [place:int]", method<onAnimo<playReverse>>,
-     "Plays an event backward from a place on; without one from the current place."},
+     "Plays an event backward, from a place of the reversed event on; from its last frame without one."},
     {63, "NPLAY", "event:int, [place:int]", method<onAnimo<nPlay>>,
-     "Plays the event of that number, from 0, from a place on; without one from the current place."},
+     "Plays the event of that number, from 0, from a place on; from its first frame without one."},
     {64, "ISAT", "x:int, y:int, alpha:bool -> bool", method<onAnimo<isAt>>,
      "Whether the point of the screen lies in the frame; with TRUE only where the frame is not transparent."},
 };

@@ -9,12 +9,13 @@
 namespace footlight::level_words {
 
 inline constexpr auto kSignals = signalTable<LevelSignal>({
-    {LevelSignal::onDoModal, "ONDOMODAL", "Kept for tools; nothing raises it."},
-    {LevelSignal::onRestart, "ONRESTART", "The level begins anew."},
-    {LevelSignal::onMusicLooped, "ONMUSICLOOPED", "The music begins anew."},
-    {LevelSignal::onActivate, "ONACTIVATE", "The game's window has become the active one."},
-    {LevelSignal::onDeactivate, "ONDEACTIVATE", "Another window has become the active one."},
-    {LevelSignal::onUpgraded, "ONUPGRADED", "The next version of the game has come."},
+    {LevelSignal::onDoModal, "ONDOMODAL", "Nothing raises it."},
+    {LevelSignal::onRestart, "ONRESTART", "RESTART was called."},
+    {LevelSignal::onMusicLooped, "ONMUSICLOOPED", "The music has come to its end and begins anew."},
+    {LevelSignal::onActivate, "ONACTIVATE", "Nothing raises it."},
+    {LevelSignal::onDeactivate, "ONDEACTIVATE", "Nothing raises it."},
+    {LevelSignal::onUpgraded, "ONUPGRADED",
+     "The next version of the game has come; nothing raises it in this build."},
 });
 
 // The properties of a scene. Those of the levels above begin with others, and these follow.
@@ -25,11 +26,11 @@ inline constexpr Property kProperties[] = {
     {"LASTMODIFYTIME", PropertyKind::text, "", "For authors."},
     {"AUTHOR", PropertyKind::text, "", "For authors."},
     {"COAUTHORS", PropertyKind::text, "", "For authors."},
-    {"PATH", PropertyKind::text, "", "Its folder."},
-    {"BACKGROUND", PropertyKind::file, "", "The picture behind all."},
-    {"MUSIC", PropertyKind::file, "", "The music that is played."},
-    {"DEAMON", PropertyKind::boolean, "FALSE", "Kept for tools; the engine does nothing with it."},
-    {"VERSION", PropertyKind::text, "", "For authors."},
+    {"PATH", PropertyKind::text, "", "Its folder below Dane."},
+    {"BACKGROUND", PropertyKind::file, "", "The picture behind everything; without it a plain colour."},
+    {"MUSIC", PropertyKind::file, "", "Its music; without it that of the level above."},
+    {"DEAMON", PropertyKind::boolean, "FALSE", "Kept for tools; it changes nothing."},
+    {"VERSION", PropertyKind::text, "", "Its version, which an upgrade over the network compares."},
 };
 
 // Some properties of a level's own, and those of every level behind them.

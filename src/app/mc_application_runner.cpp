@@ -127,30 +127,38 @@ Result nothing(CMC_Application& /*application*/, Call& /*call*/) {
 Result needsUpgrade(CMC_Application& /*application*/, Call& /*call*/) { return Factory::makeBool(false); }
 
 constexpr Method kMethods[] = {
-    {1, "EXIT", "", method<exit>, "Ends the game."},
-    {2, "RESTART", "", method<restart>, "Begins the game anew."},
-    {3, "GOTO", "level:name", method<gotoScene>, "Goes to an episode or a scene."},
-    {4, "SETLANGUAGE", "code:text", method<setLanguage>, "Takes a language by the four digits of its code."},
-    {5, "GETLANGUAGE", "-> text", method<getLanguage>, "The folder of the language."},
+    {1, "EXIT", "", method<exit>, "Ends the game after this step."},
+    {2, "RESTART", "", method<restart>, "Goes back to where the game begins."},
+    {3, "GOTO", "level:name", method<gotoScene>,
+     "Goes to an episode or a scene of its own with the next step."},
+    {4, "SETLANGUAGE", "code:text", method<setLanguage>,
+     "Sets the language by the four hexadecimal digits of its code; an unknown code changes nothing."},
+    {5, "GETLANGUAGE", "-> text", method<getLanguage>,
+     "The folder of the language, empty where none is known."},
     {6, "PRINT", "[left:value], [top:int], [right:int], [bottom:int]", method<print>,
-     "Prints the screen, the box of a picture, or a part by four numbers."},
-    {7, "ENABLEMUSIC", "", method<enableMusic>, "Music is played again."},
-    {8, "DISABLEMUSIC", "", method<disableMusic>, "No music is played."},
+     "Prints a part of the screen: the box of a picture by its name, or four numbers in pixels; all of it "
+     "without arguments."},
+    {7, "ENABLEMUSIC", "", method<enableMusic>, "Lets music be played again."},
+    {8, "DISABLEMUSIC", "", method<disableMusic>, "Lets no music be played."},
     {9, "RUN", "object:name, method:text, [arguments:value...] -> value", method<run>,
-     "Calls a method of an object of the scene that runs."},
-    {10, "STOREBINARY", "", method<nothing>, "Stores the game in its binary form."},
+     "Calls a method of an object by their names, as the scene that runs knows them; gives what it gives."},
+    {10, "STOREBINARY", "", method<nothing>,
+     "Writes the whole game in its binary form. Does nothing in this build."},
     {11, "RUNENV", "level:name, behaviour:name", method<runEnv>,
-     "Runs a BEHAVIOUR in the scope of that level."},
+     "Runs a BEHAVIOUR of that scene or other level within it, without arguments."},
     {12, "EXISTSENV", "level:name, behaviour:name -> bool", method<existsEnv>,
-     "Whether RUNENV would find the two."},
-    {13, "UPGRADE", "[file:file]", method<nothing>, "Fetches the next version of the game."},
-    {14, "NEEDSUPGRADE", "[file:file] -> bool", method<needsUpgrade>, "Whether a next version waits."},
+     "Whether there are that level and that BEHAVIOUR in it for RUNENV."},
+    {13, "UPGRADE", "[scene:name]", method<nothing>,
+     "Fetches the next version of the game, or of one scene, over the network. Does nothing in this build."},
+    {14, "NEEDSUPGRADE", "[scene:name] -> bool", method<needsUpgrade>,
+     "Whether a next version of the game, or of one scene, waits; always FALSE in this build."},
 };
 
 constexpr auto kProperties = level_words::withProperties({
-    {"EPISODES", PropertyKind::list, "", "Its episodes."},
-    {"SCENES", PropertyKind::list, "", "Its scenes, where it has no episodes."},
-    {"STARTWITH", PropertyKind::name, "", "Where it begins; without it with the first one."},
+    {"EPISODES", PropertyKind::list, "", "Its episodes, in their order."},
+    {"SCENES", PropertyKind::list, "", "The scenes that belong to it and to no episode."},
+    {"STARTWITH", PropertyKind::name, "",
+     "The episode or scene where the game begins; without it the first one."},
 });
 
 }  // namespace

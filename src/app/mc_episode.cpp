@@ -92,18 +92,21 @@ Result getCurrentScene(CMC_Episode& episode, Call& /*call*/) {
 }
 
 constexpr Method kMethods[] = {
-    {1, "NEXT", "", method<next>, "Goes to the next scene of the list."},
-    {2, "PREV", "", method<prev>, "Goes to the scene before."},
-    {3, "BACK", "", method<back>, "Goes to the scene that was shown before this one."},
-    {4, "RESTART", "", method<restart>, "Begins the scene anew."},
-    {5, "GOTO", "scene:name", method<gotoScene>, "Goes to a scene."},
-    {6, "GETLATESTSCENE", "-> text", method<getLatestScene>, "The name of the scene that was shown before."},
-    {7, "GETCURRENTSCENE", "-> text", method<getCurrentScene>, "The name of the scene that runs."},
+    {1, "NEXT", "", method<next>,
+     "Goes to the scene behind the current one in SCENES; does nothing at the last."},
+    {2, "PREV", "", method<prev>,
+     "Goes to the scene in front of the current one in SCENES; does nothing at the first."},
+    {3, "BACK", "", method<back>,
+     "Goes back to the scene that was shown before this one; does nothing in the first."},
+    {4, "RESTART", "", method<restart>, "Goes to the first of its scenes and raises ONRESTART."},
+    {5, "GOTO", "scene:name", method<gotoScene>, "Goes to a scene of the episode with the next step."},
+    {6, "GETLATESTSCENE", "-> text", method<getLatestScene>, "The name of the scene that was left last."},
+    {7, "GETCURRENTSCENE", "-> text", method<getCurrentScene>, "The name of its scene that runs."},
 };
 
 constexpr auto kProperties = level_words::withProperties({
-    {"SCENES", PropertyKind::list, "", "Its scenes."},
-    {"STARTWITH", PropertyKind::name, "", "The scene where it begins."},
+    {"SCENES", PropertyKind::list, "", "Its scenes, in the order of NEXT and PREV."},
+    {"STARTWITH", PropertyKind::name, "", "The scene where it begins; without it none runs."},
 });
 
 }  // namespace

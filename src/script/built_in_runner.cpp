@@ -298,36 +298,45 @@ Result msgBox(CMC_Behaviour& /*behaviour*/, Call& /*call*/) { return {}; }
 
 constexpr Method kMethods[] = {
     {1, "IF", "left:value, [sign:text], [right:value], [then:code], [else:code]", method<ifStatement>,
-     "Runs one of two pieces of code; in the short form a whole test in quotes stands for the first three."},
+     "Compares left and right by a sign, _ !_ < <_ > >_ or ?, and runs then or else. With three arguments or "
+     "fewer tests a text such as \"A'1&&B>2\" and runs the second or the third."},
     {2, "WHILE", "left:text, sign:text, right:text, body:code", method<whileStatement>,
-     "Runs the body as long as the test holds."},
+     "Runs the body as long as left and right compare by the sign as in IF; BREAK in the body does not end "
+     "the loop."},
     {3, "RETURN", "value:value -> value", method<returnStatement>,
      "Leaves the value for whoever called this code; the code goes on."},
-    {4, "BREAK", "", method<breakStatement>, "Ends this code and all that called it, up to the loop."},
-    {5, "CONV", "value:value, type:type -> value", method<conv>, "The value as one of another type."},
+    {4, "BREAK", "", method<breakStatement>, "Ends this code and all code that called it, up to a LOOP."},
+    {5, "CONV", "value:value, type:type -> value", method<conv>,
+     "The value as an INTEGER, DOUBLE, BOOL or STRING."},
     {6, "MSGBOX", "[texts:text...]", method<msgBox>, "Does nothing."},
     {7, "BOOL", "name:text, value:value -> bool", method<declareBool>,
-     "Declares a BOOL that lives until this code ends."},
+     "Declares a BOOL that lives until this code ends, and gives its value; does nothing if the name is "
+     "taken."},
     {8, "DOUBLE", "name:text, value:value -> real", method<declareDouble>,
-     "Declares a DOUBLE that lives until this code ends."},
+     "Declares a DOUBLE that lives until this code ends, and gives its value; does nothing if the name is "
+     "taken."},
     {9, "INT", "name:text, value:value -> int", method<declareInt>,
-     "Declares an INTEGER that lives until this code ends."},
+     "Declares an INTEGER that lives until this code ends, and gives its value; does nothing if the name is "
+     "taken."},
     {10, "STRING", "name:text, value:value -> text", method<declareString>,
-     "Declares a STRING that lives until this code ends."},
+     "Declares a STRING that lives until this code ends, and gives its value; does nothing if the name is "
+     "taken."},
     {11, "LOOP", "body:code, start:int, count:int, step:int", method<loop>,
-     "Runs the body with _I_ from the start on, below start + count."},
-    {12, "VALUE", "object:name -> value", method<value>, "The object of that name."},
+     "Runs the body with _I_ from the start on in steps, as long as it is below start + count, or above it "
+     "for a negative count; BREAK in the body ends the loop."},
+    {12, "VALUE", "object:name -> value", method<value>, "The object that bears that name."},
     {13, "RUNONTIMER", "interval:int, count:int, body:code, [end:code], [arguments:text...] -> text",
      method<runOnTimer>,
-     "Runs the body every so many milliseconds, count times or for ever with 0, then the end; gives the "
-     "timer's name."},
+     "Runs the body every interval milliseconds, count times or with 0 for ever, then the end; in the body "
+     "&1 is the number of the tick, &2 and so on are the arguments. Gives the name of the timer's "
+     "BEHAVIOUR."},
     {14, "CREATE", "type:type, name:text", method<create>,
-     "Makes an ANIMO, IMAGE, SOUND or BUTTON without a file."},
-    {15, "GETAPPLICATIONNAME", "-> text", method<getApplicationName>, "The name of the application."},
+     "Makes an ANIMO, IMAGE, SOUND or BUTTON of that name without a definition."},
+    {15, "GETAPPLICATIONNAME", "-> text", method<getApplicationName>, "The name of the game's APPLICATION."},
     {16, "GETCURRENTSCENE", "-> text", method<getCurrentScene>,
      "The name of the scope in which the code runs."},
-    {17, "ONEBREAK", "", method<oneBreak>, "Ends this code alone."},
-    {18, "CONTINUE", "", method<continueStatement>, "Ends this turn of a loop."},
+    {17, "ONEBREAK", "", method<oneBreak>, "Ends this code alone; the code that called it goes on."},
+    {18, "CONTINUE", "", method<continueStatement>, "Ends this code alone, and so one turn of a loop."},
 };
 
 }  // namespace

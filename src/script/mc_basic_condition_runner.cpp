@@ -26,10 +26,11 @@ Result oneBreak(CMC_BasicCondition& condition, Call& call) {
 
 constexpr Method kMethods[] = {
     {1, "CHECK", "[signals:bool] -> bool", method<check>,
-     "Whether it holds; with FALSE no signal comes of that."},
+     "Whether it holds; with FALSE it raises no signal, without it as with TRUE it does."},
     {2, "BREAK", "[signals:bool]", method<breakRun>,
-     "If it holds, ends the code and all that called it, up to the loop."},
-    {3, "ONE_BREAK", "[signals:bool]", method<oneBreak>, "If it holds, ends the code."},
+     "If it holds, ends the code and all code that called it, up to a LOOP; with FALSE it raises no signal."},
+    {3, "ONE_BREAK", "[signals:bool]", method<oneBreak>,
+     "If it holds, ends the code alone; with FALSE it raises no signal."},
 };
 
 constexpr auto kSignals = signalTable<ConditionSignal>({
@@ -38,13 +39,14 @@ constexpr auto kSignals = signalTable<ConditionSignal>({
 });
 
 constexpr Property kProperties[] = {
-    {"OPERAND1", PropertyKind::text, "", "The left side."},
-    {"OPERATOR", PropertyKind::text, "", "EQUAL, NOTEQUAL, LESS, LESSEQUAL, GREATER or GREATEREQUAL."},
-    {"OPERAND2", PropertyKind::text, "", "The right side."},
+    {"OPERAND1", PropertyKind::text, "", "The left side: a value, a variable or a call."},
+    {"OPERATOR", PropertyKind::text, "EQUAL", "EQUAL, NOTEQUAL, LESS, LESSEQUAL, GREATER or GREATEREQUAL."},
+    {"OPERAND2", PropertyKind::text, "", "The right side; it is turned into the type of the left one."},
 };
 constexpr Property kComplexProperties[] = {
     {"CONDITION1", PropertyKind::name, "", "The first condition."},
-    {"OPERATOR", PropertyKind::text, "", "AND or OR."},
+    {"OPERATOR", PropertyKind::text, "",
+     "AND or OR; the second condition is asked only if the first does not settle it."},
     {"CONDITION2", PropertyKind::name, "", "The second condition."},
 };
 

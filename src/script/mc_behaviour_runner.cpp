@@ -75,18 +75,22 @@ Result disable(CMC_Behaviour& behaviour, Call& /*call*/) {
 
 constexpr Method kMethods[] = {
     {1, "RUN", "[arguments:value...] -> value", method<run>,
-     "Runs the code; the arguments are its $1 to $9. Gives what the code returned."},
-    {2, "RUNC", "[arguments:value...] -> value", method<runC>, "The same if its CONDITION holds."},
+     "Runs the code, whatever its CONDITION; the arguments are its $1, $2 and so on. Gives what RETURN "
+     "left."},
+    {2, "RUNC", "[arguments:value...] -> value", method<runC>, "As RUN, but only if its CONDITION holds."},
     {3, "RUNLOOPED", "start:int, count:int, [step:int], [arguments:value...] -> value", method<runLooped>,
-     "Runs it for each number from the start on, below start + count; the number is $1."},
-    {4, "BREAK", "", method<breakBehaviour>, "Ends its timer and takes it out of its scope."},
-    {5, "ENABLE", "", method<enable>, "It runs again."},
-    {6, "DISABLE", "", method<disable>, "It does not run any more."},
+     "Runs, where its CONDITION holds, for each number from the start on, below start + count, in steps, of "
+     "1 without the argument: $1 is the number, $2 the step, the arguments follow. Gives what RETURN left."},
+    {4, "BREAK", "", method<breakBehaviour>,
+     "Ends its timer and takes it out of its scope; the end code of the timer does not run."},
+    {5, "ENABLE", "", method<enable>, "Lets it run again."},
+    {6, "DISABLE", "", method<disable>, "Lets it run no more, from wherever it is called."},
 };
 
 constexpr Property kProperties[] = {
     {"CODE", PropertyKind::code, "", "Its statements."},
-    {"CONDITION", PropertyKind::name, "", "A condition that must hold when a signal runs it."},
+    {"CONDITION", PropertyKind::name, "",
+     "A condition that must hold when a signal, RUNC, RUNLOOPED or LOOP runs it."},
 };
 
 }  // namespace

@@ -182,13 +182,15 @@ Result deleteInstance(CMC_Class& /*pattern*/, Call& call) {
 
 constexpr Method kMethods[] = {
     {1, "NEW", "name:text, [arguments:value...]", method<newInstance>,
-     "Makes an instance of that name and runs its CONSTRUCTOR with the arguments."},
-    {2, "DELETE", "instance:name", method<deleteInstance>, "Runs the DESTRUCTOR of an instance and ends it."},
+     "Makes an instance of that name and runs its CONSTRUCTOR with the arguments as $1, $2 and so on."},
+    {2, "DELETE", "instance:name", method<deleteInstance>,
+     "Runs the DESTRUCTOR of an instance and ends the instance."},
 };
 
 constexpr Property kProperties[] = {
     {"DEF", PropertyKind::file, "", "The definition file of its instances, in COMMON\\CLASSES."},
-    {"BASE", PropertyKind::list, "", "Files that come before it."},
+    {"BASE", PropertyKind::list, "",
+     "Definition files that come before it; a BEHAVIOUR that it defines anew stays callable as SUPER_NAME."},
 };
 
 }  // namespace

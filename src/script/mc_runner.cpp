@@ -167,27 +167,31 @@ Result overideSignals(CMC_Object& object, Call& call) {
 
 constexpr Method kBaseMethods[] = {
     {96, "SEND", "word:text", method<send>,
-     "Raises ONSIGNAL^WORD here; with \"@\" in front a signal of that very name."},
+     "Raises its signal ONSIGNAL^WORD; a word that begins with \"@\" is itself the name of the signal."},
     {97, "ADDTOGROUP", "group:name", method<addToGroup>, "Makes the object a member of a GROUP."},
-    {98, "ADDTOARRAY", "array:name", method<addToArray>, "Adds its value, or its name, to an ARRAY."},
+    {98, "ADDTOARRAY", "array:name", method<addToArray>,
+     "Adds its value, or the name of an object without one, to an ARRAY."},
     {99, "GETNAME", "-> text", method<getName>, "Its name."},
     {100, "CLONE", "[count:int]", method<clone>,
-     "Makes that many copies, one by default: NAME_1, NAME_2 and so on."},
+     "Makes that many copies, 1 without the argument: NAME_1, NAME_2 and so on."},
     {101, "ADDBEHAVIOUR", "signal:signal, behaviour:name, [arguments:text...]", method<addBehaviour>,
-     "Binds a BEHAVIOUR to a signal; the arguments become $1 to $9."},
+     "Binds a BEHAVIOUR to a signal, written with \"$\" for \"^\"; the arguments become its $1, $2 and so "
+     "on."},
     {102, "GETCLONEINDEX", "-> int", method<getCloneIndex>,
-     "The number behind the last \"_\" of its name; 0 for the object itself."},
+     "The number behind the last \"_\" of its name; 0 without one."},
     {103, "MSGBOX", "[texts:text...]", method<msgBox>, "Does nothing."},
-    {104, "RESETCLONES", "", method<resetClones>, "Counts its clones from 1 again; the clones stay."},
+    {104, "RESETCLONES", "", method<resetClones>,
+     "Numbers the next clones from 1 again; those that are there stay."},
     {105, "REMOVEBEHAVIOUR", "signal:signal", method<removeBehaviour>,
-     "Takes off what this scope has bound to the signal."},
-    {106, "GETCLONESNO", "-> int", method<getClonesNo>, "How many clones were made."},
+     "Takes off what was bound to the signal from this scope."},
+    {106, "GETCLONESNO", "-> int", method<getClonesNo>, "How many clones were made of it."},
     {107, "REMOVEALLBEHAVIOURS", "", method<removeAllBehaviours>,
-     "Takes off all that is bound to its signals."},
+     "Takes off all that is bound to any of its signals."},
     {108, "REMOVEBEHAVIOURFORCE", "signal:signal", method<removeBehaviourForce>,
-     "Takes off all that is bound to the signal, whoever bound it."},
+     "Takes off all that is bound to the signal, from whatever scope."},
     {109, "OVERIDESIGNALS", "on:bool", method<overideSignals>,
-     "TRUE, as at the start: a new binding takes the place of the older ones of its signal."},
+     "With TRUE a new binding takes the place of the older ones of its signal, with FALSE it joins them; "
+     "TRUE at the start, but for MOUSE and KEYBOARD."},
 };
 
 }  // namespace

@@ -42,14 +42,15 @@ Result getField(CMC_Structure& structure, Call& call) {
 
 constexpr Method kMethods[] = {
     {1, "SET", "first:value, [more:value...]", method<set>,
-     "Takes the values in the order of the fields, or all of another STRUCT."},
-    {2, "SETFIELD", "field:text, value:value", method<setField>, "Sets one field."},
+     "Takes one value for each field in their order, or with one STRUCT all of its fields."},
+    {2, "SETFIELD", "field:text, value:value", method<setField>, "Sets the field of that name."},
     {3, "GETFIELD", "field:value -> value", method<getField>,
-     "A field by its name, or by its number from 0."},
+     "The value of a field by its name, or by its number from 0."},
 };
 
 constexpr Property kProperties[] = {
-    {"FIELDS", PropertyKind::list, "", "Its fields, each as NAME<TYPE>."},
+    {"FIELDS", PropertyKind::list, "",
+     "Its fields, each as NAME<TYPE> with INTEGER, DOUBLE, BOOL or STRING."},
     {"TOINI", PropertyKind::boolean, "FALSE", "TRUE keeps the fields in the INI file from game to game."},
     {"NETNOTIFY", PropertyKind::boolean, "FALSE", "TRUE sends each change to the other players."},
 };

@@ -117,25 +117,34 @@ Result paste(CRefreshScreen& screen, Call& call) {
 
 constexpr Method kMethods[] = {
     {1, "REFRESH", "", method<onScreen<refresh>>, "Draws the whole screen anew with the next frame."},
-    {2, "ADD", "picture:name, [priority:int]", method<onScreen<add>>, "Puts a picture on the screen."},
+    {2, "ADD", "picture:name, [priority:int]", method<onScreen<add>>,
+     "Puts a picture on the screen; higher priorities lie on top, 0 without the argument."},
     {3, "REMOVE", "picture:name", method<onScreen<remove>>, "Takes a picture off the screen."},
     {4, "SETBACKGROUND", "picture:text", method<onScreen<setBackground>>,
-     "The background: a picture by its name, or a file."},
-    {5, "GETGRAPHICSAT", "x:int, y:int, [visible:bool], [least:int], [most:int], [alpha:bool] -> text",
+     "Sets the background: a picture by its name, else the file of that name."},
+    {5, "GETGRAPHICSAT", "x:int, y:int, [visible:bool], [least:int], [most:int], [ignoreAlpha:bool] -> text",
      method<onScreen<getGraphicsAt>>,
-     "The name of the uppermost picture there, between two priorities; \"NULL\" for none."},
-    {6, "MOVEBKG", "x:int, y:int", method<onScreen<moveBackground>>,
+     "The name of the uppermost picture at a place, \"NULL\" for none. Visible TRUE leaves out hidden ones; "
+     "least and most bound the priority, -1 or nothing for no bound; ignoreAlpha TRUE counts transparent "
+     "pixels too."},
+    {6, "MOVEBKG", "dx:int, dy:int", method<onScreen<moveBackground>>,
      "Moves the background by so many pixels."},
-    {7, "SETBKGPOS", "x:int, y:int", method<onScreen<setBackgroundPosition>>, "Puts the background there."},
+    {7, "SETBKGPOS", "x:int, y:int", method<onScreen<setBackgroundPosition>>,
+     "Puts the background's left upper corner there, in pixels."},
     {8, "SAVE", "file:file, [scaleX:real], [scaleY:real], [left:int], [top:int], [right:int], [bottom:int]",
-     method<save>, "Writes the screen, or a part of it, as a picture."},
-    {9, "ENABLENOTIFY", "on:bool", method<onScreen<enableNotify>>, "With FALSE its signals come no more."},
+     method<save>,
+     "Writes the screen to a picture file, or a part of it in pixels; the scales make it smaller or greater, "
+     "1 without them."},
+    {9, "ENABLENOTIFY", "on:bool", method<onScreen<enableNotify>>,
+     "TRUE lets the signals of drawing come, FALSE keeps them back, as at the start."},
     {10, "REDRAW", "", method<redraw>, "Draws the whole screen at once."},
-    {11, "GETBPP", "-> int", method<onScreen<getBpp>>, "The bits of a pixel on the screen."},
+    {11, "GETBPP", "-> int", method<onScreen<getBpp>>, "How many bits a pixel of the screen has."},
     {12, "PASTE", "picture:name, x:int, y:int", method<onScreen<paste>>,
-     "Draws a picture into the background."},
-    {13, "GETGRAPHICSAT2", "x:int, y:int, [visible:bool], [least:int], [most:int], [alpha:bool] -> text",
-     method<onScreen<getGraphicsAt2>>, "The same, also for pictures of the levels above."},
+     "Draws a picture into the background at a place, in pixels; the picture itself stays where it is."},
+    {13, "GETGRAPHICSAT2",
+     "x:int, y:int, [visible:bool], [least:int], [most:int], [ignoreAlpha:bool] -> text",
+     method<onScreen<getGraphicsAt2>>,
+     "As GETGRAPHICSAT, and knows the names of pictures of the levels above too."},
 };
 
 constexpr auto kSignals = signalTable<CanvasObserverSignal>({

@@ -66,11 +66,13 @@ void add(CXDialog& dialog, Call& call) {
 }
 
 constexpr Method kMethods[] = {
-    {1, "SHOW", "", method<onDialog<show>>, "Shows all that it holds."},
-    {2, "HIDE", "", method<onDialog<hide>>, "Hides all that it holds."},
+    {1, "SHOW", "", method<onDialog<show>>, "Shows the pictures and enables the buttons that it holds."},
+    {2, "HIDE", "", method<onDialog<hide>>,
+     "Hides the pictures that it holds and its background, and disables its buttons."},
     {3, "SETBACKGROUND", "picture:name", method<onDialog<setBackground>>,
-     "The picture behind all; its upper strip drags the dialog."},
-    {4, "ADD", "object:name", method<onDialog<add>>, "Takes a BUTTON or a picture in."},
+     "Sets the IMAGE or ANIMO behind all; its upper 30 pixels drag the dialog."},
+    {4, "ADD", "object:name", method<onDialog<add>>,
+     "Takes a BUTTON, IMAGE, ANIMO or TEXT in and lifts it above everything that is in no dialog."},
 };
 
 }  // namespace

@@ -32,22 +32,27 @@ Result isLeft(CMC_Joystick& joystick, Call& /*call*/) { return Factory::makeBool
 Result isRight(CMC_Joystick& joystick, Call& /*call*/) { return Factory::makeBool(joystick.getAxis(0) > 0); }
 
 constexpr Method kMethods[] = {
-    {1, "GETBUTTONSTATE", "button:int -> int", method<getButtonState>, "1 while the button is down, else 0."},
+    {1, "GETBUTTONSTATE", "button:int -> int", method<getButtonState>,
+     "1 while the button of that number, from 0, is down, else 0."},
     {2, "GETPOSITION", "axis:text -> int", method<getPosition>,
-     "Of the axis X, Y or Z, from about -12 to 12."},
+     "The lean of the axis X or Y, -12 to 12; always 0 for Z."},
     {3, "ISLEFT", "-> bool", method<isLeft>, "Whether it leans to the left."},
     {4, "ISRIGHT", "-> bool", method<isRight>, "Whether it leans to the right."},
 };
 
 constexpr auto kSignals = signalTable<JoystickSignal>({
-    {JoystickSignal::onButtonUp, "ONBUTTONUP", "A button was released; as ONBUTTONUP^NUMBER."},
-    {JoystickSignal::onButtonDown, "ONBUTTONDOWN", "A button was pressed; as ONBUTTONDOWN^NUMBER."},
+    {JoystickSignal::onButtonUp, "ONBUTTONUP",
+     "A button was released; as ONBUTTONUP^NUMBER, from 0, if that is bound."},
+    {JoystickSignal::onButtonDown, "ONBUTTONDOWN",
+     "A button was pressed; as ONBUTTONDOWN^NUMBER, from 0, if that is bound."},
     {JoystickSignal::onMove, "ONMOVE",
-     "It was moved; as ONMOVE^LEFT and the like, or ONMOVE^X and the like."},
+     "It was moved; as ONMOVE^LEFT, ^RIGHT, ^UP, ^DOWN, ^IN or ^OUT if that is bound, else as ONMOVE^X, ^Y "
+     "or ^Z."},
 });
 
 constexpr Property kProperties[] = {
-    {"PORT", PropertyKind::integer, "1", "Which controller it is; 0 is the first."},
+    {"PORT", PropertyKind::integer, "1",
+     "The number of the controller among those that are plugged in; 0 is the first."},
 };
 
 }  // namespace

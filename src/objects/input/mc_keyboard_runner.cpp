@@ -44,20 +44,25 @@ Result isEnabled(CMC_Keyboard& keyboard, Call& /*call*/) { return Factory::makeB
 Result getLatestKeys(CMC_Keyboard& /*keyboard*/, Call& /*call*/) { return {}; }
 
 constexpr Method kMethods[] = {
-    {1, "ENABLE", "", method<enable>, "The game hears the keys again."},
-    {2, "DISABLE", "", method<disable>, "The game hears the keys no more."},
+    {1, "ENABLE", "", method<enable>, "Lets its signals come again."},
+    {2, "DISABLE", "", method<disable>, "Lets its signals come no more; ISKEYDOWN of a key gives FALSE."},
     {3, "SETAUTOREPEAT", "on:bool", method<setAutoRepeat>,
-     "With TRUE a key that is held comes again and again."},
-    {4, "ISKEYDOWN", "[key:text] -> bool", method<isKeyDown>, "Whether that key, or any key, is down."},
-    {6, "GETLATESTKEY", "-> text", method<getLatestKey>, "The key that was pressed last."},
-    {7, "ISENABLED", "-> bool", method<isEnabled>, "Whether the game hears the keys."},
-    {8, "GETLATESTKEYS", "array:name, [count:int]", method<getLatestKeys>, "Gives nothing."},
+     "With TRUE a key that is held is reported again and again, with FALSE once."},
+    {4, "ISKEYDOWN", "[key:text] -> bool", method<isKeyDown>,
+     "Whether the key of that name is down; without one whether any is, also while it is disabled."},
+    {6, "GETLATESTKEY", "-> text", method<getLatestKey>,
+     "The last key or character of which a signal came; empty for a key without a name."},
+    {7, "ISENABLED", "-> bool", method<isEnabled>, "Whether its signals come."},
+    {8, "GETLATESTKEYS", "array:name, [unused:bool]", method<getLatestKeys>,
+     "Adds nothing to the ARRAY: no list of keys is kept."},
 };
 
 constexpr auto kSignals = signalTable<KeyboardSignal>({
-    {KeyboardSignal::onChar, "ONCHAR", "A character was typed; as ONCHAR^X for that one."},
-    {KeyboardSignal::onKeyDown, "ONKEYDOWN", "A key was pressed; as ONKEYDOWN^KEY by its name."},
-    {KeyboardSignal::onKeyUp, "ONKEYUP", "A key was released; as ONKEYUP^KEY by its name."},
+    {KeyboardSignal::onChar, "ONCHAR",
+     "A character was typed; as ONCHAR^X, with the character, if that is bound."},
+    {KeyboardSignal::onKeyDown, "ONKEYDOWN",
+     "A key was pressed; as ONKEYDOWN^KEY by its name, such as ENTER, if that is bound."},
+    {KeyboardSignal::onKeyUp, "ONKEYUP", "A key was released; as ONKEYUP^KEY by its name if that is bound."},
 });
 
 }  // namespace

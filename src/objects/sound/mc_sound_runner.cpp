@@ -56,12 +56,16 @@ Result isPlaying(CMC_Sound& object, Call& /*call*/) {
 
 constexpr Method kMethods[] = {
     {1, "PLAY", "", method<onSound<plain<&CSound4::play>>>, "Plays from the beginning."},
-    {2, "STOP", "[signals:bool]", method<onSound<stop>>, "Stops; with FALSE without ONFINISHED."},
+    {2, "STOP", "[signals:bool]", method<onSound<stop>>,
+     "Stops; with FALSE no ONFINISHED comes, without it as with TRUE."},
     {3, "PAUSE", "", method<onSound<plain<&CSound4::pause>>>, "Holds it where it is."},
-    {4, "RESUME", "", method<onSound<plain<&CSound4::resume>>>, "Goes on from where it was held."},
-    {7, "LOAD", "file:file -> bool", method<onSound<load>>, "Takes another file of the sound folder."},
-    {8, "SETVOLUME", "volume:int", method<onSound<setVolume>>, "0 is silence, 800 the full volume."},
-    {9, "SETPAN", "pan:int", method<onSound<setPan>>, "0 is left, 400 the middle, 800 right."},
+    {4, "RESUME", "", method<onSound<plain<&CSound4::resume>>>, "Plays on from where it was held."},
+    {7, "LOAD", "file:file -> bool", method<onSound<load>>,
+     "Takes another file of the sound folder; TRUE when it was read."},
+    {8, "SETVOLUME", "volume:int", method<onSound<setVolume>>,
+     "800 is the full volume, 25 and less silence."},
+    {9, "SETPAN", "pan:int", method<onSound<setPan>>,
+     "400 is the middle, less is to the left, more to the right; 0 and 800 are 8 decibels."},
     {10, "SETFREQ", "hertz:int", method<onSound<setFreq>>, "Plays at that many samples a second."},
     {11, "ISPLAYING", "-> bool", method<isPlaying>, "Whether it plays."},
 };
@@ -75,7 +79,8 @@ constexpr auto kSignals = signalTable<SoundSignal>({
 constexpr Property kProperties[] = {
     {"FILENAME", PropertyKind::file, "", "Its file in the sound folder."},
     {"PRELOAD", PropertyKind::boolean, "FALSE", "TRUE reads the file at once, else when it is first played."},
-    {"FLUSHAFTERPLAYED", PropertyKind::boolean, "FALSE", "TRUE lets the file go when it was played."},
+    {"FLUSHAFTERPLAYED", PropertyKind::boolean, "FALSE",
+     "TRUE lets the sound go from memory after it was played."},
 };
 
 }  // namespace

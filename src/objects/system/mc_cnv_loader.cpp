@@ -83,8 +83,9 @@ Result release(CMC_CNVLoader& loader, Call& call) {
 
 constexpr Method kMethods[] = {
     {1, "LOAD", "file:file", method<load>,
-     "Makes the objects of a further definition file; a GROUP bears the file's name."},
-    {2, "RELEASE", "file:file", method<release>, "Ends the objects that came from the file."},
+     "Makes the objects of a further definition file in the scene; a GROUP of the file's name holds them."},
+    {2, "RELEASE", "file:file", method<release>,
+     "Ends the objects that came from the file, their clones and the GROUP."},
 };
 
 }  // namespace

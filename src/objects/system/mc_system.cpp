@@ -114,23 +114,29 @@ Result copyFile(CMC_System& /*system*/, Call& call) {
 }
 
 constexpr Method kMethods[] = {
-    {1, "GETDATE", "-> int", method<getDate>, "The date as a number, YYMMDD."},
-    {2, "GETDATESTRING", "-> text", method<getDateString>, "The date in words: day/month/year."},
-    {3, "GETDAY", "-> int", method<getDay>, "The day of the month."},
-    {4, "GETDAYOFWEEK", "-> int", method<getDayOfWeek>, "The day of the week, 1 for Sunday."},
-    {5, "GETDAYOFWEEKSTRING", "-> text", method<getDayOfWeekString>, "The day of the week by its name."},
-    {6, "GETMONTH", "-> int", method<getMonth>, "The month, 1 to 12."},
-    {7, "GETMONTHSTRING", "-> text", method<getMonthString>, "The month by its name."},
-    {8, "GETYEAR", "-> int", method<getYear>, "The year."},
-    {9, "GETTIMESTRING", "-> text", method<getTimeString>, "The time as hours:minutes."},
-    {10, "GETHOUR", "-> int", method<getHour>, "The hour, 0 to 23."},
-    {11, "GETMINUTES", "-> int", method<getMinutes>, "The minute."},
-    {12, "GETSECONDS", "-> int", method<getSeconds>, "The second."},
-    {13, "GETSYSTEMTIME", "-> int", method<getSystemTime>, "Milliseconds of the machine's clock."},
-    {14, "GETMHZ", "-> int", method<getMhz>, "The speed of the processor."},
-    {15, "DELAY", "milliseconds:int", method<delay>, "Holds the whole game for so long."},
+    {1, "GETDATE", "-> int", method<getDate>, "The date, UTC, as a number, YYMMDD: 9 March 2005 is 50309."},
+    {2, "GETDATESTRING", "-> text", method<getDateString>,
+     "The date, UTC, as day/month/year: the month by its Polish name."},
+    {3, "GETDAY", "-> int", method<getDay>, "The day of the month, UTC, 1 to 31."},
+    {4, "GETDAYOFWEEK", "-> int", method<getDayOfWeek>,
+     "The day of the week, UTC, from 1 for Sunday to 7 for Saturday."},
+    {5, "GETDAYOFWEEKSTRING", "-> text", method<getDayOfWeekString>,
+     "The Polish name of the day of the week, without accents."},
+    {6, "GETMONTH", "-> int", method<getMonth>, "The month, UTC, 1 to 12."},
+    {7, "GETMONTHSTRING", "-> text", method<getMonthString>,
+     "The Polish name of the month, without accents."},
+    {8, "GETYEAR", "-> int", method<getYear>, "The year, UTC, with four digits."},
+    {9, "GETTIMESTRING", "-> text", method<getTimeString>,
+     "The time, UTC, as hours:minutes, without leading zeros."},
+    {10, "GETHOUR", "-> int", method<getHour>, "The hour, UTC, 0 to 23."},
+    {11, "GETMINUTES", "-> int", method<getMinutes>, "The minute, 0 to 59."},
+    {12, "GETSECONDS", "-> int", method<getSeconds>, "The second, 0 to 59."},
+    {13, "GETSYSTEMTIME", "-> int", method<getSystemTime>,
+     "A clock in milliseconds, to measure how long something takes."},
+    {14, "GETMHZ", "-> int", method<getMhz>, "The speed of the processor in megahertz."},
+    {15, "DELAY", "milliseconds:int", method<delay>, "Holds the whole game for so many milliseconds."},
     {16, "COPYFILE", "from:file, to:file -> bool", method<copyFile>,
-     "Copies a file within the game; TRUE when it was done."},
+     "Copies a file within the game over the second name; TRUE when it was done."},
 };
 
 // RANDOM
@@ -153,9 +159,11 @@ Result getPlenty(CMC_Object& /*object*/, Call& call) {
 
 constexpr Method kRandomMethods[] = {
     {1, "GET", "[low:int], [count:int] -> int", method<getRandom>,
-     "A number of 0 to low - 1, or of low to low + count - 1."},
+     "A random number: with one argument n of 0 to n - 1, with two of low to low + count - 1, without any "
+     "0."},
     {2, "GETPLENTY", "array:name, count:int, low:int, range:int, unique:bool", method<getPlenty>,
-     "Adds random numbers to an ARRAY, with TRUE none of them twice."},
+     "Adds count random numbers, 10000 at most, of low to low + range - 1 to an ARRAY; with TRUE none comes "
+     "twice. A count of 0 means range - low."},
 };
 
 }  // namespace

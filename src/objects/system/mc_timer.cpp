@@ -128,23 +128,26 @@ Result setElapse(CMC_Timer& timer, Call& call) {
 }
 
 constexpr Method kMethods[] = {
-    {1, "ENABLE", "", method<enable>, "Ticks again, from 0 on."},
-    {2, "DISABLE", "", method<disable>, "Ticks no more."},
-    {3, "PAUSE", "", method<pause>, "Disables it and holds all timers where they are."},
-    {4, "RESUME", "", method<resume>, "Enables it and lets all timers go on."},
-    {5, "GETTICKS", "-> int", method<getTicks>, "How often it ticked."},
-    {6, "RESET", "", method<reset>, "Counts from 0 again."},
-    {7, "SET", "ticks:int", method<set>, "Goes on counting from this number."},
-    {8, "SETELAPSE", "milliseconds:int", method<setElapse>, "Changes the time between two ticks."},
+    {1, "ENABLE", "", method<enable>, "Lets it tick again, from 0 on; does nothing while it is enabled."},
+    {2, "DISABLE", "", method<disable>, "Lets it tick no more."},
+    {3, "PAUSE", "", method<pause>, "Disables it, and notes for all timers how far they are for RESUME."},
+    {4, "RESUME", "", method<resume>,
+     "Enables it and lets all timers go on from PAUSE; does nothing while it is enabled."},
+    {5, "GETTICKS", "-> int", method<getTicks>, "How often it has ticked."},
+    {6, "RESET", "", method<reset>, "Counts from 0 again; the next tick is a whole ELAPSE away."},
+    {7, "SET", "ticks:int", method<set>,
+     "Goes on counting from this number; the next tick is a whole ELAPSE away."},
+    {8, "SETELAPSE", "milliseconds:int", method<setElapse>,
+     "Sets the milliseconds between two ticks, for a timer that has an ELAPSE."},
 };
 
 constexpr auto kSignals = signalTable<TimerSignal>({
-    {TimerSignal::onTick, "ONTICK", "Its time has come; as ONTICK^NUMBER for that tick."},
+    {TimerSignal::onTick, "ONTICK", "Its time has come; as ONTICK^NUMBER, from 1, if that is bound."},
 });
 
 constexpr Property kProperties[] = {
     {"ELAPSE", PropertyKind::integer, "", "Milliseconds between two ticks; without it there are none."},
-    {"TICKS", PropertyKind::integer, "0", "It ends after so many ticks; 0 for never."},
+    {"TICKS", PropertyKind::integer, "0", "After so many ticks it is disabled; 0 or less for never."},
     {"ENABLED", PropertyKind::boolean, "TRUE", "FALSE waits for ENABLE."},
 };
 

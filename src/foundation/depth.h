@@ -28,6 +28,8 @@ class DepthGuard {
 
   // False at the limit: do nothing.
   explicit operator bool() const { return entered_; }
+  // How many are entered now.
+  static int current() { return depth; }
 
  private:
   static void refuse() {

@@ -24,8 +24,10 @@ constexpr Number usualOrSmall(Number usual, Number small) {
 inline constexpr int kNestedRuns = usualOrSmall(2000, 60);     // runs, redraws and invalidations together
 inline constexpr int kRefusedRuns = usualOrSmall(1000, 60);    // in one nest; from then on it only unwinds
 inline constexpr int kNestedClicks = 32;                       // simulated clicks
-inline constexpr int kBracketDepth = 200;                      // brackets in one statement
-inline constexpr int kTreeDepth = 64;                          // trees and folders
+inline constexpr int kRefusedClicks = usualOrSmall(1000, 60);  // in one nest, as with the runs
+inline constexpr int kNestedEvaluations = usualOrSmall(1 << 20, 1 << 12);  // begun within one of them
+inline constexpr int kBracketDepth = 200;                                  // brackets in one statement
+inline constexpr int kTreeDepth = 64;                                      // trees and folders
 inline constexpr int kBigFileEntries = 1000000;                // folders and files in one big file
 inline constexpr int kPictureSide = usualOrSmall(16384, 256);  // pixels
 inline constexpr std::int64_t kPicturePixels = usualOrSmall(std::int64_t{1} << 24, std::int64_t{4096});

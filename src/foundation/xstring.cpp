@@ -51,6 +51,15 @@ int clampPosition(int position, int length) { return std::clamp(position, 0, len
 
 int asPosition(std::size_t found) { return found == std::string_view::npos ? -1 : static_cast<int>(found); }
 
+// The standard library's search takes the product of both lengths for texts of repeated pieces; this one is
+// linear.
+std::size_t findText(std::string_view text, std::string_view wanted, std::size_t start = 0) {
+  if (start > text.size()) return std::string_view::npos;
+  const void* found = memmem(text.data() + start, text.size() - start, wanted.data(), wanted.size());
+  return found == nullptr ? std::string_view::npos
+                          : static_cast<std::size_t>(static_cast<const char*>(found) - text.data());
+}
+
 }  // namespace
 
 CXString::CXString(const char* text) : CXString(std::string_view(text != nullptr ? text : "")) {}
@@ -216,7 +225,7 @@ int CXString::FindLast(char character, int start) const {
 }
 
 int CXString::FindSubString(std::string_view text, int start) const {
-  return asPosition(view().find(text, static_cast<std::size_t>(clampPosition(start, length_))));
+  return asPosition(findText(view(), text, static_cast<std::size_t>(clampPosition(start, length_))));
 }
 
 int CXString::findOneOf(std::string_view characters, int start) const {
@@ -253,7 +262,7 @@ CXString CXString::replace(std::string_view from, std::string_view to) const {
   if (from.empty()) return *this;
   std::string result;
   std::string_view rest = view();
-  for (auto found = rest.find(from); found != std::string_view::npos; found = rest.find(from)) {
+  for (auto found = findText(rest, from); found != std::string_view::npos; found = findText(rest, from)) {
     result.append(rest, 0, found).append(to);
     rest.remove_prefix(found + from.size());
     if (to.size() > from.size() && static_cast<std::int64_t>(result.size()) > limits::kStringBytes) {
@@ -361,7 +370,8 @@ void CXString::removeTag(std::string_view tag) {
   const std::string opening = std::string("<").append(tag);
   std::string result;
   std::string_view rest = view();
-  for (auto start = rest.find(opening); start != std::string_view::npos; start = rest.find(opening)) {
+  for (auto start = findText(rest, opening); start != std::string_view::npos;
+       start = findText(rest, opening)) {
     const auto end = rest.find('>', start);
     if (end == std::string_view::npos) break;
     result.append(rest, 0, start);

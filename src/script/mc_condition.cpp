@@ -2,13 +2,12 @@
 
 #include <algorithm>
 
-#include "foundation/depth.h"
+#include "script/evaluation_guard.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_expression.h"
 #include "script/mc_objects_container.h"
 #include "script/melement.h"
 #include "script/statement_compiler.h"
-#include "script/watchdog.h"
 
 namespace footlight {
 
@@ -136,8 +135,8 @@ bool CMC_Condition::done(bool keep) {
 }
 
 bool CMC_Condition::valid(bool raiseSignals) {
-  const DepthGuard depth;
-  if (!depth || !entry1_ || !entry2_) return false;
+  const EvaluationGuard guard;
+  if (!guard || !entry1_ || !entry2_) return false;
   const Ref<CMC_Condition> self(this);
   const Ref<CMC_ObjectsContainer> scope(getScene());
   const RunContext context{holder_.get(), scope.get(), nullptr, nullptr};
@@ -250,8 +249,8 @@ void CMC_ComplexCondition::reportMissing() const {
 }
 
 bool CMC_ComplexCondition::valid(bool raiseSignals) {
-  const DepthGuard depth;
-  if (!depth || getScene() == nullptr || !watchdog::mayContinue()) return false;
+  const EvaluationGuard guard;
+  if (!guard || getScene() == nullptr) return false;
   const Ref<CMC_ComplexCondition> self(this);
   if (getScene()->find<CMC_BasicCondition>(condition1_) == nullptr ||
       getScene()->find<CMC_BasicCondition>(condition2_) == nullptr) {

@@ -2,14 +2,13 @@
 
 #include <algorithm>
 
-#include "foundation/depth.h"
 #include "script/caches.h"
+#include "script/evaluation_guard.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_variable_factory.h"
 #include "script/melement.h"
 #include "script/statement_compiler.h"
 #include "script/value_statement.h"
-#include "script/watchdog.h"
 
 namespace footlight {
 
@@ -174,13 +173,13 @@ Value CMC_Expression::operand(const Item& item) {
 }
 
 Number CMC_Expression::number() const {
-  const DepthGuard depth;
-  return depth && watchdog::mayContinue() ? plainNumber() : Number(0);
+  const EvaluationGuard guard;
+  return guard ? plainNumber() : Number(0);
 }
 
 Value CMC_Expression::evaluate() {
-  const DepthGuard depth;
-  if (!depth || !watchdog::mayContinue()) return Number(0);
+  const EvaluationGuard guard;
+  if (!guard) return Number(0);
   if (const Number plain = plainNumber()) return plain;
   const Ref<CMC_Expression> self(this);
   if (items_.empty()) return Number(0);

@@ -1,6 +1,6 @@
 #include "script/mc_groupped_runner.h"
 
-#include "foundation/depth.h"
+#include "script/evaluation_guard.h"
 #include "script/mc_groupped.h"
 #include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
@@ -114,8 +114,8 @@ Result CMC_Groupped_Runner::run(std::string_view method, CMC_Object* object, CMC
   auto* group = object_cast<CMC_Groupped>(object);
   if (group == nullptr || resolveMethod(method) >= 0)
     return CMC_Runner::run(method, object, scope, arguments);
-  const DepthGuard depth;
-  if (!depth) return {};
+  const EvaluationGuard guard;
+  if (!guard) return {};
   std::vector<WeakRef<CMC_Object>> members;
   for (CMC_Object* member : group->getList()) members.emplace_back(member);
   for (const WeakRef<CMC_Object>& member : members) {

@@ -207,6 +207,7 @@ class CMC_Object : public CXObject {
   Origin origin_;
   WeakRef<CMC_ObjectsContainer> scene_;
   WeakRef<CMC_Class> ownerClass_;
+  std::uint32_t place_ = 0;                // where the container that took it last looks for it first
   CMC_ObjectsContainer* owner_ = nullptr;  // holds the object in its table; kept by the container
   std::unique_ptr<BindingTable> bindings_;
   std::vector<WeakRef<CMC_Behaviour>> tmpBehList_;

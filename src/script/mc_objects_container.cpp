@@ -41,10 +41,28 @@ bool CMC_ObjectsContainer::removeObject(CMC_Object* object) {
   table_.remove(object->getName());
   noteName(*object, -1);
   if (object->owner_ == this) object->owner_ = nullptr;
-  // What goes is mostly what came last.
-  const auto place = std::find(objects_.rbegin(), objects_.rend(), object);
-  if (place != objects_.rend()) objects_.erase(std::next(place).base());
+  takeOut(object);
   return true;
+}
+
+void CMC_ObjectsContainer::takeOut(CMC_Object* object) {
+  auto place = objects_.begin() + std::min<std::ptrdiff_t>(object->place_, std::ssize(objects_));
+  // What stands in more than one container is looked for.
+  if (place == objects_.end() || *place != object)
+    place = std::find(objects_.begin(), objects_.end(), object);
+  if (place == objects_.end()) return;
+  if (place + 1 == objects_.end()) {
+    objects_.pop_back();
+    return;
+  }
+  *place = nullptr;
+  if (++holes_ > objects_.size() / 2) closeHoles();
+}
+
+void CMC_ObjectsContainer::closeHoles() const {
+  std::erase(objects_, nullptr);
+  holes_ = 0;
+  for (std::size_t i = 0; i < objects_.size(); ++i) objects_[i]->place_ = static_cast<std::uint32_t>(i);
 }
 
 bool CMC_ObjectsContainer::addObject(CMC_Object* object) {
@@ -69,6 +87,7 @@ bool CMC_ObjectsContainer::addObject(CMC_Object* object) {
     if (!isOwnedElsewhere(object)) destroy(object);
     return false;
   }
+  object->place_ = static_cast<std::uint32_t>(objects_.size());
   objects_.push_back(object);
   if (!isOwnedElsewhere(object)) object->owner_ = this;
   table_.add(object);
@@ -115,7 +134,7 @@ void CMC_ObjectsContainer::renameObject(CMC_Object* object, const CXString& name
 CMC_Object* CMC_ObjectsContainer::getOwnObject(std::string_view name) const { return table_.find(name); }
 
 CMC_Object* CMC_ObjectsContainer::getObject(int index) const {
-  return index < 0 || index >= getElementsNo() ? nullptr : objects_[static_cast<std::size_t>(index)];
+  return index < 0 || index >= getElementsNo() ? nullptr : objects()[static_cast<std::size_t>(index)];
 }
 
 CMC_Object* CMC_ObjectsContainer::getObject(std::string_view name) const {
@@ -159,21 +178,21 @@ CMC_Object* CMC_ObjectsContainer::getVariable(std::string_view name) const {
 }
 
 int CMC_ObjectsContainer::getObjectId(std::string_view name) const {
-  const auto found = std::find_if(objects_.begin(), objects_.end(), [name](const CMC_Object* object) {
-    return object->getName().view() == name;
-  });
-  return found == objects_.end() ? -1 : static_cast<int>(found - objects_.begin());
+  const auto& all = objects();
+  const auto found = std::find_if(
+      all.begin(), all.end(), [name](const CMC_Object* object) { return object->getName().view() == name; });
+  return found == all.end() ? -1 : static_cast<int>(found - all.begin());
 }
 
 std::vector<CMC_Object*> CMC_ObjectsContainer::getObjectsOfType(int type) const {
   std::vector<CMC_Object*> found;
-  std::copy_if(objects_.begin(), objects_.end(), std::back_inserter(found),
+  std::copy_if(objects().begin(), objects().end(), std::back_inserter(found),
                [type](const CMC_Object* object) { return object->getType() == type; });
   return found;
 }
 
 std::vector<Ref<CMC_Object>> CMC_ObjectsContainer::snapshot() const {
-  return {objects_.begin(), objects_.end()};
+  return {objects().begin(), objects().end()};
 }
 
 void CMC_ObjectsContainer::getObjects(std::string_view typeWord, CMC_Groupped* group) {
@@ -343,7 +362,8 @@ void CMC_ObjectsContainer::endAll() {
   departed_.clear();
   for (const WeakRef<CMC_Object>& object : departed) destroy(object.get());
   // Handlers of ONDONE may add objects: these go in the same sweep, in a few rounds at most.
-  for (int round = 0; round < limits::kUnloadRounds && !objects_.empty(); ++round) {
+  for (int round = 0; round < limits::kUnloadRounds && getElementsNo() > 0; ++round) {
+    closeHoles();
     const std::vector<CMC_Object*> dying = std::move(objects_);
     objects_.clear();
     clearNames();
@@ -355,13 +375,14 @@ void CMC_ObjectsContainer::endAll() {
     }
     for (const Ref<CMC_Object>& object : kept) destroy(object.get());
   }
-  if (!objects_.empty()) guardHit("objects added while unloading");
-  for (CMC_Object* object : objects_) {
+  if (getElementsNo() > 0) guardHit("objects added while unloading");
+  for (CMC_Object* object : objects()) {
     if (isOwnedElsewhere(object)) continue;
     object->owner_ = nullptr;
     object->dispose();
   }
   objects_.clear();
+  holes_ = 0;
   clearNames();
 }
 

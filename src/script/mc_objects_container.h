@@ -61,7 +61,7 @@ class CMC_ObjectsContainer : public CMC_Object {
   CMC_Object* getOwnObject(std::string_view name) const;
   int getObjectId(std::string_view name) const;
   std::vector<CMC_Object*> getObjectsOfType(int type) const;
-  int getElementsNo() const { return static_cast<int>(objects_.size()); }
+  int getElementsNo() const { return static_cast<int>(objects_.size() - holes_); }
   // A snapshot that outlives whatever its users do to the container. What ends while it is walked is disposed
   // of and to be left alone.
   std::vector<Ref<CMC_Object>> snapshot() const;
@@ -110,7 +110,10 @@ class CMC_ObjectsContainer : public CMC_Object {
   void unlink() override;
   // Runs `init` of every object on a snapshot.
   void initObjects();
-  const std::vector<CMC_Object*>& objects() const { return objects_; }
+  const std::vector<CMC_Object*>& objects() const {
+    if (holes_ > 0) closeHoles();
+    return objects_;
+  }
   // True for what stands here by name only.
   bool isOwnedElsewhere(const CMC_Object* object) const;
 
@@ -124,6 +127,8 @@ class CMC_ObjectsContainer : public CMC_Object {
   void finishAll();
   void endAll();
   void clearNames();
+  void takeOut(CMC_Object* object);
+  void closeHoles() const;
 
   void noteName(const CMC_Object& object, int change);
   static void noteScopes();
@@ -132,7 +137,10 @@ class CMC_ObjectsContainer : public CMC_Object {
   static inline std::uint64_t serials_ = 0;
   static inline int numberNames_ = 0;
 
-  std::vector<CMC_Object*> objects_;
+  // In the order of their coming. What goes leaves a null, so that it takes no time to go in any order;
+  // whoever reads the list closes the holes first.
+  mutable std::vector<CMC_Object*> objects_;
+  mutable std::size_t holes_ = 0;
   NameTable table_;
   std::vector<WeakRef<CMC_Object>> departed_;
   WeakRef<CMC_ObjectsContainer> parent_;

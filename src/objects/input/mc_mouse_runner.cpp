@@ -71,22 +71,42 @@ constexpr ButtonRow kButtons[] = {
     {"RIGHT", &CWindow::OnRButtonDown, &CWindow::OnRButtonUp},
 };
 
-// The click takes the whole way of a real one, within this call; clicks in its handlers nest so far
-// and no further.
+// Clicks in the handlers of clicks nest so far and no further. Where they branch, the whole nest unwinds
+// after some refusals, as that of the runs does.
+class ClickGuard {
+ public:
+  ClickGuard()
+      : entered_(depth < limits::kNestedClicks && (refusals < limits::kRefusedClicks || depth == 0)) {
+    if (entered_) {
+      if (depth++ == 0) refusals = 0;
+    } else if (refusals < limits::kRefusedClicks) {
+      limitHit(++refusals == limits::kRefusedClicks ? "clicks that branch" : "nested clicks");
+    }
+  }
+  ~ClickGuard() {
+    if (entered_) --depth;
+  }
+  ClickGuard(const ClickGuard&) = delete;
+  ClickGuard& operator=(const ClickGuard&) = delete;
+
+  explicit operator bool() const { return entered_; }
+
+ private:
+  static inline int depth = 0;
+  static inline int refusals = 0;
+  bool entered_;
+};
+
+// The click takes the whole way of a real one, within this call.
 Result simulate(const CMC_Mouse& mouse, const Call& call, Handler ButtonRow::*handler) {
-  static int depth = 0;
   CWindow* window = mouse.getWindow();
   if (window == nullptr) return {};
-  if (depth >= limits::kNestedClicks) {
-    limitHit("nested clicks");
-    return {};
-  }
-  ++depth;
+  const ClickGuard guard;
+  if (!guard) return {};
   const CXString word = call.has(2) ? call.text(2) : CXString("LEFT");
   for (const ButtonRow& row : kButtons) {
     if (word == row.word) (window->*(row.*handler))({call.integer(0), call.integer(1)}, 0);
   }
-  --depth;
   return {};
 }
 

@@ -33,7 +33,7 @@ constexpr auto kTextSignals = withSignals({
 constexpr auto kEditBoxSignals = withSignals({
     {"ONFOCUSON", "What is typed goes here."},
     {"ONFOCUSOFF", "What is typed goes here no more."},
-    {"ONCHANGED", "Its text has changed."},
+    {"ONCHANGED", "A character was typed into it."},
     {"ONENTER", "Enter was pressed."},
     {"ONESC", "Escape was pressed."},
 });
@@ -49,10 +49,10 @@ constexpr auto kNetClientSignals = withSignals({
     {"ONCONNECTIONCLOSED", "The connection was lost."},
 });
 constexpr auto kScrollSignals = withSignals({
-    {"ONTOP", "The upper end is reached."},
-    {"ONBOTTOM", "The lower end is reached."},
-    {"ONLEFT", "The left end is reached."},
-    {"ONRIGHT", "The right end is reached."},
+    {"ONTOP", "Nothing raises it."},
+    {"ONBOTTOM", "Nothing raises it."},
+    {"ONLEFT", "Nothing raises it."},
+    {"ONRIGHT", "Nothing raises it."},
 });
 
 }  // namespace

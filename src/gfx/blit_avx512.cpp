@@ -6,7 +6,7 @@
 
 namespace footlight::blit {
 
-constinit const Kernels kAvx512Kernels = wideKernels<32>();
+constinit const Kernels kAvx512Kernels = wideKernels<16>();
 
 }  // namespace footlight::blit
 

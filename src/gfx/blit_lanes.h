@@ -16,6 +16,7 @@ struct Lanes {
   typedef std::uint8_t Bytes [[gnu::vector_size(N)]];
   using Half = std::conditional_t<N == 8, std::uint32_t, std::uint64_t>;  // of the bytes
   typedef std::uint16_t Words [[gnu::vector_size(2 * N)]];
+  typedef std::int16_t SignedWords [[gnu::vector_size(2 * N)]];
   typedef std::uint32_t Pixels [[gnu::vector_size(2 * N)]];  // N / 2 of them
 };
 
@@ -31,11 +32,17 @@ template <class Vector>
   __builtin_memcpy(to, &value, sizeof value);
 }
 
-// Where the mask's bits are set x, elsewhere y.
+// Where the comparison holds x, elsewhere y.
 template <class Vector, class Mask>
 [[gnu::always_inline]] inline Vector choose(Mask mask, Vector x, Vector y) {
-  const Vector bits = reinterpret_cast<Vector>(mask);
-  return (x & bits) | (y & ~bits);
+  return mask ? x : y;
+}
+
+// Words of either sign, shifted down.
+template <int kBits, class Words>
+[[gnu::always_inline]] inline Words shiftSigned(Words words) {
+  using Signed = typename Lanes<sizeof(Words) / 2>::SignedWords;
+  return reinterpret_cast<Words>(reinterpret_cast<Signed>(words) >> kBits);
 }
 
 // Each byte as a word.

@@ -37,18 +37,19 @@ struct Wide16 {
   // A channel at the top of its lane, and fractions below. The extra one stops at the
   // channel's greatest value.
   template <bool kPlusOne, int kBits, class Words>
-  [[gnu::always_inline]] static Words mix(Words s, Words t, Words a, Words topOfT) {
-    const Words mixed = (s - t) * (a << (8 - kBits)) + topOfT;
+  [[gnu::always_inline]] static Words mix(Words difference, Words a, Words topOfT) {
+    const Words mixed = difference * (a << (8 - kBits)) + topOfT;
     return kPlusOne ? addSaturated(mixed, Words{} + static_cast<std::uint16_t>(1 << (16 - kBits))) : mixed;
   }
 
   template <bool kPlusOne, class Words>
   [[gnu::always_inline]] static Words blend(Words s, Words t, Words a) {
     constexpr int kRedUp = 11 - kRedShift;
-    const Words red = mix<kPlusOne, 5>(s << kRedUp >> 11, t << kRedUp >> 11, a, t << kRedUp & 0xF800);
-    const Words green = mix<kPlusOne, GreenBits>((s & kGreenMask) >> 5, (t & kGreenMask) >> 5, a,
-                                                 (t & kGreenMask) << (11 - GreenBits));
-    const Words blue = mix<kPlusOne, 5>(s & 31, t & 31, a, t << 11);
+    const Words greenOfT = t & kGreenMask;
+    const Words red = mix<kPlusOne, 5>((s << kRedUp >> 11) - (t << kRedUp >> 11), a, t << kRedUp & 0xF800);
+    const Words green = mix<kPlusOne, GreenBits>(shiftSigned<5>((s & kGreenMask) - greenOfT), a,
+                                                 greenOfT << (11 - GreenBits));
+    const Words blue = mix<kPlusOne, 5>((s & 31) - (t & 31), a, t << 11);
     return (red & 0xF800) >> kRedUp | (green >> (11 - GreenBits) & kGreenMask) | blue >> 11;
   }
 

@@ -1,5 +1,5 @@
 // The inner loops with the instructions that machines with AVX-512BW have. The registers stay at 16 pixels:
-// twice as wide ones draw whole pictures no faster, and sprites slower, whose rims are narrow.
+// twice as wide ones draw whole pictures hardly faster, and sprites slower, whose rims are narrow.
 
 #if defined(__x86_64__)
 

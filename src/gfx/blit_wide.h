@@ -14,6 +14,19 @@
 namespace footlight::blit {
 namespace {
 
+// Pixels that are looked at together: what is all clear, or all opaque, is soon done with. The soft rim of a
+// sprite is a few pixels wide, so larger ones would nearly all be mixed.
+enum class Block { clear, opaque, mixed };
+
+template <int N>
+[[gnu::always_inline]] inline Block kindOf(const std::uint8_t* alpha) {
+  using Half = typename Lanes<N>::Half;
+  const Half first = load<Half>(alpha);
+  const Half second = load<Half>(alpha + N / 2);
+  if ((first | second) == 0) return Block::clear;
+  return (first & second) == static_cast<Half>(~Half{0}) ? Block::opaque : Block::mixed;
+}
+
 // Pixels of 16 bits
 template <int GreenBits>
 struct Wide16 {
@@ -24,18 +37,19 @@ struct Wide16 {
   // A channel at the top of its lane, and fractions below. The extra one stops at the
   // channel's greatest value.
   template <bool kPlusOne, int kBits, class Words>
-  [[gnu::always_inline]] static Words mix(Words s, Words t, Words a, Words topOfT) {
-    const Words mixed = (s - t) * (a << (8 - kBits)) + topOfT;
+  [[gnu::always_inline]] static Words mix(Words difference, Words a, Words topOfT) {
+    const Words mixed = difference * (a << (8 - kBits)) + topOfT;
     return kPlusOne ? addSaturated(mixed, Words{} + static_cast<std::uint16_t>(1 << (16 - kBits))) : mixed;
   }
 
   template <bool kPlusOne, class Words>
   [[gnu::always_inline]] static Words blend(Words s, Words t, Words a) {
     constexpr int kRedUp = 11 - kRedShift;
-    const Words red = mix<kPlusOne, 5>(s << kRedUp >> 11, t << kRedUp >> 11, a, t << kRedUp & 0xF800);
-    const Words green = mix<kPlusOne, GreenBits>((s & kGreenMask) >> 5, (t & kGreenMask) >> 5, a,
-                                                 (t & kGreenMask) << (11 - GreenBits));
-    const Words blue = mix<kPlusOne, 5>(s & 31, t & 31, a, t << 11);
+    const Words greenOfT = t & kGreenMask;
+    const Words red = mix<kPlusOne, 5>((s << kRedUp >> 11) - (t << kRedUp >> 11), a, t << kRedUp & 0xF800);
+    const Words green = mix<kPlusOne, GreenBits>(shiftSigned<5>((s & kGreenMask) - greenOfT), a,
+                                                 greenOfT << (11 - GreenBits));
+    const Words blue = mix<kPlusOne, 5>((s & 31) - (t & 31), a, t << 11);
     return (red & 0xF800) >> kRedUp | (green >> (11 - GreenBits) & kGreenMask) | blue >> 11;
   }
 
@@ -49,12 +63,21 @@ struct Wide16 {
   // Keeps pixels of weight 0, stores opaque ones, blends the others.
   template <int N>
   [[gnu::always_inline]] static void throughAlpha(const std::uint16_t* source, Value* target,
-                                                  typename Lanes<N>::Words a) {
+                                                  typename Lanes<N>::Bytes alpha) {
     using Words = typename Lanes<N>::Words;
+    const Words a = widen(alpha);
     const Words s = load<Words>(source);
     const Words t = load<Words>(target);
     const Words drawn = choose(a == 255, s, blend<true>(s, t, a));
     store(target, choose(a == 0, t, drawn));
+  }
+
+  template <int N>
+  [[gnu::always_inline]] static void throughPlane(const std::uint16_t* source, Value* target,
+                                                  const std::uint8_t* alpha) {
+    const Block kind = kindOf<N>(alpha);
+    if (kind == Block::opaque) copy<N>(source, target);
+    if (kind == Block::mixed) throughAlpha<N>(source, target, load<typename Lanes<N>::Bytes>(alpha));
   }
 
   template <int N, bool kKeeps>
@@ -110,10 +133,28 @@ struct Wide32 {
 
   template <int N>
   [[gnu::always_inline]] static void throughAlpha(const std::uint16_t* source, Value* target,
-                                                  typename Lanes<N>::Words a) {
+                                                  typename Lanes<N>::Bytes alpha) {
     const auto s = load<typename Lanes<N>::Words>(source);
+    const auto a = widen(alpha);
     half<N, true, true>(lowerPixels(s), target, lowerPixels(a));
     half<N, true, true>(upperPixels(s), target + N / 2, upperPixels(a));
+  }
+
+  // Half a register of source pixels fills one of the target's.
+  template <int N>
+  [[gnu::always_inline]] static void throughPlane(const std::uint16_t* source, Value* target,
+                                                  const std::uint8_t* alpha) {
+    using Half = typename Lanes<N>::Half;
+    for (int i = 0; i < N; i += N / 2) {
+      const Half bits = load<Half>(alpha + i);
+      if (bits == 0) continue;
+      const auto s = pixelsAt<N>(source + i);
+      if (bits == static_cast<Half>(~Half{0})) {
+        store(target + i, plain(s));
+      } else {
+        half<N, true, true>(s, target + i, pixelsAt<N>(alpha + i));
+      }
+    }
   }
 
   template <int N, bool kKeeps>
@@ -126,25 +167,6 @@ struct Wide32 {
 };
 
 // Blocks of N pixels. `live` has bytes of 255 for the lanes to draw, 0 for the others.
-// Pixels that are looked at together: a group that is all clear, or all opaque, is soon done with. Smaller
-// ones would be so more often, and guessed wrongly as often.
-constexpr int kGroup = 32;
-
-enum class Block { clear, opaque, mixed };
-
-template <int N>
-[[gnu::always_inline]] inline Block kindOf(const std::uint8_t* alpha) {
-  std::uint64_t any = 0;
-  std::uint64_t all = ~std::uint64_t{0};
-  for (int i = 0; i < N; i += 8) {
-    const auto word = load<std::uint64_t>(alpha + i);
-    any |= word;
-    all &= word;
-  }
-  if (any == 0) return Block::clear;
-  return all == ~std::uint64_t{0} ? Block::opaque : Block::mixed;
-}
-
 struct Row {
   const std::uint16_t* source;
   const std::uint8_t* alpha;
@@ -155,10 +177,6 @@ struct Row {
 template <class Target>
 struct Copy {
   using Value = typename Target::Value;
-  template <int N>
-  [[gnu::always_inline]] static void group(const Row& row, int at, Value* target) {
-    for (int i = at; i < at + kGroup; i += N) block<N>(row, i, target);
-  }
   template <int N>
   [[gnu::always_inline]] static void block(const Row& row, int at, Value* target) {
     Target::template copy<N>(row.source + at, target + at);
@@ -171,10 +189,6 @@ struct Copy {
 
 struct Mask {
   using Value = std::uint16_t;
-  template <int N>
-  [[gnu::always_inline]] static void group(const Row& row, int at, Value* target) {
-    for (int i = at; i < at + kGroup; i += N) block<N>(row, i, target);
-  }
   template <int N>
   [[gnu::always_inline]] static void draw(const Row& row, int at, Value* target, typename Lanes<N>::Bytes a) {
     using Words = typename Lanes<N>::Words;
@@ -196,26 +210,13 @@ template <class Target>
 struct Alpha {
   using Value = typename Target::Value;
   template <int N>
-  [[gnu::always_inline]] static void group(const Row& row, int at, Value* target) {
-    const Block kind = kindOf<kGroup>(row.alpha + at);
-    if (kind == Block::clear) return;
-    for (int i = at; i < at + kGroup; i += N) {
-      if (kind == Block::opaque) {
-        Target::template copy<N>(row.source + i, target + i);
-      } else {
-        block<N>(row, i, target);
-      }
-    }
-  }
-  template <int N>
   [[gnu::always_inline]] static void block(const Row& row, int at, Value* target) {
-    const auto a = widen(load<typename Lanes<N>::Bytes>(row.alpha + at));
-    Target::template throughAlpha<N>(row.source + at, target + at, a);
+    Target::template throughPlane<N>(row.source + at, target + at, row.alpha + at);
   }
   template <int N>
   [[gnu::always_inline]] static void last(const Row& row, int at, Value* target,
                                           typename Lanes<N>::Bytes live) {
-    const auto a = widen(load<typename Lanes<N>::Bytes>(row.alpha + at) & live);
+    const auto a = load<typename Lanes<N>::Bytes>(row.alpha + at) & live;
     Target::template throughAlpha<N>(row.source + at, target + at, a);
   }
 };
@@ -223,10 +224,6 @@ struct Alpha {
 template <class Target>
 struct Blend {
   using Value = typename Target::Value;
-  template <int N>
-  [[gnu::always_inline]] static void group(const Row& row, int at, Value* target) {
-    for (int i = at; i < at + kGroup; i += N) block<N>(row, i, target);
-  }
   template <int N>
   [[gnu::always_inline]] static void block(const Row& row, int at, Value* target) {
     const auto opacity = typename Lanes<N>::Words{} + static_cast<std::uint16_t>(row.opacity);
@@ -249,12 +246,8 @@ struct AlphaBlend {
     Target::template blendAt<N, true>(row.source + at, target + at, weight);
   }
   template <int N>
-  [[gnu::always_inline]] static void group(const Row& row, int at, Value* target) {
-    if (kindOf<kGroup>(row.alpha + at) == Block::clear) return;
-    for (int i = at; i < at + kGroup; i += N) block<N>(row, i, target);
-  }
-  template <int N>
   [[gnu::always_inline]] static void block(const Row& row, int at, Value* target) {
+    if (kindOf<N>(row.alpha + at) == Block::clear) return;
     draw<N>(row, at, target, load<typename Lanes<N>::Bytes>(row.alpha + at));
   }
   template <int N>
@@ -273,17 +266,13 @@ struct ToCanvas {
     using Bytes = typename Lanes<N>::Bytes;
     const Bytes b = load<Bytes>(row.targetAlpha + at);
     const Bytes wasClear = reinterpret_cast<Bytes>(b == 0) & reinterpret_cast<Bytes>(a != 0);
-    Target::template throughAlpha<N>(row.source + at, target + at, widen(a | wasClear));
+    Target::template throughAlpha<N>(row.source + at, target + at, a | wasClear);
     const Bytes sum = a + b;
     store(row.targetAlpha + at, sum | reinterpret_cast<Bytes>(sum < a));
   }
   template <int N>
-  [[gnu::always_inline]] static void group(const Row& row, int at, Value* target) {
-    if (kindOf<kGroup>(row.alpha + at) == Block::clear) return;
-    for (int i = at; i < at + kGroup; i += N) block<N>(row, i, target);
-  }
-  template <int N>
   [[gnu::always_inline]] static void block(const Row& row, int at, Value* target) {
+    if (kindOf<N>(row.alpha + at) == Block::clear) return;
     draw<N>(row, at, target, load<typename Lanes<N>::Bytes>(row.alpha + at));
   }
   template <int N>
@@ -294,11 +283,9 @@ struct ToCanvas {
 };
 
 // Rows and rectangles
-constexpr int kMostLanes = 32;
-alignas(64) constexpr std::uint8_t kLive[2 * kMostLanes] = {
+constexpr int kMostLanes = 16;
+alignas(32) constexpr std::uint8_t kLive[2 * kMostLanes] = {
     0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,
-    0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,
-    255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255,
     255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255};
 
 template <class Op, int N>
@@ -310,7 +297,6 @@ void drawRows(const Job& job) {
   Row row = {job.source, job.alpha, job.targetAlpha, job.opacity};
   for (int i = 0; i < job.height; ++i) {
     int at = 0;
-    for (; at + kGroup <= whole; at += kGroup) Op::template group<N>(row, at, target);
     for (; at < whole; at += N) Op::template block<N>(row, at, target);
     if (rest != 0) Op::template last<N>(row, job.width - N, target, live);
     row.source += job.sourceStride;

@@ -7,26 +7,34 @@ namespace footlight {
 void CValidationQuene::add(CGraphicsObject* object, int priority, int flags) {
   const auto place =
       std::ranges::upper_bound(elements_, priority, {}, [](const auto& e) { return e->priority; });
-  elements_.insert(place, std::make_unique<CValidationElement>(object, priority, flags));
+  const auto added = elements_.insert(place, std::make_unique<CValidationElement>(object, priority, flags));
+  known_[object] = added->get();
 }
 
 int CValidationQuene::getIndex(const CGraphicsObject* object) const {
-  if (object == nullptr) return -1;
-  const auto found =
-      std::ranges::find_if(elements_, [&](const auto& e) { return e->object.get() == object; });
-  return found == elements_.end() ? -1 : static_cast<int>(found - elements_.begin());
+  const CValidationElement* element = find(object);
+  if (element == nullptr) return -1;
+  const auto found = std::ranges::find_if(elements_, [&](const auto& e) { return e.get() == element; });
+  return static_cast<int>(found - elements_.begin());
 }
 
 CValidationElement* CValidationQuene::find(const CGraphicsObject* object) const {
-  const int index = getIndex(object);
-  return index < 0 ? nullptr : elements_[static_cast<std::size_t>(index)].get();
+  const auto found = known_.find(object);
+  const bool isListed = object != nullptr && found != known_.end() && found->second->object.get() == object;
+  return isListed ? found->second : nullptr;
 }
 
 void CValidationQuene::remove(const CGraphicsObject* object) {
-  if (const int index = getIndex(object); index >= 0) elements_.erase(elements_.begin() + index);
+  const int index = getIndex(object);
+  if (index < 0) return;
+  known_.erase(object);
+  elements_.erase(elements_.begin() + index);
 }
 
-void CValidationQuene::removeAll() { elements_.clear(); }
+void CValidationQuene::removeAll() {
+  known_.clear();
+  elements_.clear();
+}
 
 CValidationElement* CValidationQuene::first() {
   cursor_ = 0;
@@ -49,7 +57,10 @@ CValidationElement* CValidationQuene::atCursor() const {
 }
 
 void CValidationQuene::dropEnded() {
-  std::erase_if(elements_, [](const auto& element) { return !element->object; });
+  const auto hasEnded = [](const auto& element) { return !element->object; };
+  if (std::ranges::none_of(elements_, hasEnded)) return;
+  std::erase_if(known_, [&](const auto& item) { return hasEnded(item.second); });
+  std::erase_if(elements_, hasEnded);
 }
 
 std::vector<WeakRef<CGraphicsObject>> CValidationQuene::objects() {

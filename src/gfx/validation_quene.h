@@ -4,6 +4,7 @@
 // objects weakly: one that has ended is passed over and dropped.
 
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 #include "foundation/xobject.h"
@@ -50,6 +51,8 @@ class CValidationQuene : public CXObject {
   CValidationElement* atCursor() const;
 
   std::vector<std::unique_ptr<CValidationElement>> elements_;
+  // By the object; its own element tells whether that is still the one that was listed.
+  std::unordered_map<const CGraphicsObject*, CValidationElement*> known_;
   int cursor_ = -1;
 };
 

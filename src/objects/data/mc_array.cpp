@@ -8,6 +8,7 @@
 #include "foundation/byte_reader.h"
 #include "foundation/byte_writer.h"
 #include "foundation/limits.h"
+#include "foundation/memory_budget.h"
 #include "objects/data/insertion_order.h"
 #include "script/mc_objects_container.h"
 #include "script/mc_variable_factory.h"
@@ -54,6 +55,12 @@ Ref<CMC_Variable> readValue(ByteReader& reader) {
   }
 }
 
+// What an element takes, with its text if it has one.
+std::int64_t bytesOf(const CXString* text) {
+  const std::int64_t textBytes = text != nullptr ? std::int64_t{sizeof(CXString)} + text->Length() : 0;
+  return std::int64_t{sizeof(ArrayValue)} + textBytes;
+}
+
 // Whether an element equals a value, by the rules of the element's type; none equals null.
 class EqualTo {
  public:
@@ -92,7 +99,7 @@ CMC_Array::CMC_Array(CMC_ObjectsContainer* container, const CMElement* element)
 CMC_Array::CMC_Array(const CMC_Array& other)
     : CMC_Object(other), marker_(other.marker_), sendOnChange_(other.sendOnChange_) {
   items_.reserve(other.items_.size());
-  for (const ArrayValue& item : other.items_) items_.emplace_back(*item.variable());
+  for (const ArrayValue& item : other.items_) items_.add(ArrayValue(*item.variable()));
 }
 
 std::unique_ptr<CMC_Object> CMC_Array::copy() const {
@@ -113,16 +120,28 @@ bool CMC_Array::hasRoom(std::int64_t count) const {
   return false;
 }
 
+std::int64_t CMC_Array::bytes() const {
+  std::int64_t sum = 0;
+  for (const ArrayValue& item : items_) sum += bytesOf(item.text());
+  return sum;
+}
+
+bool CMC_Array::isInBudget(std::int64_t count, const CMC_Variable& value) {
+  const bool isText = value.getType() == type::kString;
+  const std::int64_t each = bytesOf(isText ? &static_cast<const CMC_String&>(value).getValue() : nullptr);
+  return count <= 0 || memory::hasRoom(count * each);
+}
+
 bool CMC_Array::add(CMC_Variable* value) { return insertAt(size(), value); }
 
 bool CMC_Array::insert(int index, ArrayValue value) {
   if (index < 0 || index > size() || !hasRoom(1)) return false;
-  items_.insert(items_.begin() + index, std::move(value));
+  items_.insert(place(index), std::move(value));
   return true;
 }
 
 bool CMC_Array::insertAt(int index, CMC_Variable* value) {
-  return value != nullptr && insert(index, ArrayValue(*value));
+  return value != nullptr && isInBudget(1, *value) && insert(index, ArrayValue(*value));
 }
 
 bool CMC_Array::changeAt(int index, CMC_Variable* value) {
@@ -149,7 +168,7 @@ void CMC_Array::clearAt(int index) {
 }
 
 void CMC_Array::removeAt(int index) {
-  if (isIn(index)) items_.erase(items_.begin() + index);
+  if (isIn(index)) items_.erase(place(index));
 }
 
 bool CMC_Array::swap(int a, int b) {
@@ -164,8 +183,10 @@ int CMC_Array::find(CMC_Variable* value) const {
 }
 
 int CMC_Array::reverseFind(CMC_Variable* value) const {
-  const auto found = std::find_if(items_.rbegin(), items_.rend(), EqualTo(value));
-  return static_cast<int>(items_.rend() - found) - 1;
+  const EqualTo isEqual(value);
+  int index = size() - 1;
+  while (index >= 0 && !isEqual(items_[place(index)])) --index;
+  return index;
 }
 
 // Lists of one type have an order, and equal INTEGERs are the same.
@@ -213,7 +234,7 @@ void CMC_Array::sortMixed(bool ascending) {
   for (const int at : insertionOrder(order)) sorted.push_back(order[place(at)]);
   if (!ascending) reverseKeepingTies(sorted);
   items_.clear();
-  for (CMC_Variable* variable : sorted) items_.emplace_back(*variable);
+  for (CMC_Variable* variable : sorted) items_.add(ArrayValue(*variable));
 }
 
 void CMC_Array::rotateLeft() {

@@ -6,9 +6,7 @@
 // Indexes count from 0; one outside of the list means no element, and the operation does nothing. An array
 // holds at most limits::kArrayElements; an operation that would go over that does nothing.
 
-#include <vector>
-
-#include "objects/data/array_value.h"
+#include "objects/data/array_items.h"
 
 namespace footlight {
 
@@ -31,13 +29,20 @@ class CMC_Array : public CMC_Object, public CMC_ValueList {
   Value get(int index) const { return isIn(index) ? items_[place(index)].get() : Value(); }
   // The same as a pooled variable; null outside of the list.
   Ref<CMC_Variable> at(int index) const;
-  const std::vector<ArrayValue>& items() const { return items_; }
+  const ArrayItems& items() const { return items_; }
   // True when that many more elements have room.
   bool hasRoom(std::int64_t count) const;
+  // The memory that all elements take, and whether so many copies of a value would fit into the game's.
+  std::int64_t bytes() const;
+  static bool isInBudget(std::int64_t count, const CMC_Variable& value);
 
   // Append or insert a copy; false when nothing was added. `insertAt` takes the size as an index too.
   bool add(CMC_Variable* value) override;
-  bool add(Number value) { return insert(size(), ArrayValue(value)); }
+  bool add(Number value) {
+    if (!hasRoom(1)) return false;
+    items_.add(value);
+    return true;
+  }
   bool insertAt(int index, CMC_Variable* value);
   // Puts a copy in the place of an element.
   bool changeAt(int index, CMC_Variable* value);
@@ -92,7 +97,7 @@ class CMC_Array : public CMC_Object, public CMC_ValueList {
   template <class Key>
   void sortBy(bool ascending, Key key);
 
-  std::vector<ArrayValue> items_;
+  ArrayItems items_;
   int marker_ = -1;
   bool sendOnChange_ = false;
 };

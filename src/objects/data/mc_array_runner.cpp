@@ -6,6 +6,7 @@
 #include "files/folder.h"
 #include "files/path.h"
 #include "foundation/limits.h"
+#include "foundation/memory_budget.h"
 #include "foundation/random.h"
 #include "foundation/string_tokenizer.h"
 #include "objects/data/mc_array.h"
@@ -104,6 +105,7 @@ Result fill(CMC_Array& array, Call& call) {
     if (filling) limitHit("array too long");
     return {};
   }
+  if (!array.isInBudget(count, *filling)) return {};
   array.removeAll();
   for (int i = 0; i < count; ++i) array.add(filling.get());
   return {};
@@ -153,7 +155,7 @@ Result compare(CMC_Array& array, Call& call) {
 Result copyTo(CMC_Array& array, Call& call) {
   auto* target = call.named<CMC_Array>(0);
   const int count = array.size();
-  if (target == nullptr || !target->hasRoom(count)) return {};
+  if (target == nullptr || !target->hasRoom(count) || !memory::hasRoom(array.bytes())) return {};
   for (int i = 0; i < count; ++i) target->add(array.at(i).get());
   return {};
 }

@@ -4,19 +4,19 @@
 // the full path is tried in several places, the language version of each place first. A file that cannot be
 // opened leaves the error code 2000, and every operation on it does nothing and gives zero.
 //
-// A mode is a sum of bits. "Read" alone opens an existing file; "read" and "update" opens an existing file
-// for both; without "read" the file is made anew, and it takes its name when it is closed, whole or not at
-// all.
+// A mode is a sum of bits. "Read" alone opens an existing file; "read" and "update" opens an existing
+// file for both; without "read" the file is made anew, and it takes its name when it is closed, whole or
+// not at all.
 //
 // Text. On reading, the "text" bit drops a carriage return before a line feed; positions and the length still
 // count the bytes on the disk. With neither "text" nor "binary" only the line operations do so. On writing a
 // line feed stays a plain line feed.
 //
-// With a big file (see CBigFile) a file that no place on the disk has is read from there. The questions about
-// files and folders are answered by the big file alone then: fileExists knows only what it holds, dirExists
-// says yes, a search finds one name, and chDir always succeeds; it leads into folders of the disk and of the
-// big file alike. What is written goes to the disk, into folders made for it where only the big file has
-// them.
+// With a big file (see CBigFile) a file that no place on the disk has is read from there. The questions
+// about files and folders are answered by the big file alone then: fileExists knows only what it holds,
+// dirExists says yes, a search finds one name, and chDir always succeeds; it leads into folders of the disk
+// and of the big file alike. What is written goes to the disk, into folders made for it where only the big
+// file has them.
 
 #include <memory>
 #include <optional>
@@ -78,8 +78,8 @@ class CFile : public CXObject {
   // The number of bytes read or written.
   virtual int Read(void* target, int count);
   virtual int Write(const void* source, int count);
-  // All bytes from here to the end; nothing when there are more than `limit`, none for a file that is not
-  // open.
+  // All bytes from here to the end; nothing when there are more than `limit`, none for a file that
+  // is not open.
   std::optional<std::vector<std::byte>> readRest(std::int64_t limit);
   // 0, or -1 when what was written did not reach the disk; the old file is still there then.
   virtual int Close();

@@ -1,8 +1,8 @@
 #pragma once
 
-// A bounded cursor over bytes of a file or a frame, little-endian. Every get is checked: one that does not
-// fit poisons the reader, and from then on all gets yield zeros and nothing is left. The bytes stay the
-// caller's.
+// A bounded cursor over bytes of a file or a frame, little-endian. Every get is checked: one that does
+// not fit poisons the reader, and from then on all gets yield zeros and nothing is left. The bytes
+// stay the caller's.
 
 #include <bit>
 #include <cstddef>

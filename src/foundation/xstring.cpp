@@ -51,8 +51,8 @@ int clampPosition(int position, int length) { return std::clamp(position, 0, len
 
 int asPosition(std::size_t found) { return found == std::string_view::npos ? -1 : static_cast<int>(found); }
 
-// The standard library's search takes the product of both lengths for texts of repeated pieces; this one is
-// linear.
+// The standard library's search takes the product of both lengths for texts of repeated pieces; this
+// one is linear.
 std::size_t findText(std::string_view text, std::string_view wanted, std::size_t start = 0) {
   if (start > text.size()) return std::string_view::npos;
   const void* found = memmem(text.data() + start, text.size() - start, wanted.data(), wanted.size());

@@ -1,7 +1,7 @@
 #pragma once
 
-// The arguments of one call while it is made ready: on the stack as a rule, since calls nest and most have
-// few.
+// The arguments of one call while it is made ready: on the stack as a rule, since calls nest and
+// most have few.
 
 #include <array>
 #include <cstddef>

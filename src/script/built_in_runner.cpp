@@ -1,5 +1,5 @@
-// The statements behind "@": control flow, local variables, timers. Their object is the behaviour that they
-// stand in.
+// The statements behind "@": control flow, local variables, timers. Their object is the behaviour that
+// they stand in.
 
 #include <algorithm>
 #include <optional>

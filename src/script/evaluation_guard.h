@@ -1,10 +1,10 @@
 #pragma once
 
 // Guards the reading of a value that reads other values: expressions, conditions, calls of groups. Values
-// that name one another twice each take two to the power of their number, without ever being deep. So within
-// one reading only so many others begin; from then on everything unwinds with the empty value, up to the
-// first. What a behaviour reads on the way counts by itself, since its lines may go round as often as they
-// like.
+// that name one another twice each take two to the power of their number, without ever being deep. So
+// within one reading only so many others begin; from then on everything unwinds with the empty value, up
+// to the first. What a behaviour reads on the way counts by itself, since its lines may go round as often
+// as they like.
 
 #include "foundation/depth.h"
 #include "script/watchdog.h"

@@ -60,8 +60,8 @@ class CMC_Behaviour : public CMC_Object, public CTimerNotificator {
   // Null before `init`, after `done`, and for empty code.
   const CodeLines* getLines() const { return lines_.get(); }
   bool isEnabled() const { return enabled_; }
-  // True while nothing but runs happened to the behaviour since it was made: what one made anew would be
-  // like.
+  // True while nothing but runs happened to the behaviour since it was made: what one made anew
+  // would be like.
   bool isAsMade() const;
   void enable(bool on) { enabled_ = on; }
   int getBreakpoint() const { return breakpoint_; }

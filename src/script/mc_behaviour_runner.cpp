@@ -18,8 +18,8 @@ constexpr const char* kReturn = "__RETURN__";
 
 CMC_Object* returned(const Call& call) { return call.findAny(kReturn); }
 
-// A text that names an object other than a plain value goes in quotes, so that it arrives in the code as a
-// literal.
+// A text that names an object other than a plain value goes in quotes, so that it arrives in the code
+// as a literal.
 ArgumentText argumentText(const Call& call, int index) {
   const bool areNumbersNames = CMC_ObjectsContainer::areNumbersNames();
   if (const Number number = call.number(index); number.isWhole() && !areNumbersNames)

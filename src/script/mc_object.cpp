@@ -271,8 +271,8 @@ bool CMC_Object::raise(SignalIndex signal, const CXString& detail) {
   return onSignal(name + "^" + detail) || onSignal(name);
 }
 
-// Delivers from a snapshot, so that handlers may change the bindings: one that is removed in the pass no
-// longer runs.
+// Delivers from a snapshot, so that handlers may change the bindings: one that is removed in the pass
+// no longer runs.
 bool CMC_Object::deliver(const CXString& name, const TextList* arguments) {
   const BindingList* bound = isDisposed() ? nullptr : getBehaviour(name);
   if (bound == nullptr) return false;

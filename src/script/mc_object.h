@@ -4,10 +4,10 @@
 // signals with behaviours bound to them, and clones. The engine talks to an object through `onSignal`,
 // scripts talk to it through the runner of its type.
 //
-// Ownership: the container that an object was added to owns it and ends it with `CMC_Object::destroy`, which
-// raises ONDONE, unlinks the object from all that would still call or show it, and lets the memory go when no
-// call of the object is left on the stack. Bindings hold behaviours weakly: a behaviour that has gone is no
-// binding.
+// Ownership: the container that an object was added to owns it and ends it with `CMC_Object::destroy`,
+// which raises ONDONE, unlinks the object from all that would still call or show it, and lets the memory go
+// when no call of the object is left on the stack. Bindings hold behaviours weakly: a behaviour that has
+// gone is no binding.
 
 #include <cstdint>
 #include <memory>
@@ -88,8 +88,8 @@ class CMC_Object : public CXObject {
   virtual void resetClones() { clonesNo_ = 0; }
   // The index of the first signal of the type with which the name begins; -1 if none.
   virtual int getBehaviourIndex(std::string_view name) const;
-  // Binds the signals that the element's properties name. A null element finds the bound behaviours anew by
-  // name.
+  // Binds the signals that the element's properties name. A null element finds the bound behaviours
+  // anew by name.
   virtual void initializeBehaviours(CMC_ObjectsContainer* container, const CMElement* element);
   // The type's signals in index order.
   virtual std::span<const Signal> getBehavioursList() const;
@@ -99,8 +99,8 @@ class CMC_Object : public CXObject {
   virtual bool verifyBehaviour(const CXString& signal);
   virtual void addBehaviour(const CXString& signal, CMC_Behaviour* behaviour,
                             std::shared_ptr<const TextList> arguments, CMC_ObjectsContainer* container);
-  // Removes the bindings of the signal that were made in the container; the forced form removes all of the
-  // signal.
+  // Removes the bindings of the signal that were made in the container; the forced form removes all
+  // of the signal.
   virtual void removeBehaviour(const CXString& signal, const CMC_ObjectsContainer* container);
   virtual void removeBehaviourForce(const CXString& signal);
   virtual void removeAllBehaviours();
@@ -171,8 +171,8 @@ class CMC_Object : public CXObject {
  protected:
   CMC_Object(const CMC_Object& other);  // the copy has a new identity: no bindings, no clones, no scene
 
-  // Takes the object out of everything that would still call it or show it. Called once, before the memory
-  // may go.
+  // Takes the object out of everything that would still call it or show it. Called once, before the
+  // memory may go.
   virtual void unlink() {}
   void setSignalFlag(int index) {
     if (index >= 0 && index < 32) signalFlags_ |= 1U << index;
@@ -213,8 +213,8 @@ class CMC_Object : public CXObject {
   std::vector<WeakRef<CMC_Behaviour>> tmpBehList_;
 };
 
-// The one downcast of a looked-up object: null unless the object is of class T. Each class names its own
-// types.
+// The one downcast of a looked-up object: null unless the object is of class T. Each class names
+// its own types.
 template <class T>
 T* object_cast(CMC_Object* object) {
   return object != nullptr && T::isTypeOf(object->getType()) ? static_cast<T*>(object) : nullptr;

@@ -46,8 +46,8 @@ class CMC_ObjectsContainer : public CMC_Object {
   // Finishes and ends all objects; the container can be filled again.
   virtual void unload();
 
-  // Looks in this container, then without each ending "_0", then in the parents; null if nothing has the
-  // name.
+  // Looks in this container, then without each ending "_0", then in the parents; null if nothing
+  // has the name.
   CMC_Object* getObject(std::string_view name) const;
   CMC_Object* getObject(int index) const;
   // The object of class T, null for none or one of another class.

@@ -71,8 +71,8 @@ class Call {
   double real(int index) const;
   bool boolean(int index) const;
   CXString text(int index) const;
-  // The same without a copy where there is a text already, else by way of `storage`. Good until a script
-  // runs.
+  // The same without a copy where there is a text already, else by way of `storage`. Good until
+  // a script runs.
   std::string_view textView(int index, CXString* storage) const;
   // The argument as a value: a variable itself, the result of an expression, else null.
   Ref<CMC_Variable> variable(int index) const;

@@ -57,9 +57,9 @@ class CMC_Variable : public CMC_Object {
   virtual void onNetChange(CMC_Variable* value);
   virtual void setDefault(CMC_Variable* value) = 0;
   virtual void resetINI() = 0;
-  // The flat record of network messages: 4-byte type number and the value. `netstore` fills getBufferLen()
-  // bytes; `netrestore` reads what stands behind the type number and is false, with nothing changed, on a
-  // short record.
+  // The flat record of network messages: 4-byte type number and the value. `netstore` fills
+  // getBufferLen() bytes; `netrestore` reads what stands behind the type number and is false, with
+  // nothing changed, on a short record.
   virtual int getBufferLen() const = 0;
   virtual void netstore(std::span<std::byte> buffer) const = 0;
   virtual bool netrestore(std::span<const std::byte> value) = 0;

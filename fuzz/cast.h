@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "objects/all_types.h"
 #include "support/memory_files.h"
 
 namespace footlight::fuzz {
@@ -18,6 +19,8 @@ struct Named {
 };
 
 struct Cast {
+  // Types are known by their words from the first one on.
+  Cast() { installAllTypes(); }
   std::vector<Named> names;  // of the level's own objects
   std::string text;          // the definition document
 

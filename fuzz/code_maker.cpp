@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <map>
 
+#include "objects/all_types.h"
+
 namespace footlight::fuzz {
 
 namespace {

@@ -8,6 +8,7 @@
 #include "files/language_os_ver.h"
 #include "foundation/command_line6.h"
 #include "gfx/window.h"
+#include "objects/all_types.h"
 #include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
 
@@ -42,6 +43,7 @@ void play(std::string_view text) {
     disk[name] = test::contentOf(part.empty() && name == kFiles[0] ? kUsual : part);
   }
   const Machine machine(disk);
+  installAllTypes();
   CMC_VariableFactory::initialize();
   CMC_RunnerFactory::initialize();
   demand(check() == check());

@@ -2,7 +2,7 @@
 
 // What the three levels of a game have in common as types of script objects.
 
-#include <iterator>
+#include <array>
 
 #include "app/mc_scene.h"
 
@@ -19,7 +19,7 @@ inline constexpr auto kSignals = signalTable<LevelSignal>({
 });
 
 // The properties of a scene. Those of the levels above begin with others, and these follow.
-inline constexpr Property kProperties[] = {
+inline constexpr auto kProperties = std::to_array<Property>({
     {"DLLS", PropertyKind::list, "", "External modules that make objects of types of their own."},
     {"DESCRIPTION", PropertyKind::text, "", "For authors."},
     {"CREATIONTIME", PropertyKind::text, "", "For authors."},
@@ -31,15 +31,12 @@ inline constexpr Property kProperties[] = {
     {"MUSIC", PropertyKind::file, "", "Its music; without it that of the level above."},
     {"DEAMON", PropertyKind::boolean, "FALSE", "Kept for tools; it changes nothing."},
     {"VERSION", PropertyKind::text, "", "Its version, which an upgrade over the network compares."},
-};
+});
 
 // Some properties of a level's own, and those of every level behind them.
 template <std::size_t N>
 consteval auto withProperties(const Property (&own)[N]) {
-  std::array<Property, N + std::size(kProperties)> all{};
-  for (std::size_t i = 0; i < N; ++i) all[i] = own[i];
-  for (std::size_t i = 0; i < std::size(kProperties); ++i) all[N + i] = kProperties[i];
-  return all;
+  return joined(std::to_array(own), kProperties);
 }
 
 }  // namespace footlight::level_words

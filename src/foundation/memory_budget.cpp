@@ -16,8 +16,6 @@ void use(Count count, std::int64_t limit) {
   most = limit;
 }
 
-bool isOver() { return inUse != nullptr && inUse() > most; }
-
 bool hasRoom(std::int64_t bytes) {
   if (inUse == nullptr || (bytes <= most && inUse() <= most - bytes)) return true;
   limitHit("memory of the game");

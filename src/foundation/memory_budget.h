@@ -18,7 +18,5 @@ using Count = std::int64_t (*)();
 void use(Count count, std::int64_t limit);
 // Whether that many bytes more stay within the budget. A refusal is reported as a limit.
 bool hasRoom(std::int64_t bytes = 0);
-// The same without a report.
-bool isOver();
 
 }  // namespace footlight::memory

@@ -10,10 +10,7 @@ namespace {
 // The signals of every type and some more.
 template <std::size_t N>
 consteval auto withSignals(const Signal (&own)[N]) {
-  std::array<Signal, kFirstOwnSignal + N> all{};
-  for (std::size_t i = 0; i < kFirstOwnSignal; ++i) all[i] = kSignalsOfAll[i];
-  for (std::size_t i = 0; i < N; ++i) all[kFirstOwnSignal + i] = own[i];
-  return all;
+  return joined(kSignalsOfAll, std::to_array(own));
 }
 
 constexpr auto kCanvasSignals = withSignals({

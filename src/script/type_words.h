@@ -18,6 +18,15 @@ class Number;
 class Result;
 class Value;
 
+// Rows that several types share, and some of one type's own, in this order or the other.
+template <class Row, std::size_t N, std::size_t M>
+consteval std::array<Row, N + M> joined(const std::array<Row, N>& first, const std::array<Row, M>& second) {
+  std::array<Row, N + M> all{};
+  for (std::size_t i = 0; i < N; ++i) all[i] = first[i];
+  for (std::size_t i = 0; i < M; ++i) all[N + i] = second[i];
+  return all;
+}
+
 // Signals
 
 struct Signal {
@@ -51,15 +60,14 @@ struct SignalRow {
 // and ends with `count`; rows in another order than the enum's, or a row too few, do not compile.
 template <class E, std::size_t N>
 consteval std::array<Signal, N + kFirstOwnSignal> signalTable(const SignalRow<E> (&rows)[N]) {
-  std::array<Signal, N + kFirstOwnSignal> table{};
-  for (std::size_t i = 0; i < kFirstOwnSignal; ++i) table[i] = kSignalsOfAll[i];
+  std::array<Signal, N> own{};
   for (std::size_t i = 0; i < N; ++i) {
     if (static_cast<std::size_t>(rows[i].signal) != i + kFirstOwnSignal)
       throw "a signal stands at another place than in its enum";
-    table[i + kFirstOwnSignal] = {rows[i].name, rows[i].meaning, rows[i].otherForm};
+    own[i] = {rows[i].name, rows[i].meaning, rows[i].otherForm};
   }
-  if (static_cast<std::size_t>(E::count) != table.size()) throw "a signal of the enum has no row";
-  return table;
+  if (static_cast<std::size_t>(E::count) != N + kFirstOwnSignal) throw "a signal of the enum has no row";
+  return joined(kSignalsOfAll, own);
 }
 
 // The place of a signal in its type's list, from whatever type's enum.
@@ -67,7 +75,6 @@ struct SignalIndex {
   template <class E>
   requires std::is_enum_v<E>
   constexpr SignalIndex(E signal) : value(static_cast<int>(signal)) {}
-  constexpr explicit SignalIndex(int index) : value(index) {}
   int value;
 };
 

@@ -3,6 +3,7 @@
 // The methods that IMAGE and ANIMO have in common, and how a method reaches the graphic behind its object.
 // For the runners alone.
 
+#include <array>
 #include <type_traits>
 
 #include "foundation/diagnose.h"
@@ -65,5 +66,19 @@ Result getPixel(CGraphicsObject& graphic, Call& call);
 
 Result monitorCollision(CMC_Graphic& object, Call& call);
 Result removeMonitorCollision(CMC_Graphic& object, Call& call);
+
+// The properties that both begin with.
+inline constexpr auto kPictureProperties = std::to_array<Property>({
+    {"FILENAME", PropertyKind::file, "", "Its file."},
+    {"TOCANVAS", PropertyKind::boolean, "FALSE", "TRUE puts it on the screen at the start."},
+    {"VISIBLE", PropertyKind::boolean, "FALSE", "TRUE shows it at the start."},
+    {"FLUSHAFTERPLAYED", PropertyKind::boolean, "FALSE",
+     "TRUE lets its pixels go whenever it is hidden; they are read again when they are needed."},
+    {"PRELOAD", PropertyKind::boolean, "TRUE",
+     "TRUE reads the file at the start, FALSE when it is first needed."},
+    {"MONITORCOLLISION", PropertyKind::boolean, "FALSE", "TRUE watches for collisions of boxes."},
+    {"MONITORCOLLISIONALPHA", PropertyKind::boolean, "FALSE", "TRUE watches for collisions of pixels."},
+    {"PRIORITY", PropertyKind::integer, "0", "Higher ones are drawn over lower ones."},
+});
 
 }  // namespace footlight::graphics_methods

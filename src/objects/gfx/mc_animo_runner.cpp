@@ -371,25 +371,18 @@ constexpr auto kSignals = signalTable<AnimoSignal>({
      "A mouse button was released over it, while it acts as a button; in the same forms."},
 });
 
-constexpr Property kProperties[] = {
-    {"FILENAME", PropertyKind::file, "", "Its file."},
-    {"TOCANVAS", PropertyKind::boolean, "FALSE", "TRUE puts it on the screen at the start."},
-    {"VISIBLE", PropertyKind::boolean, "FALSE", "TRUE shows it at the start."},
-    {"FLUSHAFTERPLAYED", PropertyKind::boolean, "FALSE",
-     "TRUE lets the frames go whenever it is hidden; they are read again when it is shown or played."},
-    {"PRELOAD", PropertyKind::boolean, "TRUE",
-     "TRUE reads the file at the start, FALSE when it is first shown or played."},
-    {"MONITORCOLLISION", PropertyKind::boolean, "FALSE", "TRUE watches for collisions of boxes."},
-    {"MONITORCOLLISIONALPHA", PropertyKind::boolean, "FALSE", "TRUE watches for collisions of pixels."},
-    {"PRIORITY", PropertyKind::integer, "0", "Higher ones are drawn over lower ones."},
-    {"FPS", PropertyKind::integer, "15", "Frames a second, 1 at least."},
-    {"ASBUTTON", PropertyKind::boolean, "FALSE",
-     "TRUE lets it act as a button, where a mouse signal is bound: it plays its events ONFOCUSON, ONFOCUSOFF "
-     "and ONCLICK."},
-    {"ONFIRSTFRAME", PropertyKind::boolean, "FALSE",
-     "TRUE lets the mouse count over the place of the first frame, else over that of the frame that is "
-     "shown."},
-};
+constexpr auto kProperties = joined(
+    kPictureProperties,
+    std::to_array<Property>({
+        {"FPS", PropertyKind::integer, "15", "Frames a second, 1 at least."},
+        {"ASBUTTON", PropertyKind::boolean, "FALSE",
+         "TRUE lets it act as a button, where a mouse signal is bound: it plays its events ONFOCUSON, "
+         "ONFOCUSOFF "
+         "and ONCLICK."},
+        {"ONFIRSTFRAME", PropertyKind::boolean, "FALSE",
+         "TRUE lets the mouse count over the place of the first frame, else over that of the frame that is "
+         "shown."},
+    }));
 
 }  // namespace
 

@@ -248,20 +248,11 @@ constexpr auto kSignals = signalTable<ImageSignal>({
      "A mouse button was released over it, while it acts as a button; in the same forms."},
 });
 
-constexpr Property kProperties[] = {
-    {"FILENAME", PropertyKind::file, "", "Its file."},
-    {"TOCANVAS", PropertyKind::boolean, "FALSE", "TRUE puts it on the screen at the start."},
-    {"VISIBLE", PropertyKind::boolean, "FALSE", "TRUE shows it at the start."},
-    {"FLUSHAFTERPLAYED", PropertyKind::boolean, "FALSE",
-     "TRUE lets the pixels go whenever it is hidden; they are read again when it is shown."},
-    {"PRELOAD", PropertyKind::boolean, "TRUE",
-     "TRUE reads the file at the start, FALSE when it is first shown."},
-    {"MONITORCOLLISION", PropertyKind::boolean, "FALSE", "TRUE watches for collisions of boxes."},
-    {"MONITORCOLLISIONALPHA", PropertyKind::boolean, "FALSE", "TRUE watches for collisions of pixels."},
-    {"PRIORITY", PropertyKind::integer, "0", "Higher ones are drawn over lower ones."},
-    {"ASBUTTON", PropertyKind::boolean, "FALSE",
-     "TRUE lets it hear the mouse, where a mouse signal is bound."},
-};
+constexpr auto kProperties =
+    joined(kPictureProperties, std::to_array<Property>({
+                                   {"ASBUTTON", PropertyKind::boolean, "FALSE",
+                                    "TRUE lets it hear the mouse, where a mouse signal is bound."},
+                               }));
 
 }  // namespace
 

@@ -1,11 +1,15 @@
 #include "app/unit6.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "app/mc_scene.h"
 #include "files/resources_manager.h"
 #include "gfx/color.h"
 #include "gfx/graphics_object.h"
 #include "gfx/refresh_screen.h"
 #include "gfx/window.h"
+#include "input/keyboard.h"
 
 namespace footlight {
 
@@ -135,6 +139,73 @@ bool CUnit6::onClick(int button, CXPoint point) {
 bool CUnit6::onRelease(int button, CXPoint point) {
   if (dragging_ && !draggingMode_) onEndDragging();
   return CMouseListener::onRelease(button, point);
+}
+
+// Edit boxes
+
+CEditBox6* CUnit6::addEditBox(CSimpleFont6* font, const CXRect& rect, int priority, const CXString& text) {
+  CEditBox6* box =
+      editBoxes_.emplace_back(new CEditBox6(window_, this, font, rect, priority, text)).get();
+  if (cursor_) box->setCursor(cursor_.get());
+  return box;
+}
+
+void CUnit6::activateEditBox(CEditBox6* box) {
+  const WeakRef<CEditBox6> gaining(box);
+  const Ref<CEditBox6> losing(activeBox_.get());
+  activeBox_ = nullptr;
+  if (losing) losing->activate(false);
+  if (!gaining) return;
+  activeBox_ = gaining;
+  gaining->activate(true);
+}
+
+void CUnit6::onEditBoxActivated(CEditBox6* box) {
+  const Ref<CEditBox6> losing(activeBox_.get());
+  activeBox_ = box;
+  if (losing && losing.get() != box && losing->isActive()) losing->activate(false);
+}
+
+void CUnit6::removeEditBox(CEditBox6* box) {
+  std::erase_if(editBoxes_, [box](const auto& entry) { return entry.get() == box; });
+}
+
+// Their observers may belong to a level above and hear of the end.
+void CUnit6::flushEditBoxes() {
+  activeBox_ = nullptr;
+  for (const Owned<CEditBox6>& box : std::exchange(editBoxes_, {})) box->notify(2);
+}
+
+int CUnit6::getCurrentEditBoxIndex() const {
+  const auto active = std::ranges::find(editBoxes_, activeBox_.get(), &Owned<CEditBox6>::get);
+  return active != editBoxes_.end() ? static_cast<int>(active - editBoxes_.begin()) : -1;
+}
+
+void CUnit6::nextEditBox() {
+  const int active = getCurrentEditBoxIndex();
+  const int count = static_cast<int>(editBoxes_.size());
+  for (int step = 1; active >= 0 && step < count; ++step) {
+    CEditBox6* box = editBoxes_[static_cast<std::size_t>((active + step) % count)].get();
+    if (box->isEnabled()) return activateEditBox(box);
+  }
+}
+
+void CUnit6::prevEditBox() {
+  const int active = getCurrentEditBoxIndex();
+  if (active < 0) return;
+  const int before = active > 0 ? active - 1 : static_cast<int>(editBoxes_.size()) - 1;
+  activateEditBox(editBoxes_[static_cast<std::size_t>(before)].get());
+}
+
+void CUnit6::onKeyDown(int key) {
+  if (key != keys::kTab) return;
+  const CKeyboard* keyboard = window_->getKeyboardInterface();
+  if (!keyboard->isTyped(key)) return;
+  if (keyboard->isKeyPressed("shift")) {
+    prevEditBox();
+  } else {
+    nextEditBox();
+  }
 }
 
 }  // namespace footlight

@@ -14,6 +14,7 @@
 #include "gfx/screen_unit.h"
 #include "input/button.h"
 #include "input/control_unit.h"
+#include "input/edit_box.h"
 #include "input/key_listener.h"
 #include "input/mouse_listener.h"
 
@@ -29,6 +30,7 @@ class CUnit6 : public CXObject,
                public CScreenUnit,
                public CControlUnit,
                public CControlNotifier,
+               public CEditBoxUnit,
                public CKeyListener,
                public CMouseListener,
                public CRandomPlayableNotifier,
@@ -70,7 +72,24 @@ class CUnit6 : public CXObject,
   virtual CResourcesManager* getResourcesManager() const { return resources_.get(); }
   void onTimer(TimerId /*id*/) override {}
   bool isLive() const override { return active_ && wasInitiallyUpdated_; }
-  virtual void flushEditBoxes() {}
+
+  // The caret of the boxes that come; null for none.
+  virtual void setCursor(CGraphicsObject* cursor) { cursor_ = cursor; }
+  // A new box, which the unit owns: the text in the font goes on the screen with that priority.
+  virtual CEditBox6* addEditBox(CSimpleFont6* font, const CXRect& rect, int priority, const CXString& text);
+  void activateEditBox(CEditBox6* box) override;
+  void onEditBoxActivated(CEditBox6* box) override;
+  bool isActiveEditBox(const CEditBox6* box) const override { return box == activeBox_.get(); }
+  // Ends the box; none of the unit's is passed over.
+  virtual void removeEditBox(CEditBox6* box);
+  virtual void flushEditBoxes();
+  // From 0 in the order of their making; -1 when none is active.
+  virtual int getCurrentEditBoxIndex() const;
+  // To the next box that is not disabled, round and round.
+  virtual void nextEditBox();
+  // To the box before, disabled or not.
+  virtual void prevEditBox();
+  void onKeyDown(int key) override;
 
   // Starts the playable at random moments while the scene runs: so many times a minute, in runs of up
   // to `repeats` starts.
@@ -111,6 +130,10 @@ class CUnit6 : public CXObject,
   int draggedPriority_ = 0;
   CXPoint dragStart_;
   CXPoint dragPoint_;
+
+  std::vector<Owned<CEditBox6>> editBoxes_;
+  WeakRef<CEditBox6> activeBox_;
+  WeakRef<CGraphicsObject> cursor_;
 };
 
 }  // namespace footlight

@@ -160,6 +160,7 @@ bool Host::openInput() {
     if (script_.usesController()) {
       for (const int port : platform::InputScript::kScriptedPorts) devices_->connectController(port);
     }
+    if (script_.tellsTyping()) devices_->tellTyping();
   }
   if (headless_ != nullptr && !headless_->recordFailure().empty()) {
     complain("--record: " + options_.record + ": " + headless_->recordFailure());

@@ -42,11 +42,25 @@ void CKeyboard::tick() {
   for (const platform::KeyEvent& event : platform::current().input().takeKeyEvents()) {
     if (event.scanCode < 0 || event.scanCode >= static_cast<int>(kScanCodes)) continue;
     if (event.down) {
-      press(event.scanCode);
+      typed_.set(static_cast<std::size_t>(event.scanCode));
+      if (!event.repeated) press(event.scanCode);
     } else {
       release(event.scanCode);
     }
   }
+  takeCharacters();
+}
+
+void CKeyboard::takeCharacters() {
+  for (const platform::CharacterEvent& event : platform::current().input().takeCharacters()) {
+    if (autoRepeat_ || !event.repeated) append(characters_, event.character);
+  }
+}
+
+bool CKeyboard::isTyped(int scanCode) const {
+  if (!platform::current().input().tellsTyping()) return true;
+  return scanCode >= 0 && scanCode < static_cast<int>(kScanCodes) &&
+         typed_.test(static_cast<std::size_t>(scanCode));
 }
 
 void CKeyboard::press(int scanCode) {
@@ -78,14 +92,23 @@ void CKeyboard::flushSignals(bool deliver) {
     if (deliver) window_->OnKeyDown(key, 0);
   }
   if (!autoRepeat_) downKeys_.clear();
+  typed_.reset();
   for (const int key : std::exchange(upKeys_, {})) {
     if (deliver) window_->OnKeyUp(key, 0);
   }
+  tellCharacters(deliver);
+  lastFlush_ = now;
+}
+
+void CKeyboard::tellCharacters(bool deliver) {
+  const bool areTold = platform::current().input().tellsTyping();
   for (const int key : Queue(charKeys_)) {
-    if (deliver) onChar(key);
+    if (deliver && !areTold) onChar(key);
   }
   if (!autoRepeat_) charKeys_.clear();
-  lastFlush_ = now;
+  for (const int character : std::exchange(characters_, {})) {
+    if (deliver && character != 0 && character <= kLastCharacter) window_->OnChar(character, 0);
+  }
 }
 
 void CKeyboard::onChar(int scanCode) {

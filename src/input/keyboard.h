@@ -3,6 +3,9 @@
 // The keyboard: takes the device's scan codes and plays them back as calls of the window's handlers, as keys
 // that go down and up and as characters. With auto-repeat a key that is held is told again at each flush
 // until it comes up, at most every 10 milliseconds.
+//
+// Characters follow from the keys by a table, unless the device tells them itself in the player's layout; then
+// they repeat at its pace.
 
 #include <array>
 #include <bitset>
@@ -30,6 +33,9 @@ class CKeyboard : public CXObject, public CInputPoller {
   void flushSignals(bool deliver) override;
   // Tells the character of one key, if it has one.
   void onChar(int scanCode);
+  // Whether a key that is told now is a stroke for whoever edits a text: the first one, or a repetition at the
+  // pace of the player's settings where the device knows it.
+  bool isTyped(int scanCode) const;
   void setAutoRepeat(bool repeats) { autoRepeat_ = repeats; }
   bool isAnyKeyPressed() const { return state_.any(); }
   // Words such as "left", "shift", "space", or a letter or digit, in any case; false for any other name.
@@ -41,6 +47,8 @@ class CKeyboard : public CXObject, public CInputPoller {
 
   void press(int scanCode);
   void release(int scanCode);
+  void takeCharacters();
+  void tellCharacters(bool deliver);
   int getChar(int scanCode) const;
   bool isDown(int scanCode) const { return state_.test(static_cast<std::size_t>(scanCode)); }
 
@@ -52,6 +60,8 @@ class CKeyboard : public CXObject, public CInputPoller {
   Queue downKeys_;
   Queue upKeys_;
   Queue charKeys_;
+  std::bitset<kScanCodes> typed_;  // strokes since the last flush
+  Queue characters_;               // that the device told
   std::uint32_t lastFlush_ = 0;  // clock, milliseconds
 };
 

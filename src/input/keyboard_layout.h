@@ -9,6 +9,7 @@
 
 namespace footlight::keys {
 
+inline constexpr int kTab = 15;
 inline constexpr int kLeftShift = 42;
 inline constexpr int kRightShift = 54;
 inline constexpr int kLeftAlt = 56;

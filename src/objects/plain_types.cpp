@@ -27,13 +27,6 @@ constexpr auto kTextSignals = withSignals({
     {"ONCOLLISION", "It begins to touch another picture."},
     {"ONCOLLISIONFINISHED", "It ends to touch another picture."},
 });
-constexpr auto kEditBoxSignals = withSignals({
-    {"ONFOCUSON", "What is typed goes here."},
-    {"ONFOCUSOFF", "What is typed goes here no more."},
-    {"ONCHANGED", "A character was typed into it."},
-    {"ONENTER", "Enter was pressed."},
-    {"ONESC", "Escape was pressed."},
-});
 constexpr auto kNetServerSignals = withSignals({
     {"ONNEWPLAYER", "A player has come."},
     {"ONDESTROYPLAYER", "A player has gone."},
@@ -82,15 +75,6 @@ extern constinit const ScriptType kTextType = {
     .meaning = "Text on the screen.",
     .pass = 6,
     .signals = kTextSignals,
-};
-
-extern constinit const ScriptType kEditBoxType = {
-    .number = 2009,
-    .idWord = "EDITBOX",
-    .definitionWord = "EDITBOX",
-    .meaning = "A box to type in.",
-    .pass = 6,
-    .signals = kEditBoxSignals,
 };
 
 extern constinit const ScriptType kNetPeerType = {

@@ -25,8 +25,17 @@ struct MouseEvent {
 struct KeyEvent {
   int scanCode;  // hardware scan code of set 1
   bool down;
+  bool repeated = false;  // held, and told once more at the pace of the player's settings
 
   friend bool operator==(const KeyEvent&, const KeyEvent&) = default;
+};
+
+// What a key or a sequence of keys types in the player's layout.
+struct CharacterEvent {
+  unsigned char character;  // code page 1250
+  bool repeated = false;
+
+  friend bool operator==(const CharacterEvent&, const CharacterEvent&) = default;
 };
 
 // What a game controller's stick or button does. Axes are 0, 1 and 2 for X, Y and Z, from -1000 to 1000, up
@@ -61,6 +70,9 @@ class InputDevices {
   // Takes what has come since the last call, oldest first.
   virtual std::vector<MouseEvent> takeMouseEvents() = 0;
   virtual std::vector<KeyEvent> takeKeyEvents() = 0;
+  virtual std::vector<CharacterEvent> takeCharacters() { return {}; }
+  // Whether the device tells what is typed: characters, and keys that repeat. Else both follow from the keys.
+  virtual bool tellsTyping() const { return false; }
   // False for a code outside 0 to 255.
   virtual bool isKeyDown(int scanCode) const = 0;
   // How a controller stands now; nothing for a port without one.

@@ -32,6 +32,12 @@ void InputQueue::put(const KeyEvent& event) {
   if (recorder_ != nullptr) recorder_->write(event);
 }
 
+void InputQueue::put(const CharacterEvent& event) {
+  const std::lock_guard lock(mutex_);
+  append(characters_, event);
+  if (recorder_ != nullptr) recorder_->write(event);
+}
+
 void InputQueue::put(const MouseEvent& event) {
   const std::lock_guard lock(mutex_);
   cursor_ = {event.x, event.y};
@@ -72,6 +78,7 @@ std::optional<ControllerState> InputQueue::controller(int port) const {
 void InputQueue::recordTo(InputRecorder* recorder) {
   const std::lock_guard lock(mutex_);
   recorder_ = recorder;
+  if (recorder_ != nullptr && tellsTyping_) recorder_->beginTyping();
 }
 
 std::vector<MouseEvent> InputQueue::takeMouseEvents() {
@@ -82,6 +89,11 @@ std::vector<MouseEvent> InputQueue::takeMouseEvents() {
 std::vector<KeyEvent> InputQueue::takeKeyEvents() {
   const std::lock_guard lock(mutex_);
   return std::exchange(keys_, {});
+}
+
+std::vector<CharacterEvent> InputQueue::takeCharacters() {
+  const std::lock_guard lock(mutex_);
+  return std::exchange(characters_, {});
 }
 
 bool InputQueue::isKeyDown(int scanCode) const {

@@ -4,6 +4,7 @@
 // end puts events in as they come; over the bound an event is dropped, but the key state and the cursor still
 // follow it. Every operation may be called on any thread.
 
+#include <atomic>
 #include <bitset>
 #include <mutex>
 
@@ -22,6 +23,7 @@ class InputQueue : public InputDevices {
 
   // A scan code outside 0 to 255 is ignored.
   void put(const KeyEvent& event);
+  void put(const CharacterEvent& event);
   void put(const MouseEvent& event);
   // A first event connects the controller. What no controller has is ignored.
   void put(const ControllerEvent& event);
@@ -32,6 +34,10 @@ class InputQueue : public InputDevices {
 
   std::vector<MouseEvent> takeMouseEvents() override;
   std::vector<KeyEvent> takeKeyEvents() override;
+  std::vector<CharacterEvent> takeCharacters() override;
+  bool tellsTyping() const override { return tellsTyping_; }
+  // From now on characters come by `put` alone.
+  void tellTyping() { tellsTyping_ = true; }
   bool isKeyDown(int scanCode) const override;
   std::optional<ControllerState> controller(int port) const override;
   CursorPosition cursorPosition() const override;
@@ -43,6 +49,8 @@ class InputQueue : public InputDevices {
   mutable std::mutex mutex_;
   std::vector<MouseEvent> mouse_;
   std::vector<KeyEvent> keys_;
+  std::vector<CharacterEvent> characters_;
+  std::atomic<bool> tellsTyping_ = false;
   std::bitset<kScanCodes> down_;
   std::array<std::optional<ControllerState>, kPorts> controllers_;
   CursorPosition cursor_{0, 0};

@@ -24,7 +24,12 @@ void InputRecorder::write(const MouseEvent& event) {
 }
 
 void InputRecorder::write(const KeyEvent& event) {
-  line((event.down ? "keydown " : "keyup ") + std::to_string(event.scanCode));
+  const char* verb = event.repeated ? "keyrepeat " : event.down ? "keydown " : "keyup ";
+  line(verb + std::to_string(event.scanCode));
+}
+
+void InputRecorder::write(const CharacterEvent& event) {
+  line((event.repeated ? "charrepeat " : "char ") + std::to_string(event.character));
 }
 
 void InputRecorder::write(const ControllerEvent& event) {

@@ -22,8 +22,11 @@ class InputRecorder {
   // Events from now on belong to this tick.
   void setTick(std::uint32_t tick) { tick_ = tick; }
 
+  // A reader of the script makes no characters from keys.
+  void beginTyping() { write(CharacterEvent{0}); }
   void write(const MouseEvent& event);
   void write(const KeyEvent& event);
+  void write(const CharacterEvent& event);
   void write(const ControllerEvent& event);
   // Only activation is written: the rest is no input.
   void write(const WindowEvent& event);

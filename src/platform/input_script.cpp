@@ -60,10 +60,16 @@ std::optional<Event> buttonEvent(bool down, const Words& words) {
   return InputScript::Button{*button, down};
 }
 
-std::optional<Event> keyEvent(bool down, const Words& words) {
+std::optional<Event> keyEvent(bool down, bool repeated, const Words& words) {
   const auto code = number<int>(words[2], 0, InputQueue::kScanCodes - 1);
   if (!code) return std::nullopt;
-  return KeyEvent{*code, down};
+  return KeyEvent{*code, down, repeated};
+}
+
+std::optional<Event> characterEvent(bool repeated, const Words& words) {
+  const auto code = number<int>(words[2], 0, 255);
+  if (!code) return std::nullopt;
+  return CharacterEvent{static_cast<unsigned char>(*code), repeated};
 }
 
 std::optional<Event> activateEvent(const Words& words) {
@@ -96,8 +102,11 @@ constexpr Verb kVerbs[] = {
     {"dblclick", 4, [](const Words& w) { return pointEvent(MouseEventKind::doubleClick, w); }, "dblclick X Y"},
     {"down",     3, [](const Words& w) { return buttonEvent(true, w); },                       "down left|middle|right"},
     {"up",       3, [](const Words& w) { return buttonEvent(false, w); },                      "up left|middle|right"},
-    {"keydown",  3, [](const Words& w) { return keyEvent(true, w); },                          "keydown SCAN (0 to 255)"},
-    {"keyup",    3, [](const Words& w) { return keyEvent(false, w); },                         "keyup SCAN (0 to 255)"},
+    {"keydown",  3, [](const Words& w) { return keyEvent(true, false, w); },                   "keydown SCAN (0 to 255)"},
+    {"keyup",    3, [](const Words& w) { return keyEvent(false, false, w); },                  "keyup SCAN (0 to 255)"},
+    {"keyrepeat", 3, [](const Words& w) { return keyEvent(true, true, w); },                   "keyrepeat SCAN (0 to 255)"},
+    {"char",     3, [](const Words& w) { return characterEvent(false, w); },                   "char CODE (0 to 255)"},
+    {"charrepeat", 3, [](const Words& w) { return characterEvent(true, w); },                  "charrepeat CODE (0 to 255)"},
     {"joy",      5, [](const Words& w) { return controllerEvent(w); },                         "joy axis 0-2 -1000-1000, or joy button 0-15 0|1"},
     {"activate", 3, [](const Words& w) { return activateEvent(w); },                           "activate 0|1"},
 };
@@ -157,6 +166,11 @@ bool InputScript::usesController() const {
       lines_, [](const Line& line) { return std::holds_alternative<ControllerEvent>(line.event); });
 }
 
+bool InputScript::tellsTyping() const {
+  return std::ranges::any_of(
+      lines_, [](const Line& line) { return std::holds_alternative<CharacterEvent>(line.event); });
+}
+
 void InputScript::play(std::uint32_t tick, InputQueue& devices, std::vector<WindowEvent>& windowEvents) {
   for (; next_ < lines_.size() && lines_[next_].tick <= tick; ++next_) {
     const Event& event = lines_[next_].event;
@@ -164,6 +178,8 @@ void InputScript::play(std::uint32_t tick, InputQueue& devices, std::vector<Wind
       windowEvents.push_back(*window);
     } else if (const auto* key = std::get_if<KeyEvent>(&event)) {
       devices.put(*key);
+    } else if (const auto* character = std::get_if<CharacterEvent>(&event)) {
+      devices.put(*character);
     } else if (const auto* mouse = std::get_if<MouseEvent>(&event)) {
       devices.put(*mouse);
     } else if (const auto* controller = std::get_if<ControllerEvent>(&event)) {

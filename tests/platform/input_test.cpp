@@ -100,7 +100,7 @@ TEST(InputScript, NamesTheBadLine) {
   for (const char* line :
        {"0 move 1 2", "-1 move 1 2", "4294967296 move 1 2", "x move 1 2", "1", "1 jump 1 2", "1 move 1",
         "1 move 1 2 3", "1 move 1 2x", "1 move 32768 0", "1 down centre", "1 down", "1 keydown 256",
-        "1 keydown -1", "1 keyup A", "1 activate 2", "1 Move 1 2", "1move 1 2"}) {
+        "1 keydown -1", "1 keyup A", "1 char a", "1 char 256", "1 charrepeat", "1 keyrepeat -1", "1 activate 2", "1 Move 1 2", "1move 1 2"}) {
     InputScript script;
     const std::string text = std::string("1 move 1 2\n# fine\n") + line + "\n2 up left\n";
     EXPECT_THAT(script.parse(text, "play.txt"), HasSubstr("play.txt:3: ")) << line;
@@ -117,14 +117,19 @@ TEST(InputRecorder, WritesWhatTheScriptPlays) {
                                          {MouseEventKind::buttonDown, 3, 4, MouseButton::middle},
                                          {MouseEventKind::doubleClick, 5, 6},
                                          {MouseEventKind::buttonUp, 5, 6, MouseButton::middle}};
+  const std::vector<CharacterEvent> typed = {{' '}, {185, true}};
   {
     InputRecorder recorder(path.string());
     ASSERT_TRUE(recorder.failure().empty());
     InputQueue queue(false);
+    queue.tellTyping();
     queue.recordTo(&recorder);
     recorder.setTick(7);
     for (const MouseEvent& event : mouse) queue.put(event);
     queue.put(KeyEvent{57, true});
+    recorder.setTick(8);
+    for (const CharacterEvent& event : typed) queue.put(event);
+    queue.put(KeyEvent{57, true, true});
     recorder.setTick(9);
     queue.put(KeyEvent{57, false});
     recorder.write(WindowEvent{WindowEvent::Kind::activate, 0});
@@ -139,6 +144,11 @@ TEST(InputRecorder, WritesWhatTheScriptPlays) {
   script.play(7, queue, window);
   EXPECT_EQ(queue.takeMouseEvents(), mouse);
   EXPECT_THAT(queue.takeKeyEvents(), ElementsAre(KeyEvent{57, true}));
+  EXPECT_TRUE(script.tellsTyping());
+  queue.takeCharacters();
+  script.play(8, queue, window);
+  EXPECT_EQ(queue.takeCharacters(), typed);
+  EXPECT_THAT(queue.takeKeyEvents(), ElementsAre(KeyEvent{57, true, true}));
   script.play(9, queue, window);
   EXPECT_THAT(queue.takeKeyEvents(), ElementsAre(KeyEvent{57, false}));
   EXPECT_THAT(window, ElementsAre(WindowEvent{WindowEvent::Kind::activate, 0}));

@@ -84,6 +84,12 @@ class SdlPlatformTest : public testing::Test {
     event.key.repeat = static_cast<std::uint8_t>(repeat);
     return event;
   }
+  static SDL_Event text(const char* typed) {
+    SDL_Event event{};
+    event.type = SDL_TEXTINPUT;
+    SDL_strlcpy(event.text.text, typed, sizeof event.text.text);
+    return event;
+  }
   static SDL_Event motion(int x, int y) {
     SDL_Event event{};
     event.type = SDL_MOUSEMOTION;
@@ -164,12 +170,24 @@ TEST_F(SdlPlatformTest, HandsInputToTheDevices) {
   push(button(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_X1));
   push(button(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 2));
   EXPECT_THAT(platform_.pump(), IsEmpty());
-  EXPECT_THAT(platform_.input().takeKeyEvents(), ElementsAre(KeyEvent{57, true}, KeyEvent{57, false}));
+  EXPECT_THAT(platform_.input().takeKeyEvents(), ElementsAre(KeyEvent{57, true}, KeyEvent{57, true, true}, KeyEvent{57, false}));
   EXPECT_THAT(platform_.input().takeMouseEvents(),
               ElementsAre(MouseEvent{MouseEventKind::move, 32, 24},
                           MouseEvent{MouseEventKind::buttonDown, 10, 20, MouseButton::right},
                           MouseEvent{MouseEventKind::buttonDown, 10, 20, MouseButton::left},
                           MouseEvent{MouseEventKind::doubleClick, 10, 20}));
+}
+
+TEST_F(SdlPlatformTest, WhatIsTypedComesInTheCodePage) {
+  push(key(SDL_KEYDOWN, SDL_SCANCODE_A));
+  push(text("a\u0105"));
+  push(key(SDL_KEYDOWN, SDL_SCANCODE_A, 0, 1));
+  push(text("\u4e2d\u00fc\xc4"));
+  platform_.pump();
+  EXPECT_TRUE(platform_.input().tellsTyping());
+  EXPECT_THAT(platform_.input().takeCharacters(),
+              ElementsAre(CharacterEvent{'a'}, CharacterEvent{0xB9}, CharacterEvent{0xFC, true}))
+      << "what the code page lacks is left out";
 }
 
 TEST_F(SdlPlatformTest, HandsWindowEventsToTheHost) {

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <utility>
 
+#include "foundation/code_page.h"
 #include "platform/sdl/scan_codes.h"
 
 namespace footlight::platform {
@@ -18,6 +19,8 @@ void SdlInput::handle(const SDL_Event& event) {
     case SDL_KEYDOWN:
     case SDL_KEYUP:
       return handleKey(event.key);
+    case SDL_TEXTINPUT:
+      return handleText(event.text);
     case SDL_CONTROLLERDEVICEADDED:
     case SDL_CONTROLLERDEVICEREMOVED:
     case SDL_CONTROLLERAXISMOTION:
@@ -57,8 +60,22 @@ void SdlInput::handleButton(const SDL_MouseButtonEvent& event) {
 
 void SdlInput::handleKey(const SDL_KeyboardEvent& event) {
   const int code = scanCodeOf(event.keysym.scancode);
-  if (code < 0 || event.repeat != 0) return;
-  put(KeyEvent{code, event.type == SDL_KEYDOWN});
+  const bool down = event.type == SDL_KEYDOWN;
+  if (down) keyRepeats_ = event.repeat != 0;
+  if (code >= 0) put(KeyEvent{code, down, event.repeat != 0});
+}
+
+// Of what an input method gives, the characters that the code page lacks are left out.
+void SdlInput::handleText(const SDL_TextInputEvent& event) {
+  const std::string_view text = event.text;
+  for (std::size_t start = 0; start < text.size();) {
+    std::size_t end = start + 1;
+    while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) ++end;
+    const auto character = code_page::fromUtf8(text.substr(start, end - start));
+    start = end;
+    if (character && character->size() == 1)
+      put(CharacterEvent{static_cast<unsigned char>(character->front()), keyRepeats_});
+  }
 }
 
 int SdlInput::portOf(SDL_JoystickID id) const {

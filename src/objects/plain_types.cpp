@@ -47,16 +47,6 @@ constexpr auto kScrollSignals = withSignals({
 
 }  // namespace
 
-extern constinit const ScriptType kFontType = {
-    .number = 2002,
-    .idWord = "FONT",
-    .stringWord = "FONT",
-    .definitionWord = "FONT",
-    .meaning = "The letters of texts.",
-    .pass = 5,
-    .signals = kSignalsOfAll,
-};
-
 extern constinit const ScriptType kSequenceType = {
     .number = 2004,
     .idWord = "SEQUENCE",

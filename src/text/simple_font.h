@@ -1,0 +1,103 @@
+#pragma once
+
+// CSimpleFont6 is a font: one strip of letters in cells of one width, with an alpha plane for their shapes
+// and a table that says how far each letter moves towards the one before it.
+//
+// A letter is a byte of the code page. "@" draws the "<" and "$" the ">" of the font, since texts keep these
+// two for their codes. A blank is as wide as an "l", "~" one pixel; neither draws anything. What the font
+// does not have is 0 wide. Two pixels stand between letters; they belong to what `drawLetter` gives, not to
+// the widths.
+//
+// Whoever made a font owns it. Texts hold it weakly: a text whose font has ended draws nothing.
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "gfx/graphics_object.h"
+
+namespace footlight {
+
+class CFrame;
+struct FntFont;
+
+class CSimpleFont6 : public CGraphicsObject {
+ public:
+  static constexpr int kLetterGap = 2;
+  static constexpr int kWhite = 65535;
+
+  // Without letters.
+  explicit CSimpleFont6(CWindow* window);
+  // Loads at once; the result is the error code.
+  CSimpleFont6(CWindow* window, const CXString& fileName);
+  CSimpleFont6(CWindow* window, const CXString& fileName, CXString family, CXString style, int size);
+
+  // Both give the error code, which is 2000 for a file that cannot be opened or is no font; the font
+  // is empty then.
+  int Load(const CXString& name) override;
+  int Load(CFile* file) override;
+
+  // Lets letters and strip go.
+  virtual void flush();
+  // Draws onto the destiny, the letter's first column at x and its upper edge at y, and gives how far the
+  // next letter stands. A `previous` of 0 moves nothing.
+  virtual int drawLetter(int x, int y, char previous, char letter);
+  virtual int getLetterWidth(char previous, char letter) const;
+  // Without regard to the letter before.
+  virtual int getRealLetterWidth(char letter) const;
+  // Draws only what lies in a rectangle in coordinates of this letter; an empty one draws all of every
+  // letter.
+  virtual void SetClippingRect(char letter, CXRect rect);
+  using CGraphicsObject::SetClippingRect;
+  // Gives all letters the one colour, a pixel in the display's format.
+  virtual void setColor(int colour);
+  // Is it a family of fonts (CFontCollection)?
+  virtual bool isMultifont() const { return false; }
+
+  void setFamily(CXString family) { family_ = std::move(family); }
+  void setStyle(CXString style) { style_ = std::move(style); }
+  void setSize(int size) { size_ = size; }
+  using CGraphicsObject::setSize;
+  const CXString& getFamily() const { return family_; }
+  const CXString& getStyle() const { return style_; }
+  int getSize() const { return size_; }
+  // The colour for texts that have none of their own; white, and none, until somebody sets one.
+  virtual void setDefColor(int colour);
+  int getDefColor() const { return defColor_; }
+  bool hasDefColor() const { return hasDefColor_; }
+  // The one of the last `setColor`, 0 at first.
+  int getColor() const { return color_; }
+  int letterCount() const { return letterCount_; }
+  // How far the second letter moves towards the first, by their numbers in the strip; 0 for others.
+  int getKerning(int first, int second) const;
+
+  std::span<std::byte> GetDataPtr() override;
+
+ private:
+  friend class TextPainter;
+
+  static constexpr int kNoLetter = -1;
+
+  int indexOf(char letter) const { return index_[static_cast<unsigned char>(letter)]; }
+  int realWidth(int index) const { return widths_[static_cast<std::size_t>(index)]; }
+  int glyphX(int index) const;
+  int kerningOf(char previous, int index) const;
+  void take(FntFont font);
+
+  std::vector<std::int8_t> kerning_;
+  std::vector<std::int8_t> left_;
+  std::vector<std::int16_t> widths_;
+  std::array<std::int16_t, 256> index_;  // of each letter, or kNoLetter
+  int letterCount_ = 0;
+  int cell_ = 0;
+  CXString family_;
+  CXString style_;
+  int size_ = 0;
+  int defColor_ = kWhite;
+  bool hasDefColor_ = false;
+  int color_ = 0;
+  bool isColored_ = false;
+  std::vector<int> cellColors_;  // what each cell is filled with; kFileColor for the colours of the file
+};
+
+}  // namespace footlight

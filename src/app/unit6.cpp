@@ -144,10 +144,36 @@ bool CUnit6::onRelease(int button, CXPoint point) {
 // Edit boxes
 
 CEditBox6* CUnit6::addEditBox(CSimpleFont6* font, const CXRect& rect, int priority, const CXString& text) {
-  CEditBox6* box =
-      editBoxes_.emplace_back(new CEditBox6(window_, this, font, rect, priority, text)).get();
+  CEditBox6* box = editBoxes_.emplace_back(new CEditBox6(window_, this, font, rect, priority, text)).get();
   if (cursor_) box->setCursor(cursor_.get());
   return box;
+}
+
+namespace {
+
+class TextBox final : public CTextBox {
+ public:
+  TextBox(CUnit6* unit, CEditBox6* box) : unit_(unit), box_(box) {}
+  ~TextBox() override {
+    if (unit_ && box_) unit_->removeEditBox(box_.get());
+  }
+  TextBox(const TextBox&) = delete;
+  TextBox& operator=(const TextBox&) = delete;
+
+  void setPosition(CXPoint leftTop) override {
+    if (box_) box_->setPosition(leftTop);
+  }
+
+ private:
+  WeakRef<CUnit6> unit_;
+  WeakRef<CEditBox6> box_;
+};
+
+}  // namespace
+
+std::unique_ptr<CTextBox> CUnit6::makeTextBox(CSimpleFont6* font, CXRect rect, int priority,
+                                              const CXString& text) {
+  return std::make_unique<TextBox>(this, addEditBox(font, rect, priority, text));
 }
 
 void CUnit6::activateEditBox(CEditBox6* box) {

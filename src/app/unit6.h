@@ -17,6 +17,7 @@
 #include "input/edit_box.h"
 #include "input/key_listener.h"
 #include "input/mouse_listener.h"
+#include "text/edit_box_maker.h"
 
 namespace footlight {
 
@@ -31,6 +32,7 @@ class CUnit6 : public CXObject,
                public CControlUnit,
                public CControlNotifier,
                public CEditBoxUnit,
+               public CEditBoxMaker,
                public CKeyListener,
                public CMouseListener,
                public CRandomPlayableNotifier,
@@ -80,6 +82,10 @@ class CUnit6 : public CXObject,
   void activateEditBox(CEditBox6* box) override;
   void onEditBoxActivated(CEditBox6* box) override;
   bool isActiveEditBox(const CEditBox6* box) const override { return box == activeBox_.get(); }
+  // A box that stands in a text.
+  std::unique_ptr<CTextBox> makeTextBox(CSimpleFont6* font, CXRect rect, int priority,
+                                        const CXString& text) override;
+  CXObject* asObject() override { return this; }
   // Ends the box; none of the unit's is passed over.
   virtual void removeEditBox(CEditBox6* box);
   virtual void flushEditBoxes();

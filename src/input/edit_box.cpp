@@ -11,7 +11,7 @@
 #include "input/button.h"
 #include "input/keyboard.h"
 #include "text/multiline_text6.h"
-#include "text/simple_font6.h"
+#include "text/simple_font.h"
 
 namespace footlight {
 

@@ -19,6 +19,7 @@
 namespace footlight {
 
 class CButton;
+class CControlUnit;
 class CEditBox6;
 class CGraphicsObject;
 class CMultilineText6;

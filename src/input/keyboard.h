@@ -4,8 +4,8 @@
 // that go down and up and as characters. With auto-repeat a key that is held is told again at each flush
 // until it comes up, at most every 10 milliseconds.
 //
-// Characters follow from the keys by a table, unless the device tells them itself in the player's layout; then
-// they repeat at its pace.
+// Characters follow from the keys by a table, unless the device tells them itself in the player's layout;
+// then they repeat at its pace.
 
 #include <array>
 #include <bitset>
@@ -33,8 +33,8 @@ class CKeyboard : public CXObject, public CInputPoller {
   void flushSignals(bool deliver) override;
   // Tells the character of one key, if it has one.
   void onChar(int scanCode);
-  // Whether a key that is told now is a stroke for whoever edits a text: the first one, or a repetition at the
-  // pace of the player's settings where the device knows it.
+  // Whether a key that is told now is a stroke for whoever edits a text: the first one, or a repetition at
+  // the pace of the player's settings where the device knows it.
   bool isTyped(int scanCode) const;
   void setAutoRepeat(bool repeats) { autoRepeat_ = repeats; }
   bool isAnyKeyPressed() const { return state_.any(); }
@@ -62,7 +62,7 @@ class CKeyboard : public CXObject, public CInputPoller {
   Queue charKeys_;
   std::bitset<kScanCodes> typed_;  // strokes since the last flush
   Queue characters_;               // that the device told
-  std::uint32_t lastFlush_ = 0;  // clock, milliseconds
+  std::uint32_t lastFlush_ = 0;    // clock, milliseconds
 };
 
 }  // namespace footlight

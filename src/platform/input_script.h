@@ -12,8 +12,8 @@
 // their ticks. A button event happens where the cursor is. The one scripted controller stands at the first
 // two ports; its axes are numbered from 0 and go from -1000 to 1000, buttons count from 0.
 //
-// Characters follow from the keys, as on a plain keyboard. A script with a line `char` (0 types nothing) tells
-// them itself, in code page 1250, and also when a held key repeats, as a window does.
+// Characters follow from the keys, as on a plain keyboard. A script with a line `char` (0 types nothing)
+// tells them itself, in code page 1250, and also when a held key repeats, as a window does.
 
 #include <cstddef>
 #include <string>

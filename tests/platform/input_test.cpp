@@ -98,9 +98,11 @@ TEST(InputScript, PlaysEveryEventAtItsTick) {
 
 TEST(InputScript, NamesTheBadLine) {
   for (const char* line :
-       {"0 move 1 2", "-1 move 1 2", "4294967296 move 1 2", "x move 1 2", "1", "1 jump 1 2", "1 move 1",
-        "1 move 1 2 3", "1 move 1 2x", "1 move 32768 0", "1 down centre", "1 down", "1 keydown 256",
-        "1 keydown -1", "1 keyup A", "1 char a", "1 char 256", "1 charrepeat", "1 keyrepeat -1", "1 activate 2", "1 Move 1 2", "1move 1 2"}) {
+       {"0 move 1 2",    "-1 move 1 2", "4294967296 move 1 2", "x move 1 2",     "1",
+        "1 jump 1 2",    "1 move 1",    "1 move 1 2 3",        "1 move 1 2x",    "1 move 32768 0",
+        "1 down centre", "1 down",      "1 keydown 256",       "1 keydown -1",   "1 keyup A",
+        "1 char a",      "1 char 256",  "1 charrepeat",        "1 keyrepeat -1", "1 activate 2",
+        "1 Move 1 2",    "1move 1 2"}) {
     InputScript script;
     const std::string text = std::string("1 move 1 2\n# fine\n") + line + "\n2 up left\n";
     EXPECT_THAT(script.parse(text, "play.txt"), HasSubstr("play.txt:3: ")) << line;

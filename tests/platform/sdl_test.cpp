@@ -170,7 +170,8 @@ TEST_F(SdlPlatformTest, HandsInputToTheDevices) {
   push(button(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_X1));
   push(button(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 2));
   EXPECT_THAT(platform_.pump(), IsEmpty());
-  EXPECT_THAT(platform_.input().takeKeyEvents(), ElementsAre(KeyEvent{57, true}, KeyEvent{57, true, true}, KeyEvent{57, false}));
+  EXPECT_THAT(platform_.input().takeKeyEvents(),
+              ElementsAre(KeyEvent{57, true}, KeyEvent{57, true, true}, KeyEvent{57, false}));
   EXPECT_THAT(platform_.input().takeMouseEvents(),
               ElementsAre(MouseEvent{MouseEventKind::move, 32, 24},
                           MouseEvent{MouseEventKind::buttonDown, 10, 20, MouseButton::right},

@@ -4,12 +4,13 @@
 #include "app/unit6.h"
 #include "gfx/graphics_object.h"
 #include "gfx/window.h"
+#include "objects/gfx/graphics_arguments.h"
 #include "objects/text/mc_font.h"
-#include "objects/text/packed_color.h"
 #include "script/mc_objects_container.h"
 #include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
 #include "script/melement.h"
+#include "text/text_format_code.h"
 
 namespace footlight {
 
@@ -35,8 +36,7 @@ CMC_EditBox::CMC_EditBox(const CMC_EditBox& other)
 void CMC_EditBox::makeBox(const CXRect& rect, int priority, const CXString& text) {
   CUnit6* unit = CMC_Scene::getDefUnit();
   if (unit == nullptr || unit->getWindow() == nullptr) return;
-  const auto* font = object_cast<CMC_Font>(getScene()->getObject(fontName_));
-  CEditBox6* box = unit->addEditBox(font != nullptr ? font->getFont() : nullptr, rect, priority, text);
+  CEditBox6* box = unit->addEditBox(CMC_Font::fontOf(getScene(), fontName_), rect, priority, text);
   editBox_ = box;
   box->addNotifier(this);
   if (CGraphicsObject* cursor = getScene()->getGraphicsObject(cursorName_)) box->setCursor(cursor);
@@ -80,7 +80,10 @@ void setPosition(CEditBox6& box, Call& call) { box.setPosition(pointOf(call)); }
 void setPriority(CEditBox6& box, Call& call) { box.setPriority(call.integer(0)); }
 void setCursorPos(CEditBox6& box, Call& call) { box.setCursorPos(call.integer(0)); }
 void setRect(CEditBox6& box, Call& call) { box.setRect(rectangleArgument(call, 0)); }
-void setColor(CEditBox6& box, Call& call) { box.setColor(packedColor(call, 0)); }
+void setColor(CEditBox6& box, Call& call) {
+  const int depth = CMC_Scene::getDefUnit()->getWindow()->GetBpp();
+  box.setColor(packColor(depth, call.integer(0), call.integer(1), call.integer(2)));
+}
 void setReadOnly(CEditBox6& box, Call& call) { box.setReadOnly(call.boolean(0)); }
 void enableNewLine(CEditBox6& box, Call& call) { box.setNoNewLine(!call.boolean(0)); }
 
@@ -107,20 +110,23 @@ constexpr Property kProperties[] = {
 };
 
 constexpr Method kMethods[] = {
-    {1, "SETTEXT", "text:string", method<onBox<setText>>, "Replaces the text; the caret stays."},
-    {2, "GETTEXT", "-> string", method<getText>,
+    {1, "SETTEXT", "text:text", method<onBox<setText>>, "Replaces the text; the caret stays."},
+    {2, "GETTEXT", "-> text", method<getText>,
      "The text, with | for the ends of lines, @ for < and $ for >."},
-    {3, "ACTIVE", "", method<onBox<activate>>, "What is typed goes here from now on, at the end of the text."},
+    {3, "ACTIVE", "", method<onBox<activate>>,
+     "What is typed goes here from now on, at the end of the text."},
     {4, "DEACTIVE", "", method<onBox<deactivate>>, "What is typed goes here no more."},
     {5, "ENABLE", "", method<onBox<enable>>, "Takes clicks and keys again."},
     {6, "DISABLE", "", method<onBox<disable>>, "Takes neither clicks nor keys."},
-    {7, "ADDTEXT", "text:string", method<onBox<addText>>, "Adds to the end of the text; the caret stays."},
+    {7, "ADDTEXT", "text:text", method<onBox<addText>>, "Adds to the end of the text; the caret stays."},
     {8, "MOVE", "x:int, y:int", method<onBox<move>>, "Moves it by so many pixels."},
     {9, "SETPOSITION", "x:int, y:int", method<onBox<setPosition>>, "Moves its left upper corner there."},
-    {10, "SETPRIORITY", "priority:int", method<onBox<setPriority>>, "Sets the priority of the text on the screen."},
+    {10, "SETPRIORITY", "priority:int", method<onBox<setPriority>>,
+     "Sets the priority of the text on the screen."},
     {11, "SETCURSORPOS", "position:int", method<onBox<setCursorPos>>,
      "Sets the caret before that letter, from 0."},
-    {12, "SETRECT", "left:int, top:int, right:int, bottom:int", method<onBox<setRect>>, "Gives it another area."},
+    {12, "SETRECT", "left:int, top:int, right:int, bottom:int", method<onBox<setRect>>,
+     "Gives it another area."},
     {13, "SETCOLOR", "red:int, green:int, blue:int", method<onBox<setColor>>,
      "Colours the letters; each part is 0 to 255."},
     {14, "SETREADONLY", "on:bool", method<onBox<setReadOnly>>, "With TRUE the keys have no effect."},

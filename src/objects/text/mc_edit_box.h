@@ -1,7 +1,7 @@
 #pragma once
 
-// EDITBOX: the script's face of a box to type in. The unit owns the box; one that the end of a scene has taken
-// is none, and every operation on it is left out.
+// EDITBOX: the script's face of a box to type in. The unit owns the box; one that the end of a scene has
+// taken is none, and every operation on it is left out.
 
 #include "input/edit_box.h"
 #include "script/mc_object.h"

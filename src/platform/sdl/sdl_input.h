@@ -34,7 +34,7 @@ class SdlInput : public InputQueue {
 
   const SdlDisplay& display_;
   bool focused_ = true;
-  bool keyRepeats_ = false;  // the key that went down last is held
+  bool keyRepeats_ = false;                                // the key that went down last is held
   std::array<SDL_GameController*, kPorts> controllers_{};  // closed with SDL
   std::optional<CursorPosition> moved_;  // a motion event to here is the echo of `moveCursor`
 };

@@ -17,6 +17,7 @@
 #include "objects/system/mc_cnv_loader.h"
 #include "objects/system/mc_system.h"
 #include "objects/system/mc_timer.h"
+#include "objects/text/mc_edit_box.h"
 #include "script/mc_runner.h"
 #include "support/game_world.h"
 
@@ -58,6 +59,8 @@ constexpr Target kTargets[] = {
     {type::kAnimo, "FIGURE", "DEF:FIGURE(TYPE=ANIMO)"},
     {type::kJoystick, "STICK", "DEF:STICK(TYPE=JOYSTICK|PORT=0)"},
     {type::kButton, "PAD", "DEF:PAD(TYPE=BUTTON|RECT=0,0,9,9|ENABLE=TRUE|DRAGGABLE=TRUE|ONCLICKED=CODE)"},
+    {type::kEditBox, "BOX",
+     "DEF:BOX(TYPE=EDITBOX|RECT=0,0,40,20|TEXT=ab|FONT=NONE|ONCHANGED=CODE|ONFOCUSON=CODE|ONFOCUSOFF=CODE)"},
     {type::kSound, "BELL", "DEF:BELL(TYPE=SOUND|FILENAME=A.WAV|ONSTARTED=CODE|ONFINISHED=CODE)"},
     {type::kRandom, "RANDOM", ""},
     {type::kSystem, "SYSTEM", ""},

@@ -20,8 +20,8 @@ CMC_EditBox::CMC_EditBox(CMC_ObjectsContainer* container, const CMElement* eleme
       cursorName_(element->getPropertyValue("CURSOR")),
       priority_(element->getPropertyIntValue("PRIORITY")) {
   const CGraphicsObject* area = container->getGraphicsObject(element->getPropertyValue("RECT"));
-  makeBox(area != nullptr ? area->GetBoundingBox() : element->getPropertyRectValue("RECT"), priority_,
-          element->getPropertyValue("TEXT"));
+  makeBox(container, area != nullptr ? area->GetBoundingBox() : element->getPropertyRectValue("RECT"),
+          priority_, element->getPropertyValue("TEXT"));
   initializeBehaviours(container, element);
 }
 
@@ -30,16 +30,18 @@ CMC_EditBox::CMC_EditBox(const CMC_EditBox& other)
       fontName_(other.fontName_),
       cursorName_(other.cursorName_),
       priority_(other.priority_) {
-  if (const CEditBox6* box = other.getEditBox()) makeBox(box->getBoundingRect(), priority_, box->getText());
+  const CEditBox6* box = other.getEditBox();
+  if (box != nullptr) makeBox(other.getScene(), box->getBoundingRect(), priority_, box->getText());
 }
 
-void CMC_EditBox::makeBox(const CXRect& rect, int priority, const CXString& text) {
+void CMC_EditBox::makeBox(const CMC_ObjectsContainer* scope, const CXRect& rect, int priority,
+                          const CXString& text) {
   CUnit6* unit = CMC_Scene::getDefUnit();
-  if (unit == nullptr || unit->getWindow() == nullptr) return;
-  CEditBox6* box = unit->addEditBox(CMC_Font::fontOf(getScene(), fontName_), rect, priority, text);
+  if (scope == nullptr || unit == nullptr || unit->getWindow() == nullptr) return;
+  CEditBox6* box = unit->addEditBox(CMC_Font::fontOf(scope, fontName_), rect, priority, text);
   editBox_ = box;
   box->addNotifier(this);
-  if (CGraphicsObject* cursor = getScene()->getGraphicsObject(cursorName_)) box->setCursor(cursor);
+  if (CGraphicsObject* cursor = scope->getGraphicsObject(cursorName_)) box->setCursor(cursor);
 }
 
 // The end of the box itself raises nothing.

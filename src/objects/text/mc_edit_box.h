@@ -35,7 +35,7 @@ class CMC_EditBox : public CMC_Object, public CEditBoxNotifier {
 
  private:
   CMC_EditBox(const CMC_EditBox& other);
-  void makeBox(const CXRect& rect, int priority, const CXString& text);
+  void makeBox(const CMC_ObjectsContainer* scope, const CXRect& rect, int priority, const CXString& text);
 
   WeakRef<CEditBox6> editBox_;
   CXString fontName_;

@@ -6,6 +6,7 @@
 // Where two numbers stand, the second is that of a fuzz build: there a few bytes of input must reach a limit,
 // and what stays below it must not cost seconds.
 
+#include <cstddef>
 #include <cstdint>
 
 namespace footlight::limits {
@@ -46,6 +47,8 @@ inline constexpr int kTimers = usualOrSmall(16384, 256);         // of one windo
 inline constexpr int kDepartedObjects = usualOrSmall(1024, 16);  // that left a scope and are still held
 inline constexpr int kDefinitionProperties = 1 << 21;            // of one definition file
 inline constexpr std::int64_t kStringBytes = usualOrSmall(std::int64_t{16} << 20, std::int64_t{4096});
+inline constexpr int kTextBytes = usualOrSmall(1 << 20, 4096);  // of one text on the screen
+inline constexpr std::size_t kBoxesOfText = usualOrSmall(std::size_t{256}, std::size_t{4});
 inline constexpr int kArrayElements = usualOrSmall(1 << 20, 256);
 inline constexpr int kClonesByOneCall = usualOrSmall(65536, 32);
 inline constexpr int kPoolSlots = 65536;  // of one type

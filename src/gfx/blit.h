@@ -34,6 +34,10 @@ bool copy_blend(const _canvas& source, const _canvas& destination, std::uint8_t 
 // 2 bytes only.
 bool copy_to_canvas(const _canvas& source, const _canvas& destination);
 
+// Draws with the one of these that fits: at an opacity below 255, onto a picture with an alpha plane, through
+// the source's own, or plainly.
+bool compose(const _canvas& source, const _canvas& destination, std::uint8_t opacity, bool alphaAsMask);
+
 // Turns pixels in place from 15 to 16 bits or back, two at a time: an odd last one stays. True also for equal
 // formats; false, with nothing changed, for other pairs.
 bool convert_bpp(std::span<std::byte> data, int from, int to);

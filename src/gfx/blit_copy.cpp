@@ -1,4 +1,4 @@
-// Copies without blending, and the change of format.
+// Copies without blending, the choice of a blitter, and the change of format.
 
 #include <cstring>
 
@@ -37,6 +37,13 @@ bool copy(const _canvas& source, const _canvas& destination) {
   if (same) copyRows(source, destination, *area);
   if (destination.bpp == 32) kernelsFor(source, destination).copy32(jobOf(source, destination, *area));
   return true;
+}
+
+bool compose(const _canvas& source, const _canvas& destination, std::uint8_t opacity, bool alphaAsMask) {
+  if (opacity != 255) return copy_blend(source, destination, opacity);
+  if (!destination.alpha.empty()) return copy_to_canvas(source, destination);
+  if (source.alpha.empty()) return copy(source, destination);
+  return alphaAsMask ? copy_alpha_as_mask(source, destination) : copy_alpha(source, destination);
 }
 
 // The lowest green bit of a 5-5-5 pixel and of a 5-6-5 pixel alike does not survive.

@@ -71,17 +71,7 @@ void CGraphicsObject::redraw(CGraphicsObject* destination) {
                      position_.y,   width_,       height_,  clippingRect_};
   const _canvas to{target, destination->plainAlpha(), destination->getBpp(), 0,
                    0,      destination->pitch_,       destination->Height(), viewport_};
-  if (opacity_ != 255) {
-    blit::copy_blend(from, to, opacity_);
-  } else if (!to.alpha.empty()) {
-    blit::copy_to_canvas(from, to);
-  } else if (from.alpha.empty()) {
-    blit::copy(from, to);
-  } else if (alphaAsMask_) {
-    blit::copy_alpha_as_mask(from, to);
-  } else {
-    blit::copy_alpha(from, to);
-  }
+  blit::compose(from, to, opacity_, alphaAsMask_);
 }
 
 // Narrows the clipping rectangle to what the destination shows of the object; false when that is nothing.

@@ -23,10 +23,6 @@ constexpr auto kSequenceSignals = withSignals({
     {"ONSTARTED", "It begins."},
     {"ONFINISHED", "It has ended."},
 });
-constexpr auto kTextSignals = withSignals({
-    {"ONCOLLISION", "It begins to touch another picture."},
-    {"ONCOLLISIONFINISHED", "It ends to touch another picture."},
-});
 constexpr auto kNetServerSignals = withSignals({
     {"ONNEWPLAYER", "A player has come."},
     {"ONDESTROYPLAYER", "A player has gone."},
@@ -55,16 +51,6 @@ extern constinit const ScriptType kSequenceType = {
     .meaning = "Animations and sounds one after the other.",
     .pass = 6,
     .signals = kSequenceSignals,
-};
-
-extern constinit const ScriptType kTextType = {
-    .number = type::kText,
-    .idWord = "TEXT",
-    .stringWord = "TEXT",
-    .definitionWord = "TEXT",
-    .meaning = "Text on the screen.",
-    .pass = 6,
-    .signals = kTextSignals,
 };
 
 extern constinit const ScriptType kNetPeerType = {

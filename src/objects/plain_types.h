@@ -4,7 +4,6 @@
 
 namespace footlight::type {
 
-inline constexpr int kText = 2006;
 inline constexpr int kNetPeer = 2010;
 inline constexpr int kNetServer = 2011;
 inline constexpr int kNetClient = 2012;

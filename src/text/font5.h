@@ -10,6 +10,7 @@
 namespace footlight {
 
 class CAnimo;
+class CFrame;
 class CGraphicsObject;
 class CWindow;
 
@@ -38,6 +39,9 @@ class CFont5 final : public CXObject {
   void setDestiny(CGraphicsObject* destiny);
 
  private:
+  static void emptyCorners(CFrame& frame);
+  CFrame* frameOf(char letter) const;
+
   CWindow* window_;
   Owned<CAnimo> animo_;
   CXString alphabet_;

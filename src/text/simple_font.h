@@ -37,6 +37,10 @@ class CSimpleFont6 : public CGraphicsObject {
   int Load(const CXString& name) override;
   int Load(CFile* file) override;
 
+  // Makes a font file of an animation with a frame for each letter; the names of the positions of its first
+  // event say which. Gives the error code; this font stays as it is.
+  int create(const CXString& animationFile, const CXString& fontFile);
+
   // Lets letters and strip go.
   virtual void flush();
   // Draws onto the destiny, the letter's first column at x and its upper edge at y, and gives how far the
@@ -78,16 +82,37 @@ class CSimpleFont6 : public CGraphicsObject {
 
   static constexpr int kNoLetter = -1;
 
-  int indexOf(char letter) const { return index_[static_cast<unsigned char>(letter)]; }
-  int realWidth(int index) const { return widths_[static_cast<std::size_t>(index)]; }
-  int glyphX(int index) const;
-  int kerningOf(char previous, int index) const;
-  void take(FntFont font);
+  // What drawing a letter takes.
+  struct Place {
+    int index;  // its cell, or kNoLetter for what draws nothing
+    int kerning;
+    int advance;
+  };
 
-  std::vector<std::int8_t> kerning_;
+  int indexOf(char letter) const;
+  int kerningOf(char previous, int index) const;
+  Place placeOf(char previous, char letter) const;
+  // The first column of a letter, as its cell says.
+  int glyphX(int index) const { return index * cell_ + left_[static_cast<std::size_t>(index)]; }
+  // What is drawn of it: the columns that lie in its cell, the rows that are not all clear.
+  CXRect glyphColumns(int index) const;
+  void take(FntFont font);
+  void findRows(int index);
+  void colorCell(int index);
+  void convertFor(int bpp);
+
+  struct Rows {
+    std::int16_t top;
+    std::int16_t bottom;
+  };
+
+  std::array<std::int16_t, 256> index_;  // the cell of each letter, or kNoLetter
+  // By cell
   std::vector<std::int8_t> left_;
   std::vector<std::int16_t> widths_;
-  std::array<std::int16_t, 256> index_;  // of each letter, or kNoLetter
+  std::vector<Rows> rows_;
+  std::vector<int> cellColors_;  // what they are filled with
+  std::vector<std::int8_t> kerning_;
   int letterCount_ = 0;
   int cell_ = 0;
   CXString family_;
@@ -97,7 +122,6 @@ class CSimpleFont6 : public CGraphicsObject {
   bool hasDefColor_ = false;
   int color_ = 0;
   bool isColored_ = false;
-  std::vector<int> cellColors_;  // what each cell is filled with; kFileColor for the colours of the file
 };
 
 }  // namespace footlight

@@ -1,13 +1,17 @@
 #pragma once
 
 // CTextFormatCode is one piece of a marked-up text: letters, or what a code between angle brackets
-// asks for. The pieces of a text come from `parseText`.
+// asks for. `parseText` cuts a text into them.
+
+#include <functional>
+#include <string_view>
 
 #include "foundation/xobject.h"
 #include "foundation/xstring.h"
 
 namespace footlight {
 
+class CFontCollection;
 class CSimpleFont6;
 
 enum class _formatCode { font = 1, text = 2, tab = 3, lineEnd = 4, editBox = 5, color = 6 };
@@ -29,10 +33,12 @@ class CTextFormatCode final : public CXObject {
   int getWidth() const { return width_; }
   int getColor() const { return color_; }
   CSimpleFont6* getFont() const { return font_; }
-  // A colour code without a colour: what was opened ends.
-  bool endsColor() const { return type_ == _formatCode::color && text_.IsEmpty(); }
+  // Of a colour code: it names none, so the text's own comes back.
+  bool endsColor() const { return text_.IsEmpty(); }
 
  private:
+  static constexpr int kPixelBits = 0xFFFF;
+
   _formatCode type_;
   int color_ = 0;
   CXString text_;
@@ -40,6 +46,11 @@ class CTextFormatCode final : public CXObject {
   int width_ = 0;
   CXString name_;
 };
+
+// Gives the pieces of a text in their order: `take` gets each of them. The fonts of the toggles are those of
+// the family; one that it lacks gives no piece, and the font stays.
+void parseText(std::string_view text, const CFontCollection& fonts, int bitsPerPixel,
+               const std::function<void(const CTextFormatCode&)>& take);
 
 // A pixel of 15 or, for any other number of bits, 16 bits.
 constexpr int packColor(int bitsPerPixel, int red, int green, int blue) {

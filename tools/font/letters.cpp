@@ -6,7 +6,7 @@
 
 #include "foundation/code_page.h"
 #include "foundation/limits.h"
-#include "text/letter_cells.h"
+#include "text/font_maker.h"
 
 namespace footlight::font {
 
@@ -49,15 +49,26 @@ std::uint32_t lightness(std::uint32_t pixel) {
   return std::max({pixel >> 16 & 0xFFU, pixel >> 8 & 0xFFU, pixel & 0xFFU});
 }
 
-void takePlanes(FntFont& font, const platform::PngPicture& strip) {
-  const bool isShape = isOpaque(strip);
-  for (const std::uint32_t pixel : strip.pixels) {
-    const std::uint32_t alpha = isShape ? lightness(pixel) : pixel >> 24;
-    const std::uint16_t colour = isShape ? std::uint16_t{0xFFFF} : packed(pixel);
-    font.colour.push_back(static_cast<std::byte>(colour & 0xFFU));
-    font.colour.push_back(static_cast<std::byte>(colour >> 8));
-    font.alpha.push_back(static_cast<std::byte>(alpha));
+FontLetter cellOf(const platform::PngPicture& strip, int cell, int index, bool isShape) {
+  FontLetter letter{0, {cell, strip.height}, {}, {}};
+  for (int y = 0; y < strip.height; ++y) {
+    for (int x = 0; x < cell; ++x) {
+      const std::uint32_t pixel = strip.pixels[static_cast<std::size_t>(y * strip.width + index * cell + x)];
+      letter.pixels.push_back(isShape ? std::uint16_t{0xFFFF} : packed(pixel));
+      letter.alpha.push_back(static_cast<std::uint8_t>(isShape ? lightness(pixel) : pixel >> 24));
+    }
   }
+  return letter;
+}
+
+std::optional<FntFont> fromCells(const platform::PngPicture& strip, std::string_view letters, bool isShape) {
+  const int cell = strip.width / static_cast<int>(letters.size());
+  std::vector<FontLetter> cells;
+  for (const char letter : letters) {
+    cells.push_back(cellOf(strip, cell, static_cast<int>(cells.size()), isShape));
+    cells.back().letter = static_cast<std::uint8_t>(letter);
+  }
+  return makeFont(std::move(cells));
 }
 
 std::int8_t* columnOf(FntFont& font, std::string_view word, std::size_t place) {
@@ -145,13 +156,11 @@ std::optional<FntFont> fromStrip(const platform::PngPicture& strip, std::string_
          " pixels wide, which is no cell of equal width for each of " + std::to_string(letters->size()) +
          " letters";
   if (strip.width % static_cast<int>(letters->size()) != 0) return std::nullopt;
-  FntFont font;
-  font.size = {strip.width, strip.height};
-  font.letters.assign(letters->begin(), letters->end());
-  takePlanes(font, strip);
-  measureLetters(font);
+  std::optional<FntFont> font = fromCells(strip, *letters, isOpaque(strip));
+  *why = "the picture is too large for a font, or has too many letters";
+  if (!font) return std::nullopt;
   for (const std::string& line : lines) {
-    if (isPlain || line.starts_with(kLettersWord) || takeLine(font, line)) continue;
+    if (isPlain || line.starts_with(kLettersWord) || takeLine(*font, line)) continue;
     *why = "this line says nothing of a letter: " + line;
     return std::nullopt;
   }
@@ -171,8 +180,9 @@ platform::PngPicture toStrip(const FntFont& font) {
 }
 
 std::string toText(const FntFont& font) {
+  const std::string_view letters(reinterpret_cast<const char*>(font.letters.data()), font.letters.size());
   FntFont measured = font;
-  if (!font.letters.empty()) measureLetters(measured);
+  if (!letters.empty()) measured = fromCells(toStrip(font), letters, false).value_or(font);
   std::string text(kLettersWord);
   for (const std::uint8_t letter : font.letters) text += utf8Of(letter);
   text += '\n';

@@ -7,7 +7,7 @@
 
 #include "foundation/code_page.h"
 #include "foundation/limits.h"
-#include "text/letter_cells.h"
+#include "text/font_maker.h"
 
 namespace footlight::font {
 
@@ -70,41 +70,34 @@ std::optional<Glyph> draw(FT_Face face, char letter) {
   return glyph;
 }
 
-// One pixel stays empty around each letter.
-FntFont assemble(const std::vector<Glyph>& glyphs, int ascent, int descent) {
+struct Box {
   int width = 1;
+  int ascent;
+  int descent;
+};
+
+Box boxOf(const std::vector<Glyph>& glyphs, int ascent, int descent) {
+  Box box{.ascent = ascent, .descent = descent};
   for (const Glyph& glyph : glyphs) {
-    width = std::max(width, glyph.width);
-    ascent = std::max(ascent, glyph.top);
-    descent = std::max(descent, glyph.height - glyph.top);
+    box.width = std::max(box.width, glyph.width);
+    box.ascent = std::max(box.ascent, glyph.top);
+    box.descent = std::max(box.descent, glyph.height - glyph.top);
   }
-  const int cell = width + 2;
-  FntFont font;
-  font.size = {cell * static_cast<int>(glyphs.size()), ascent + descent + 2};
-  const auto pixels = static_cast<std::size_t>(font.size.width) * static_cast<std::size_t>(font.size.height);
-  font.colour.assign(pixels * 2, std::byte{0xFF});
-  font.alpha.assign(pixels, std::byte{0});
-  for (std::size_t i = 0; i < glyphs.size(); ++i) {
-    const Glyph& glyph = glyphs[i];
-    font.letters.push_back(glyph.letter);
-    const std::size_t corner =
-        static_cast<std::size_t>(1 + ascent - glyph.top) * static_cast<std::size_t>(font.size.width) +
-        i * static_cast<std::size_t>(cell) + 1;
-    for (int y = 0; y < glyph.height; ++y) {
-      const auto* row = glyph.alpha.data() + static_cast<std::ptrdiff_t>(y) * glyph.width;
-      std::transform(row, row + glyph.width,
-                     font.alpha.begin() + static_cast<std::ptrdiff_t>(corner) +
-                         static_cast<std::ptrdiff_t>(y) * font.size.width,
-                     [](std::uint8_t alpha) { return std::byte{alpha}; });
-    }
-  }
-  return font;
+  return box;
 }
 
-std::size_t strip(const std::vector<Glyph>& glyphs) {
-  int width = 1;
-  for (const Glyph& glyph : glyphs) width = std::max(width, glyph.width);
-  return glyphs.size() * static_cast<std::size_t>(width + 2);
+// One pixel stays empty around each letter.
+FontLetter letterOf(const Glyph& glyph, const Box& box) {
+  FontLetter letter{glyph.letter, {box.width + 2, box.ascent + box.descent + 2}, {}, {}};
+  const auto pixels = static_cast<std::size_t>(letter.size.width * letter.size.height);
+  letter.pixels.assign(pixels, 0xFFFF);
+  letter.alpha.assign(pixels, 0);
+  for (int y = 0; y < glyph.height; ++y) {
+    const auto* row = glyph.alpha.data() + static_cast<std::ptrdiff_t>(y) * glyph.width;
+    const int to = (1 + box.ascent - glyph.top + y) * letter.size.width + 1;
+    std::copy_n(row, glyph.width, letter.alpha.begin() + to);
+  }
+  return letter;
 }
 
 Outline drawAll(FT_Face face, std::string_view letters, std::vector<Glyph>* glyphs) {
@@ -142,13 +135,15 @@ std::optional<Outline> drawLetters(std::span<const std::byte> file, int face, in
   if (glyphs.empty()) return std::nullopt;
   constexpr int kUnits = 64;  // FreeType's, of a pixel
   const auto& metrics = rawFace->size->metrics;
+  const Box box = boxOf(glyphs, static_cast<int>(metrics.ascender / kUnits),
+                        static_cast<int>(-metrics.descender / kUnits));
+  std::vector<FontLetter> cells;
+  for (const Glyph& glyph : glyphs) cells.push_back(letterOf(glyph, box));
+  auto font = makeFont(std::move(cells));
   *why = "the letters of that size do not fit into one strip of " + std::to_string(limits::kPictureSide) +
          " pixels: take fewer of them, or a smaller size";
-  if (strip(glyphs) > static_cast<std::size_t>(limits::kPictureSide)) return std::nullopt;
-  outline.font = assemble(glyphs, static_cast<int>(metrics.ascender / kUnits),
-                          static_cast<int>(-metrics.descender / kUnits));
-  if (!limits::isPictureSize(outline.font.size.width, outline.font.size.height)) return std::nullopt;
-  measureLetters(outline.font);
+  if (!font) return std::nullopt;
+  outline.font = std::move(*font);
   if (kerning == Kerning::none) std::ranges::fill(outline.font.kerning, std::int8_t{0});
   return outline;
 }

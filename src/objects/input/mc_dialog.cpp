@@ -4,7 +4,7 @@
 #include "app/unit6.h"
 #include "objects/gfx/mc_graphic.h"
 #include "objects/input/mc_button.h"
-#include "objects/plain_types.h"
+#include "objects/text/mc_text.h"
 #include "script/mc_runner.h"
 
 namespace footlight {
@@ -60,7 +60,9 @@ void add(CXDialog& dialog, Call& call) {
     dialog.add(button->getButton());
   } else if (const auto* graphic = object_cast<CMC_Graphic>(object)) {
     dialog.add(graphic->getGraphic());
-  } else if (object->getType() != type::kText) {  // a text has nothing to show yet
+  } else if (const auto* text = object_cast<CMC_Text>(object)) {
+    dialog.add(text->getGraphic());
+  } else {
     reportRefused(*object);
   }
 }

@@ -5,12 +5,12 @@
 #include "gfx/graphics_object.h"
 #include "gfx/window.h"
 #include "objects/gfx/graphics_arguments.h"
+#include "objects/text/color_arguments.h"
 #include "objects/text/mc_font.h"
 #include "script/mc_objects_container.h"
 #include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
 #include "script/melement.h"
-#include "text/text_format_code.h"
 
 namespace footlight {
 
@@ -83,8 +83,7 @@ void setPriority(CEditBox6& box, Call& call) { box.setPriority(call.integer(0));
 void setCursorPos(CEditBox6& box, Call& call) { box.setCursorPos(call.integer(0)); }
 void setRect(CEditBox6& box, Call& call) { box.setRect(rectangleArgument(call, 0)); }
 void setColor(CEditBox6& box, Call& call) {
-  const int depth = CMC_Scene::getDefUnit()->getWindow()->GetBpp();
-  box.setColor(packColor(depth, call.integer(0), call.integer(1), call.integer(2)));
+  box.setColor(colorArgument(call, 0, CMC_Scene::getDefUnit()->getWindow()));
 }
 void setReadOnly(CEditBox6& box, Call& call) { box.setReadOnly(call.boolean(0)); }
 void enableNewLine(CEditBox6& box, Call& call) { box.setNoNewLine(!call.boolean(0)); }

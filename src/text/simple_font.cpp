@@ -59,7 +59,6 @@ int CSimpleFont6::Load(const CXString& name) {
 }
 
 int CSimpleFont6::Load(CFile* file) {
-  flush();
   const char* why = "the font file is too long";
   const auto bytes = file->readRest(kFileBytes);
   std::optional<FntFont> font = bytes ? readFnt(*bytes, &why) : std::nullopt;
@@ -67,12 +66,14 @@ int CSimpleFont6::Load(CFile* file) {
   if (font) {
     take(std::move(*font));
   } else {
+    flush();
     diagnose::report(diagnose::Group::file, file->getFileName(), "", why);
   }
   return LastError();
 }
 
 void CSimpleFont6::take(FntFont font) {
+  flush();
   setSize(font.size);
   data_ = PixelBlock(std::move(font.colour), font.bpp);
   alpha_ = PixelBlock(std::move(font.alpha), 8);

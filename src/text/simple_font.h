@@ -41,6 +41,8 @@ class CSimpleFont6 : public CGraphicsObject {
   // event say which. Gives the error code; this font stays as it is.
   int create(const CXString& animationFile, const CXString& fontFile);
 
+  // Takes a font that was made in memory.
+  void take(FntFont font);
   // Lets letters and strip go.
   virtual void flush();
   // Draws onto the destiny, the letter's first column at x and its upper edge at y, and gives how far the
@@ -96,7 +98,6 @@ class CSimpleFont6 : public CGraphicsObject {
   int glyphX(int index) const { return index * cell_ + left_[static_cast<std::size_t>(index)]; }
   // What is drawn of it: the columns that lie in its cell, the rows that are not all clear.
   CXRect glyphColumns(int index) const;
-  void take(FntFont font);
   void findRows(int index);
   void colorCell(int index);
   void convertFor(int bpp);

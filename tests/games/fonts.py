@@ -1,0 +1,254 @@
+#!/usr/bin/env python3
+"""Makes the font files of the games about texts, and the screens that they must give: a plain reference that shares
+nothing with the engine. Writes into the games' folders; standard library only.
+
+    python3 tests/games/fonts.py
+"""
+
+import pathlib
+import re
+import struct
+
+import png
+
+GAMES = pathlib.Path(__file__).resolve().parent
+WIDTH, HEIGHT = 200, 120
+
+# Rows from the top: "#" is opaque, "+" half, "." clear.
+SHAPES = {
+    "a": "...../...../.###./....#/.####/#...#/.####/...../.....",
+    "b": "#..../#..../####./#...#/#...#/#...#/####./...../.....",
+    "c": "...../...../.####/#..../#..../#..../.####/...../.....",
+    "d": "....#/....#/.####/#...#/#...#/#...#/.####/...../.....",
+    "e": "...../...../.###./#...#/#####/#..../.####/...../.....",
+    "f": "..+##/..#../.###./..#../..#../..#../..#../...../.....",
+    "i": "..#../...../..#../..#../..#../..#../..#../...../.....",
+    "l": ".##../..#../..#../..#../..#../..#../.###./...../.....",
+    "n": "...../...../####./#...#/#...#/#...#/#...#/...../.....",
+    "o": "...../...../.###./#...#/#...#/#...#/.###./...../.....",
+    "p": "...../...../####./#...#/#...#/#...#/####./#..../#....",
+    "r": "...../...../#.##./##..+/#..../#..../#..../...../.....",
+    "s": "...../...../.####/#..../.###./....#/####./...../.....",
+    "t": ".#.../.#.../####./.#.../.#.../.#..+/..##./...../.....",
+    "u": "...../...../#...#/#...#/#...#/#...#/.####/...../.....",
+    "V": "#...#/#...#/#+.+#/.#.#./.#.#./.+#+./..#../...../.....",
+    "A": "..#../.+#+./.#.#./.#.#./#####/#...#/#...#/...../.....",
+    "<": "...../..+#./.+#+./+#+../.+#+./..+#./...../...../.....",
+    ">": "...../.#+../.+#+./..+#+/.+#+./.#+../...../...../.....",
+    "|": "..#../..#../..#../..#../..#../..#../..#../..#../..#..",
+    ".": "...../...../...../...../...../...../.##../...../.....",
+    "3": "####./....#/....#/.###./....#/....#/####./...../.....",
+    "1": "..#../.##../..#../..#../..#../..#../.###./...../.....",
+    "4": "...#./..##./.#.#./#..#./#####/...#./...#./...../.....",
+}
+
+
+class Font:
+    """Its cells are 8 wide; `weight` draws each pixel that many times side by side."""
+
+    def __init__(self, colour, weight=1, kerning=()):
+        self.letters = "".join(SHAPES)
+        self.colour, self.cell, self.height, self.alpha = colour, 8, 9, {}
+        for letter, shape in SHAPES.items():
+            rows = [[{"#": 255, "+": 128, ".": 0}[c] for c in row] for row in shape.split("/")]
+            wide = [[max(([0] * 4 + row + [0] * 4)[x + 3 - i] for i in range(weight)) for x in range(8)] for row in rows]
+            self.alpha[letter] = wide
+        self.kerning = dict(kerning)
+
+    def columns(self, letter):
+        """(first, behind the last) column that is not clear."""
+        used = [x for x in range(self.cell) if any(row[x] for row in self.alpha[letter])]
+        return used[0], used[-1] + 1
+
+    def file(self):
+        n = len(self.letters)
+        head = struct.pack("<4s4i", b"FNT", n * self.cell, self.height, 16, n) + self.letters.encode()
+        head += bytes(self.kerning.get(a + b, 0) & 255 for a in self.letters for b in self.letters)
+        head += bytes(self.columns(c)[0] for c in self.letters)
+        head += bytes(self.cell - self.columns(c)[1] for c in self.letters)
+        alpha = bytes(a for y in range(self.height) for c in self.letters for a in self.alpha[c][y])
+        return head + struct.pack("<H", self.colour) * len(alpha) + alpha
+
+    def advance(self, before, letter):
+        """(letter of the strip or None, kerning, what it takes)."""
+        if letter == " ":
+            return None, 0, self.advance("", "l")[2]
+        if letter == "~":
+            return None, 0, 3
+        glyph = {"@": "<", "$": ">"}.get(letter, letter)
+        before = {"@": "<", "$": ">"}.get(before, before)
+        if glyph not in self.alpha:
+            return None, 0, 2
+        first, last = self.columns(glyph)
+        kerning = self.kerning.get(before + glyph, 0)
+        return glyph, kerning, last - first - kerning + 2
+
+    def length(self, text):
+        return sum(self.advance(text[i - 1] if i else "", c)[2] for i, c in enumerate(text))
+
+
+class Screen:
+    def __init__(self):
+        self.pixels = [0] * (WIDTH * HEIGHT)
+
+    def fill(self, rect, colour):
+        for y in range(rect[1], rect[3]):
+            for x in range(rect[0], rect[2]):
+                self.pixels[y * WIDTH + x] = colour
+
+    def put(self, x, y, colour, alpha, opacity):
+        if not (0 <= x < WIDTH and 0 <= y < HEIGHT):
+            return
+        more = 1 if opacity == 255 else 0
+        if opacity != 255:
+            alpha = alpha * opacity >> 8
+        if alpha == 0:
+            return
+        mixed = 0
+        for shift, bits in ((11, 5), (5, 6), (0, 5)):
+            most = (1 << bits) - 1
+            s, t = colour >> shift & most, self.pixels[y * WIDTH + x] >> shift & most
+            mixed |= min(most, (((s - t) * alpha + t * 256) >> 8) + more) << shift
+        self.pixels[y * WIDTH + x] = colour if alpha == 255 else mixed
+
+    def letter(self, font, glyph, x, y, colour, clip, opacity):
+        first, last = font.columns(glyph)
+        for row in range(font.height):
+            for column in range(first, last):
+                at = (x + column - first, y + row)
+                if clip is None or clip[0] <= at[0] < clip[2] and clip[1] <= at[1] < clip[3]:
+                    self.put(*at, colour, font.alpha[glyph][row][column], opacity)
+
+    def save(self, path):
+        colours = bytes(b for p in self.pixels for b in (p >> 8 & 0xF8, p >> 3 & 0xFC, p << 3 & 0xF8))
+        png.write(path, png.Picture(WIDTH, HEIGHT, colours))
+
+
+STYLES = {"B": "BOLD", "I": "ITALIC"}
+
+
+def pieces(text, fonts):
+    """("text", letters, font, colour) and ("end",) of a marked-up text; colour None is the text's own."""
+    style, colour = "STANDARD", None
+    for part in re.findall(r"<[^<>]*>|<[^<>]*|[^<>|]+|\|", text):
+        code = part[1:-1] if part[0] == "<" and part[-1] == ">" else None
+        if part == "|":
+            yield ("end",)
+        elif code is None:
+            yield "text", part, fonts[style], colour
+        elif code in STYLES:
+            other = "STANDARD" if style == STYLES[code] else STYLES[code]
+            style = other if other in fonts else style
+        elif code.startswith("COLOR"):
+            numbers = [int(n) for n in code[5:].split(",")] if code[5:] else []
+            colour = packed(*numbers) if len(numbers) == 3 else numbers[0] if numbers else None
+
+
+def packed(red, green, blue):
+    return red >> 3 << 11 | green >> 2 << 5 | blue >> 3
+
+
+def lines(text, fonts, width):
+    """Of each line its (letters, font, colour, x) and its length; None for an empty one."""
+    found, line, x, blank = [], [], 0, False
+    for kind, *rest in list(pieces(text, fonts)) + [("close",)]:
+        if kind == "text":
+            letters, font, colour = rest
+            for word in re.findall(r" +|[^ ]+", letters):
+                if word[0] == " ":
+                    blank = True
+                    continue
+                gap = font.length(" ") if blank and line else 0
+                if line and x + gap + font.length(word) > width:
+                    found, line, x, gap = found + [(line, x)], [], 0, 0
+                x += gap
+                line = line + [(word, font, colour, x)]
+                x, blank = x + font.length(word), False
+        elif line or kind == "end":
+            found, line, x, blank = found + [(line, x) if line else None], [], 0, False
+    return found
+
+
+def place(text, fonts, rect, h="LEFT", v="TOP"):
+    """Every word with its place on the screen, and the text's box."""
+    found = lines(text, fonts, rect[2] - rect[0])
+    tall = fonts["STANDARD"].height
+    heights = [0 if line is None and i and found[i - 1] is None else tall for i, line in enumerate(found)]
+    height = sum(heights) - 2 * (len(found) - 1)
+
+    def aligned(low, high, size, way):
+        return {"LEFT": low, "TOP": low, "RIGHT": high - size, "BOTTOM": high - size}.get(way, int((high - low - size) / 2) + low)
+
+    y, words = aligned(rect[1], rect[3], height, v), []
+    width = max(line[1] for line in found if line)
+    box = (aligned(rect[0], rect[2], width, h), y, width, height)
+    for line, tall in zip(found, heights):
+        if line:
+            left = aligned(rect[0], rect[2], line[1], h)
+            words += [(word, font, colour, left + x, y) for word, font, colour, x in line[0]]
+        y += tall - 2
+    return words, box
+
+
+def show(screen, words, colour=0, clip=None, opacity=255):
+    for word, font, own, x, y in words:
+        for i, letter in enumerate(word):
+            glyph, kerning, advance = font.advance(word[i - 1] if i else "", letter)
+            if glyph:
+                screen.letter(font, glyph, x - kerning, y, colour if own is None else own, clip, opacity)
+            x += advance
+
+
+KERNING = (("VA", 2), ("AV", 2), ("ln", 5), ("fi", 4), ("<A", 3), ("bc", -2))
+FONTS = {"STANDARD": Font(0x1234, 1, KERNING), "BOLD": Font(0x1234, 2)}
+
+
+def write_fonts(game):
+    folder = GAMES / game / "Dane" / "MAIN"
+    folder.mkdir(parents=True, exist_ok=True)
+    for style, font in FONTS.items():
+        (folder / f"{style.lower()}.fnt").write_bytes(font.file())
+    return folder
+
+
+def plate(path, width, height, colour):
+    data = struct.pack("<H", colour) * (width * height)
+    path.write_bytes(struct.pack("<4s9i", b"PIK", width, height, 16, len(data), 0, 0, 0, 0, 0) + data)
+
+
+DEFINITIONS = """DEF:BACK(TYPE=IMAGE|FILENAME=back.img|TOCANVAS=TRUE|VISIBLE=TRUE|PRIORITY=1)
+DEF:LETTERS(TYPE=FONT|DEF_PLAIN_STANDARD_9=standard.fnt|DEF_PLAIN_BOLD_9=bold.fnt)
+"""
+
+
+def stand_in_nine_ways():
+    """The same words in nine rectangles: each begins in black, one is clipped, one is dim."""
+    game = "texts_stand_in_nine_ways"
+    folder = write_fonts(game)
+    plate(folder / "back.img", WIDTH, HEIGHT, 0xBDF7)
+    screen, text, code = Screen(), DEFINITIONS, ""
+    screen.fill((0, 0, WIDTH, HEIGHT), 0xBDF7)
+    say = "all <B>bold<B> lines of VA^VA letters in<COLOR 255,0,0> a rose tone fit"
+    for i, v in enumerate(("TOP", "CENTER", "BOTTOM")):
+        for j, h in enumerate(("LEFT", "CENTER", "RIGHT")):
+            rect = (3 + 66 * j, 1 + 40 * i, 65 + 66 * j, 39 + 40 * i)
+            name = f"T{i}{j}"
+            text += f"OBJECT={name}\n{name}:TYPE=TEXT\n{name}:TEXT={say}\n{name}:FONT=LETTERS\n{name}:VISIBLE=TRUE\n"
+            text += f"{name}:TOCANVAS=TRUE\n{name}:PRIORITY=2\n{name}:HJUSTIFY={h}\n{name}:VJUSTIFY={v}\n"
+            text += f"{name}:RECT={','.join(map(str, rect))}\n"
+            words, box = place(say, FONTS, rect, h, v)
+            clip, opacity = None, 255
+            if name == "T11":
+                code += f"{name}^SETCLIPPING(5,4,50,22);"
+                clip = (box[0] + 5, box[1] + 4, box[0] + 50, box[1] + 22)
+            if name == "T21":
+                code += f"{name}^SETOPACITY(150);"
+                opacity = 150
+            show(screen, words, 0, clip, opacity)
+    text += f"OBJECT=__INIT__\n__INIT__:TYPE=BEHAVIOUR\n__INIT__:CODE={{{code}}}\n"
+    (folder / "MAIN.cnv").write_text(text, newline="\n")
+    screen.save(GAMES / game / "shown.png")
+
+
+if __name__ == "__main__":
+    stand_in_nine_ways()

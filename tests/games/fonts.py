@@ -211,9 +211,9 @@ def write_fonts(game):
     return folder
 
 
-def plate(path, width, height, colour):
+def plate(path, width, height, colour, at=(0, 0)):
     data = struct.pack("<H", colour) * (width * height)
-    path.write_bytes(struct.pack("<4s9i", b"PIK", width, height, 16, len(data), 0, 0, 0, 0, 0) + data)
+    path.write_bytes(struct.pack("<4s9i", b"PIK", width, height, 16, len(data), 0, 0, 0, *at) + data)
 
 
 DEFINITIONS = """DEF:BACK(TYPE=IMAGE|FILENAME=back.img|TOCANVAS=TRUE|VISIBLE=TRUE|PRIORITY=1)
@@ -341,6 +341,12 @@ def change_their_look():
     second.save(GAMES / game / "second.png")
 
 
+def answer_their_methods():
+    folder = write_fonts("texts_answer_their_methods")
+    plate(folder / "sign.img", 60, 22, 0x07FF, (138, 90))
+
+
 if __name__ == "__main__":
     stand_in_nine_ways()
     change_their_look()
+    answer_their_methods()

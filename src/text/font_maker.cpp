@@ -84,12 +84,14 @@ int slideUnder(const FontLetter& a, const FontLetter& b) {
   const int rows = std::max(a.size.height, b.size.height);
   int steps = 0;
   for (int x = a.size.width - rightOffset(a) - 1; x >= leftOffset(a); --x, ++steps) {
+    bool areCornered = false;
     for (int y = 0; y < rows; ++y) {
       const bool hasA = isSet(a, x, y);
       const bool hasB = isSet(b, columnOfB, y);
       if (hasA && hasB) return steps;
-      if ((hasA && isSet(b, columnOfB, y + 1)) || (hasB && isSet(a, x, y + 1))) return steps + 1;
+      areCornered |= (hasA && isSet(b, columnOfB, y + 1)) || (hasB && isSet(a, x, y + 1));
     }
+    if (areCornered) return steps + 1;
   }
   return steps;
 }

@@ -23,7 +23,8 @@ struct FontLetter {
 // Empty columns from the left and from the right; all of them where the letter is empty.
 int leftOffset(const FontLetter& letter);
 int rightOffset(const FontLetter& letter);
-// How many columns of `a`, from its right end on, the first column of `b` passes before the two meet.
+// How many columns of `a`, from its right end on, the first column of `b` passes before the two meet in a
+// row; one more where they only meet at corners.
 int slideUnder(const FontLetter& a, const FontLetter& b);
 
 // The letters in their order, in cells as large as the largest of them. Their outermost rows and columns are

@@ -34,10 +34,8 @@ int TextPainter::draw(CSimpleFont6& font, int color, std::int64_t x, std::int64_
   if (!isSeen(glyph, x, y)) return place.advance;
   glyph.x = static_cast<int>(x);
   glyph.y = static_cast<int>(y);
-  if (color == kFontsColors || font.CGraphicsObject::Height() > kMostRows ||
-      glyph.columns.Width() > kColumns) {
+  if (color == kFontsColors) {
     flush();
-    if (color != kFontsColors) font.CSimpleFont6::setColor(color);
     drawAlone(glyph);
     return place.advance;
   }
@@ -68,7 +66,7 @@ void TextPainter::drawAlone(const Glyph& glyph) {
 // Letters that overlap must be drawn one over the other, and one strip has one colour.
 bool TextPainter::fitsGathered(const Glyph& glyph, int color) const {
   return columns_ != 0 && color == color_ && glyph.y == y_ && glyph.x >= x_ + columns_ &&
-         glyph.x + glyph.columns.Width() <= x_ + kColumns && glyph.font->CGraphicsObject::Height() <= rows_;
+         glyph.x + glyph.columns.Width() <= x_ + stride_ && glyph.font->CGraphicsObject::Height() <= rows_;
 }
 
 void TextPainter::begin(const Glyph& glyph, int color) {
@@ -78,11 +76,16 @@ void TextPainter::begin(const Glyph& glyph, int color) {
   top_ = glyph.columns.top;
   bottom_ = glyph.columns.bottom;
   const int rows = glyph.font->CGraphicsObject::Height();
-  if (rows <= rows_) return;
+  const int width = glyph.columns.Width();
+  const int stride = rows <= kMostRows && width <= kColumns ? kColumns : width;
+  if (rows <= rows_ && stride == stride_) return;
   rows_ = rows;
-  pixels_.resize(static_cast<std::size_t>(rows) * kColumns);
-  alpha_.resize(pixels_.size());
+  stride_ = stride;
   filledColumns_ = 0;
+  const std::size_t size = static_cast<std::size_t>(rows) * static_cast<std::size_t>(stride);
+  if (size <= alpha_.size()) return;
+  pixels_.resize(size);
+  alpha_.resize(size);
 }
 
 void TextPainter::gather(const Glyph& glyph) {
@@ -91,8 +94,8 @@ void TextPainter::gather(const Glyph& glyph) {
   const auto stride = static_cast<std::size_t>(glyph.font->width_);
   const auto* source = reinterpret_cast<const std::uint8_t*>(glyph.font->alpha_.bytes().data()) +
                        static_cast<std::size_t>(from.top) * stride + static_cast<std::size_t>(from.left);
-  std::uint8_t* target = alpha_.data() + static_cast<std::size_t>(from.top) * kColumns + (glyph.x - x_);
-  for (int row = from.top; row < from.bottom; ++row, source += stride, target += kColumns)
+  std::uint8_t* target = alpha_.data() + std::ptrdiff_t{from.top} * stride_ + (glyph.x - x_);
+  for (int row = from.top; row < from.bottom; ++row, source += stride, target += stride_)
     std::memcpy(target, source, width);
   columns_ = glyph.x - x_ + from.Width();
   top_ = std::min(top_, from.top);
@@ -102,8 +105,7 @@ void TextPainter::gather(const Glyph& glyph) {
 void TextPainter::fillColor() {
   if (filledWith_ == color_ && filledColumns_ >= columns_) return;
   for (int row = 0; row < rows_; ++row)
-    std::fill_n(pixels_.data() + std::ptrdiff_t{row} * kColumns, columns_,
-                static_cast<std::uint16_t>(color_));
+    std::fill_n(pixels_.data() + std::ptrdiff_t{row} * stride_, columns_, static_cast<std::uint16_t>(color_));
   filledWith_ = color_;
   filledColumns_ = columns_;
 }
@@ -118,12 +120,12 @@ void TextPainter::flush() {
                         to_.bpp == 15 ? 15 : 16,
                         x_,
                         y_,
-                        kColumns,
+                        stride_,
                         rows_,
                         used.Common(clip_ - CXPoint(x_, y_))};
   if (!from.clip.IsEmpty()) blit::compose(from, to_, opacity_, false);
   for (int row = top_; row < bottom_; ++row)
-    std::memset(alpha_.data() + std::ptrdiff_t{row} * kColumns, 0, static_cast<std::size_t>(columns_));
+    std::memset(alpha_.data() + std::ptrdiff_t{row} * stride_, 0, static_cast<std::size_t>(columns_));
   columns_ = 0;
 }
 

@@ -28,7 +28,7 @@ class TextPainter {
 
  private:
   static constexpr int kColumns = 512;
-  static constexpr int kMostRows = 128;  // of a font whose letters are gathered
+  static constexpr int kMostRows = 128;  // taller letters make a strip each
 
   // A letter that is to be seen: columns of its font's strip, and where the first of them goes.
   struct Glyph {
@@ -50,13 +50,14 @@ class TextPainter {
   _canvas to_;
   CXRect clip_;
   std::uint8_t opacity_;
-  // The strip: a row has kColumns pixels. Its alpha is 0 wherever no letter was put.
+  // The strip: a row has stride_ pixels. Its alpha is 0 wherever no letter was put.
   std::vector<std::uint16_t> pixels_;
   std::vector<std::uint8_t> alpha_;
   int filledWith_ = kFontsColors;  // the colour that lies in the first columns
   int filledColumns_ = 0;
   int color_ = kFontsColors;
   int rows_ = 0;
+  int stride_ = 0;
   int x_ = 0;  // of the strip on the picture
   int y_ = 0;
   int columns_ = 0;  // in use; 0 while nothing is gathered

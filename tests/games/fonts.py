@@ -169,9 +169,9 @@ def lines(text, fonts, width):
     return found
 
 
-def place(text, fonts, rect, h="LEFT", v="TOP"):
-    """Every word with its place on the screen, and the text's box."""
-    found = lines(text, fonts, rect[2] - rect[0])
+def place(text, fonts, rect, h="LEFT", v="TOP", width=None):
+    """Every word with its place on the screen, and the text's box; wrapped into another width where one is given."""
+    found = lines(text, fonts, width or rect[2] - rect[0])
     tall = fonts["STANDARD"].height
     heights = [0 if line is None and i and found[i - 1] is None else tall for i, line in enumerate(found)]
     height = sum(heights) - 2 * (len(found) - 1)
@@ -211,9 +211,9 @@ def write_fonts(game):
     return folder
 
 
-def plate(path, width, height, colour):
+def plate(path, width, height, colour, at=(0, 0)):
     data = struct.pack("<H", colour) * (width * height)
-    path.write_bytes(struct.pack("<4s9i", b"PIK", width, height, 16, len(data), 0, 0, 0, 0, 0) + data)
+    path.write_bytes(struct.pack("<4s9i", b"PIK", width, height, 16, len(data), 0, 0, 0, *at) + data)
 
 
 DEFINITIONS = """DEF:BACK(TYPE=IMAGE|FILENAME=back.img|TOCANVAS=TRUE|VISIBLE=TRUE|PRIORITY=1)
@@ -250,5 +250,103 @@ def stand_in_nine_ways():
     screen.save(GAMES / game / "shown.png")
 
 
+def text_object(name, text, rect, more=""):
+    """The lines of a TEXT that is shown."""
+    lines = f"TYPE=TEXT|TEXT={text}|FONT=LETTERS|RECT={','.join(map(str, rect))}|TOCANVAS=TRUE|VISIBLE=TRUE|PRIORITY=2|{more}"
+    return f"OBJECT={name}\n" + "".join(f"{name}:{line}\n" for line in lines.strip("|").split("|"))
+
+
+def change_their_look():
+    """Texts that are changed before the first frame, and again after it; the second screen shows no trace of the first."""
+    game = "texts_change_their_look"
+    folder = write_fonts(game)
+    plate(folder / "back.img", WIDTH, HEIGHT, 0xBDF7)
+    plate(folder / "sign.img", 60, 22, 0x07FF)
+    (folder / "poem.txt").write_bytes(b"ode\r\n\r\nto <B>rose<B>s\n")
+    text = DEFINITIONS.replace("VISIBLE=TRUE|PRIORITY=1)", "VISIBLE=TRUE|PRIORITY=1)\n") + (
+        "DEF:SIGN(TYPE=IMAGE|FILENAME=sign.img|TOCANVAS=TRUE|VISIBLE=TRUE|PRIORITY=1)\n"
+        "DEF:HEAVY(TYPE=FONT|DEF_PLAIN_STANDARD_9=bold.fnt)\n"
+        "DEF:SAY(TYPE=STRING|VALUE=a <COLOR31>dot<COLOR> on it)\n"
+        "DEF:LENT(TYPE=FONT|DEF_PLAIN_STANDARD_9=standard.fnt)\n"
+    )
+    first, second = Screen(), Screen()
+    heavy, whole = {"STANDARD": FONTS["BOLD"]}, (0, 0, WIDTH, HEIGHT)
+    early, late = "", ""
+    for screen in (first, second):
+        screen.fill(whole, 0xBDF7)
+
+    def both(words_first, words_second, *look):
+        show(first, words_first, *look[:1])
+        show(second, words_second, *look[1:])
+
+    # A colour of its own; the text that comes then keeps it, and goes back to its rectangle. The font has it from then on.
+    text += text_object("OWN", "red tones", (2, 2, 90, 12))
+    early += "OWN^SETCOLOR(255,0,0);"
+    late += 'OWN^SETPOSITION(20,50);OWN^SETTEXT(SAY);'
+    both(place("red tones", FONTS, (2, 2, 90, 12))[0], place("a <COLOR31>dot<COLOR> on it", FONTS, (2, 2, 90, 12))[0], 0xF800, 0xF800)
+    # The colour that the FONT gives to its texts, and another FONT.
+    text += text_object("FONTS", "all of it", (100, 2, 190, 12))
+    late += 'LENT^SETCOLOR(0,255,0);FONTS^SETFONT("LENT");'
+    both(*[place("all of it", FONTS, (100, 2, 190, 12))[0]] * 2, 0, 0x07E0)
+    text += text_object("OTHER", "fine lines", (2, 14, 90, 24))
+    late += 'OTHER^SETFONT("HEAVY");'
+    both(place("fine lines", FONTS, (2, 14, 90, 24))[0], place("fine lines", heavy, (2, 14, 90, 24))[0], 0, 0)
+    # Words.
+    text += text_object("WORDS", "ere an oar", (100, 14, 190, 24), "HYPERTEXT=TRUE")
+    early += "WORDS^SETWORDCOLOR(1,0,0,255);"
+    late += "WORDS^SETWORDCOLOR(1,255,255,255);WORDS^SETWORDCOLOR(2,255,0,0);"
+    words = place("ere an oar", FONTS, (100, 14, 190, 24))[0]
+    colored = lambda colors: [(word, font, color, x, y) for (word, font, _, x, y), color in zip(words, colors)]
+    both(colored([None, 31, None]), colored([None, 0xFFFF, 0xF800]), 0, 0)
+    # Moved, clipped and dimmed.
+    text += text_object("MOVED", "leap", (2, 40, 40, 50))
+    late += "MOVED^MOVE(50,5);MOVED^SETOPACITY(100);"
+    show(first, place("leap", FONTS, (2, 40, 40, 50))[0])
+    show(second, place("leap", FONTS, (52, 45, 90, 55))[0], opacity=100)
+    text += text_object("CUT", "pure slate", (100, 40, 190, 50))
+    early += "CUT^SETCLIPPING(10,2,30,7);"
+    late += "CUT^CLEARCLIPPING();CUT^INVALIDATE();"
+    cut = place("pure slate", FONTS, (100, 40, 190, 50))[0]
+    show(first, cut, clip=(110, 42, 130, 47))
+    show(second, cut)
+    # A file, in another rectangle.
+    text += text_object("FILE", "", (2, 60, 60, 118), "HJUSTIFY=RIGHT")
+    early += 'FILE^LOAD("poem.txt");'
+    late += "FILE^SETRECT(60,55,140,110);"
+    poem = "ode||to <B>rose<B>s"
+    moved = place(poem, FONTS, (60, 55, 140, 110), "RIGHT", width=58)[0]
+    both(place(poem, FONTS, (2, 60, 60, 118), "RIGHT")[0], moved, 0xF800, 0xF800)
+    # Shown and hidden; a FONT that ends.
+    text += text_object("GONE", "bliss", (2, 26, 90, 36)) + text_object("LATE", "sole", (100, 26, 190, 36))
+    early += "LATE^HIDE();"
+    late += "GONE^HIDE();LATE^SHOW();"
+    show(first, place("bliss", FONTS, (2, 26, 90, 36))[0])
+    show(second, place("sole", FONTS, (100, 26, 190, 36))[0])
+    text += text_object("ORPHAN", "no <B>font<B>", (145, 60, 199, 80)).replace("LETTERS", "SHORT")
+    text += "DEF:SHORT(TYPE=FONT|DEF_PLAIN_STANDARD_9=standard.fnt|DEF_PLAIN_BOLD_9=bold.fnt)\n"
+    late += 'MAIN^REMOVE("SHORT");'
+    show(first, place("no <B>font<B>", FONTS, (145, 60, 199, 80))[0])
+    # On another picture, cut by it.
+    text += text_object("PART", "AVAVA clue", (4, 12, 99, 22)).replace("TOCANVAS=TRUE", "TOCANVAS=FALSE")
+    early += 'SIGN^SETPOSITION(138,90);PART^DRAWONTO("SIGN",1);'
+    late += 'PART^SETTEXT("AA");'
+    sign = (138, 90, 198, 112)
+    for screen, say, color in ((first, "AVAVA clue", 0), (second, "AA", 0xF800)):
+        screen.fill(sign, 0x07FF)
+        show(screen, place(say, FONTS, (142, 102, 240, 112))[0], color, clip=sign)
+    text += f"OBJECT=__INIT__\n__INIT__:TYPE=BEHAVIOUR\n__INIT__:CODE={{{early}@RUNONTIMER(60,1,\"LATER\");}}\n"
+    text += f"OBJECT=LATER\nLATER:TYPE=BEHAVIOUR\nLATER:CODE={{{late}}}\n"
+    (folder / "MAIN.cnv").write_text(text, newline="\n")
+    first.save(GAMES / game / "first.png")
+    second.save(GAMES / game / "second.png")
+
+
+def answer_their_methods():
+    folder = write_fonts("texts_answer_their_methods")
+    plate(folder / "sign.img", 60, 22, 0x07FF, (138, 90))
+
+
 if __name__ == "__main__":
     stand_in_nine_ways()
+    change_their_look()
+    answer_their_methods()

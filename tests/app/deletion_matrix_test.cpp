@@ -47,6 +47,8 @@ constexpr Signal kSignals[] = {
      "CNVLOADER^LOAD(\"HERO.cnv\");CNVLOADER^RELEASE(\"HERO.cnv\");"},
     {"ONDONE at the end of the scene", "TYPE=INTEGER", "ONDONE", "EP^GOTO(\"AFTER\");"},
     {"ONDONE of a group", "TYPE=GROUP", "ONDONE", "HERO^ADD(\"HERO\",\"OTHER\");MAIN^REMOVE(\"HERO\");"},
+    {"ONEMPTY", "TYPE=FIFO", "ONEMPTY", "HERO^POP();"},
+    {"ONEMPTY of a LIFO", "TYPE=LIFO", "ONEMPTY", "HERO^PUSH(HERO^POP());"},
     {"ONDONE of a timer", "TYPE=TIMER|ELAPSE=5", "ONDONE", "MAIN^REMOVE(\"HERO\");"},
     {"ONDONE of a picture", "TYPE=IMAGE|FILENAME=A.IMG", "ONDONE", "MAIN^REMOVE(\"HERO\");"},
     {"ONRUNTIMESUCCESS", "TYPE=CONDITION|OPERAND1=1|OPERATOR=EQUAL|OPERAND2=1", "ONRUNTIMESUCCESS",

@@ -178,30 +178,12 @@ extern constinit const ScriptType kGrBufferType = {
     .signals = kSignalsOfAll,
 };
 
-extern constinit const ScriptType kDatabaseType = {
-    .number = 3003,
-    .idWord = "DATABASE",
-    .definitionWord = "DATABASE",
-    .meaning = "A table of rows.",
-    .pass = 3,
-    .signals = kSignalsOfAll,
-};
-
 extern constinit const ScriptType kVirtualGraphicsObjectType = {
     .number = type::kVirtualGraphicsObject,
     .idWord = "VIRTUAL_GRAPHICSOBJECT",
     .definitionWord = "VIRTUALGRAPHICSOBJECT",
     .meaning = "A picture seen through a mask.",
     .pass = 5,
-    .signals = kSignalsOfAll,
-};
-
-extern constinit const ScriptType kMultiArrayType = {
-    .number = 3006,
-    .idWord = "MULTIARRAY",
-    .definitionWord = "MULTIARRAY",
-    .meaning = "Values in several directions.",
-    .pass = 3,
     .signals = kSignalsOfAll,
 };
 

@@ -5,6 +5,8 @@
 
 #include "app/mc_application.h"
 #include "objects/data/mc_array.h"
+#include "objects/data/mc_database.h"
+#include "objects/data/mc_multi_array.h"
 #include "objects/data/mc_path_nodes.h"
 #include "objects/data/mc_quene.h"
 #include "objects/data/mc_vector.h"
@@ -54,6 +56,8 @@ constexpr Target kTargets[] = {
     {type::kClass, "KIND", "DEF:KIND(TYPE=CLASS|DEF=KIND.cnv)"},
     {type::kArray, "LIST", "DEF:LIST(TYPE=ARRAY|SENDONCHANGE=TRUE|ONCHANGED=CODE)"},
     {type::kGroup, "CREW", "DEF:CREW(TYPE=GROUP)"},
+    {type::kMultiArray, "GRID", "DEF:GRID(TYPE=MULTIARRAY|DIMENSIONS=2)"},
+    {type::kDatabase, "TABLE", "DEF:TABLE(TYPE=DATABASE|MODEL=RECORD)"},
     {type::kFifo, "QUEUE", "DEF:QUEUE(TYPE=FIFO|ONEMPTY=CODE)"},
     {type::kLifo, "STACK", "DEF:STACK(TYPE=LIFO|ONEMPTY=CODE)"},
     {type::kVector, "NUMBERS", "DEF:NUMBERS(TYPE=VECTOR|SIZE=2|VALUE=1,2)"},

@@ -95,42 +95,6 @@ extern constinit const ScriptType kStaticFilterType = {
     .signals = kSignalsOfAll,
 };
 
-extern constinit const ScriptType kVectorType = {
-    .number = 2016,
-    .idWord = "VECTOR",
-    .definitionWord = "VECTOR",
-    .meaning = "Numbers to calculate with as one.",
-    .pass = 5,
-    .signals = kSignalsOfAll,
-};
-
-extern constinit const ScriptType kPathType = {
-    .number = 2017,
-    .idWord = "PATH",
-    .definitionWord = "PATH",
-    .meaning = "Points one after the other.",
-    .pass = 6,
-    .signals = kSignalsOfAll,
-};
-
-extern constinit const ScriptType kFifoType = {
-    .number = 2018,
-    .idWord = "FIFO",
-    .definitionWord = "FIFO",
-    .meaning = "A queue.",
-    .pass = 6,
-    .signals = kSignalsOfAll,
-};
-
-extern constinit const ScriptType kLifoType = {
-    .number = 2019,
-    .idWord = "LIFO",
-    .definitionWord = "LIFO",
-    .meaning = "A stack.",
-    .pass = 6,
-    .signals = kSignalsOfAll,
-};
-
 extern constinit const ScriptType kCanvasType = {
     .number = 2020,
     .idWord = "CANVAS",
@@ -174,30 +138,12 @@ extern constinit const ScriptType kGrBufferType = {
     .signals = kSignalsOfAll,
 };
 
-extern constinit const ScriptType kDatabaseType = {
-    .number = 3003,
-    .idWord = "DATABASE",
-    .definitionWord = "DATABASE",
-    .meaning = "A table of rows.",
-    .pass = 3,
-    .signals = kSignalsOfAll,
-};
-
 extern constinit const ScriptType kVirtualGraphicsObjectType = {
     .number = type::kVirtualGraphicsObject,
     .idWord = "VIRTUAL_GRAPHICSOBJECT",
     .definitionWord = "VIRTUALGRAPHICSOBJECT",
     .meaning = "A picture seen through a mask.",
     .pass = 5,
-    .signals = kSignalsOfAll,
-};
-
-extern constinit const ScriptType kMultiArrayType = {
-    .number = 3006,
-    .idWord = "MULTIARRAY",
-    .definitionWord = "MULTIARRAY",
-    .meaning = "Values in several directions.",
-    .pass = 3,
     .signals = kSignalsOfAll,
 };
 

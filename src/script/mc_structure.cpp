@@ -28,6 +28,17 @@ CMC_Structure::CMC_Structure(CMC_ObjectsContainer* container, const CMElement* e
   initializeBehaviours(container, element);
 }
 
+CMC_Structure::CMC_Structure(const CXString& name, const CMC_Structure& like)
+    : CMC_Variable(name, type::kStructure) {
+  const CXString prefix = like.getName() + "_";
+  for (const Field& field : like.fields_) {
+    const CXString& full = field->getName();
+    const int own = full.startsWith(prefix) ? prefix.Length() : full.FindLast('_') + 1;
+    declare(name + "_" + full.Right(own), field->getType());
+    fields_.back()->set(field.get());
+  }
+}
+
 CMC_Structure::~CMC_Structure() = default;
 
 CMC_Object* CMC_Structure::findNamed(const CMC_ObjectsContainer* scope, const CXString& name) {

@@ -12,6 +12,8 @@ namespace footlight {
 class CMC_Structure : public CMC_Variable {
  public:
   CMC_Structure(CMC_ObjectsContainer* container, const CMElement* element);
+  // With fields of the same names and types as the other's, and their values.
+  CMC_Structure(const CXString& name, const CMC_Structure& like);
   ~CMC_Structure() override;
   static bool isTypeOf(int type) { return type == type::kStructure; }
 

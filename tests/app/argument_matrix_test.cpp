@@ -5,6 +5,11 @@
 
 #include "app/mc_application.h"
 #include "objects/data/mc_array.h"
+#include "objects/data/mc_database.h"
+#include "objects/data/mc_multi_array.h"
+#include "objects/data/mc_path_nodes.h"
+#include "objects/data/mc_quene.h"
+#include "objects/data/mc_vector.h"
 #include "objects/gfx/mc_animo.h"
 #include "objects/gfx/mc_canvas_observer.h"
 #include "objects/gfx/mc_image.h"
@@ -52,6 +57,12 @@ constexpr Target kTargets[] = {
     {type::kClass, "KIND", "DEF:KIND(TYPE=CLASS|DEF=KIND.cnv)"},
     {type::kArray, "LIST", "DEF:LIST(TYPE=ARRAY|SENDONCHANGE=TRUE|ONCHANGED=CODE)"},
     {type::kGroup, "CREW", "DEF:CREW(TYPE=GROUP)"},
+    {type::kMultiArray, "GRID", "DEF:GRID(TYPE=MULTIARRAY|DIMENSIONS=2)"},
+    {type::kDatabase, "TABLE", "DEF:TABLE(TYPE=DATABASE|MODEL=RECORD)"},
+    {type::kFifo, "QUEUE", "DEF:QUEUE(TYPE=FIFO|ONEMPTY=CODE)"},
+    {type::kLifo, "STACK", "DEF:STACK(TYPE=LIFO|ONEMPTY=CODE)"},
+    {type::kVector, "NUMBERS", "DEF:NUMBERS(TYPE=VECTOR|SIZE=2|VALUE=1,2)"},
+    {type::kPath, "WAY", "DEF:WAY(TYPE=PATH|NODES=INT,LIST)"},
     {type::kTimer, "CLOCK", "DEF:CLOCK(TYPE=TIMER|ELAPSE=20|ONTICK=CODE)"},
     {type::kImage, "PICTURE", "DEF:PICTURE(TYPE=IMAGE)"},
     {type::kDialog, "TALK", "DEF:TALK(TYPE=DIALOG)"},

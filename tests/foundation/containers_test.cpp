@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "foundation/integer.h"
-#include "foundation/quene.h"
 #include "foundation/sorted_vector.h"
 
 namespace footlight {
@@ -103,33 +102,6 @@ TEST(SortedVector, KeepsOrderAndTheOrderOfEquals) {
   more.add(static_cast<CXObject*>(nullptr));
   sorted.add(&more);
   EXPECT_THAT(numbers(sorted), ElementsAre(5, 10, 12, 15, 21, 22, 20, 29));
-}
-
-TEST(Quenes, GiveInTheirOrderAndNullWhenEmpty) {
-  Item items[100];
-  for (int i = 0; i < 100; ++i) items[i].parse(CXString::toString(i));
-  CXFifoQuene fifo;
-  CXLifoQuene lifo;
-  for (Item& item : items) {
-    fifo.push(&item);
-    lifo.push(&item);
-  }
-  for (int i = 0; i < 50; ++i) {
-    EXPECT_EQ(fifo.pop(), &items[i]);
-    EXPECT_EQ(lifo.pop(), &items[99 - i]);
-  }
-  // A list that was taken from at the front behaves as a new one.
-  fifo.push(&items[0]);
-  fifo.insertAt(&items[1], 0);
-  EXPECT_EQ(fifo.find(&items[50]), 1);
-  EXPECT_EQ(fifo.removeAt(1), &items[50]);
-  EXPECT_EQ(fifo.size(), 51);
-  EXPECT_EQ(fifo[50], &items[0]);
-  while (fifo.pop() != nullptr) {
-  }
-  EXPECT_EQ(fifo.size(), 0);
-  EXPECT_EQ(fifo.pop(), nullptr);
-  EXPECT_EQ(CXLifoQuene().pop(), nullptr);
 }
 
 TEST(Integer, IsItsOwnHash) {

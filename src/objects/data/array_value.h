@@ -1,7 +1,8 @@
 #pragma once
 
-// One element of an ARRAY: a value of one of the four types, in the room of two numbers. What is more than
-// coming and going works on a pooled variable with the value, so that the rules of variables stand once.
+// One element of an ARRAY, a queue, a grid or a table: a value of one of the four types, in the room of two
+// numbers. What is more than coming and going works on a pooled variable with the value, so that the rules of
+// variables stand once.
 
 #include <memory>
 #include <variant>
@@ -45,5 +46,19 @@ class ArrayValue {
   std::variant<int, double, bool, std::unique_ptr<CXString>> value_;
 };
 static_assert(sizeof(ArrayValue) == 16);
+
+// Whether an element equals a value, by the rules of the element's type; none equals null.
+class EqualTo {
+ public:
+  explicit EqualTo(CMC_Variable* value) : value_(value), whole_(value != nullptr ? value->asInteger() : 0) {}
+  bool operator()(const ArrayValue& item) const {
+    if (value_ != nullptr && item.number().isWhole()) return item.number().whole() == whole_;
+    return value_ != nullptr && item.variable()->equals(value_);
+  }
+
+ private:
+  CMC_Variable* value_;
+  int whole_;
+};
 
 }  // namespace footlight

@@ -13,67 +13,17 @@
 #include "script/mc_objects_container.h"
 #include "script/mc_variable_factory.h"
 #include "script/melement.h"
+#include "script/stored_value.h"
 
 namespace footlight {
 
 namespace {
-
-constexpr double kThousand = 1000.0;  // files hold whole thousandths of a DOUBLE
-constexpr double kThousandth = 0.001;
-
-void putValue(ByteWriter& out, CMC_Variable& value) {
-  out.i32(value.getType());
-  if (value.getType() == type::kString) {
-    const CXString text = value.asText();
-    out.i32(text.Length()).text(text);
-  } else if (value.getType() == type::kDouble) {
-    out.i32(to_int(value.asDouble() * kThousand));
-  } else {
-    out.i32(value.asInteger());
-  }
-}
-
-CXString readText(ByteReader& reader) {
-  const std::int32_t length = reader.i32();
-  const auto bytes = reader.bytes(length > 0 ? static_cast<std::uint64_t>(length) : 0);
-  return CXString(std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
-}
-
-// Null for a number that is no type of a value; nothing behind it is read then.
-Ref<CMC_Variable> readValue(ByteReader& reader) {
-  switch (reader.i32()) {
-    case type::kInteger:
-      return CMC_VariableFactory::makeInteger(reader.i32());
-    case type::kString:
-      return CMC_VariableFactory::makeString(readText(reader));
-    case type::kBool:
-      return CMC_VariableFactory::makeBool(reader.i32() != 0);
-    case type::kDouble:
-      return CMC_VariableFactory::makeDouble(reader.i32() * kThousandth);
-    default:
-      return nullptr;
-  }
-}
 
 // What an element takes, with its text if it has one.
 std::int64_t bytesOf(const CXString* text) {
   const std::int64_t textBytes = text != nullptr ? std::int64_t{sizeof(CXString)} + text->Length() : 0;
   return std::int64_t{sizeof(ArrayValue)} + textBytes;
 }
-
-// Whether an element equals a value, by the rules of the element's type; none equals null.
-class EqualTo {
- public:
-  explicit EqualTo(CMC_Variable* value) : value_(value), whole_(value != nullptr ? value->asInteger() : 0) {}
-  bool operator()(const ArrayValue& item) const {
-    if (value_ != nullptr && item.number().isWhole()) return item.number().whole() == whole_;
-    return value_ != nullptr && item.variable()->equals(value_);
-  }
-
- private:
-  CMC_Variable* value_;
-  int whole_;
-};
 
 // Turns a list round, but for the order of neighbours that compare equal.
 void reverseKeepingTies(std::vector<CMC_Variable*>& values) {
@@ -283,7 +233,7 @@ void CMC_Array::load(const CXString& name) {
   const std::int32_t count = reader.i32();
   if (!hasRoom(count)) return;
   for (std::int32_t i = 0; i < count && reader.left() > 0; ++i) {
-    const Ref<CMC_Variable> value = readValue(reader);
+    const Ref<CMC_Variable> value = restore(reader);
     if (value && reader.ok()) add(value.get());
   }
 }
@@ -292,7 +242,7 @@ void CMC_Array::save(const CXString& name) const {
   ByteWriter out;
   out.i32(size());
   for (const ArrayValue& item : items_) {
-    putValue(out, *item.variable());
+    store(out, *item.variable());
     if (static_cast<std::int64_t>(out.size()) > limits::kTextFileBytes)
       return limitHit("array file too long");
   }

@@ -256,6 +256,11 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
 
   void SetDestiny(CGraphicsObject* destiny) { destiny_ = destiny; }
   CGraphicsObject* getDestiny() const { return destiny_.get(); }
+  // Grows whenever a script object takes a graphic as its own or gives one up, so that who noted which object
+  // shows which graphic knows when to look again.
+  static std::uint64_t usersAge() { return usersAge_; }
+  static void noteUsers() { ++usersAge_; }
+
   void setRefreshOwner(CRefreshScreen* owner);
   CRefreshScreen* getRefreshOwner() const;
 
@@ -288,6 +293,8 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   bool invalidated_ = false;
 
  private:
+  static inline std::uint64_t usersAge_ = 0;
+
   struct Observer {
     CInvalidateObserver* observer;
     WeakRef<CXObject> object;

@@ -132,10 +132,14 @@ bool CMC_Array::isInBudget(std::int64_t count, const CMC_Variable& value) {
   return count <= 0 || memory::hasRoom(count * each);
 }
 
+bool CMC_Array::isMemoryFor(std::size_t count) {
+  return memory::hasRoom(static_cast<std::int64_t>(count * sizeof(ArrayValue)));
+}
+
 bool CMC_Array::add(CMC_Variable* value) { return insertAt(size(), value); }
 
 bool CMC_Array::insert(int index, ArrayValue value) {
-  if (index < 0 || index > size() || !hasRoom(1)) return false;
+  if (index < 0 || index > size() || !hasRoom(1) || !mayGrow()) return false;
   items_.insert(place(index), std::move(value));
   return true;
 }
@@ -145,7 +149,7 @@ bool CMC_Array::insertAt(int index, CMC_Variable* value) {
 }
 
 bool CMC_Array::changeAt(int index, CMC_Variable* value) {
-  if (!isIn(index) || value == nullptr) return false;
+  if (!isIn(index) || value == nullptr || !isInBudget(1, *value)) return false;
   items_[place(index)] = ArrayValue(*value);
   return true;
 }
@@ -158,7 +162,9 @@ bool CMC_Array::operate(int index, CMC_Variable* operand, Operation operation) {
   if (left && right) {
     item = calculate(left, operation, right);
   } else {
-    item = ArrayValue(*item.variable()->calculate(operand, operation));
+    const Ref<CMC_Variable> outcome(item.variable()->calculate(operand, operation));
+    if (!isInBudget(1, *outcome)) return false;
+    item = ArrayValue(*outcome);
   }
   return true;
 }

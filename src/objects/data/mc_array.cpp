@@ -238,6 +238,7 @@ void CMC_Array::sortMixed(bool ascending) {
   }
   std::vector<CMC_Variable*> sorted;
   for (const int at : insertionOrder(order)) sorted.push_back(order[place(at)]);
+  if (sorted.size() < order.size()) return;  // the run ends
   if (!ascending) reverseKeepingTies(sorted);
   items_.clear();
   for (CMC_Variable* variable : sorted) items_.add(ArrayValue(*variable));

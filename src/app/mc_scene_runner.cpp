@@ -18,6 +18,7 @@
 #include "script/mc_groupped.h"
 #include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
+#include "script/watchdog.h"
 #include "sound/sound_manager.h"
 #include "sound/volume_scale.h"
 
@@ -134,7 +135,7 @@ Result removeClones(CMC_Scene& scene, Call& call) {
   const int from = call.integer(1);
   const int to = call.integer(2);
   const CloneRange range(from == -1 ? 1 : std::max(from, 1), to == -1 ? object->getClonesNo() : to);
-  for (std::int64_t i = range.from; i <= range.to; ++i)
+  for (std::int64_t i = range.from; i <= range.to && watchdog::mayContinue(); ++i)
     scene.removeAndDestroy(scene.getOwnObject(cloneName(*object, i)));
   return {};
 }

@@ -36,6 +36,8 @@ inline constexpr std::int64_t kPictureFileBytes = kPicturePixels * 6;
 // All frames of one animation.
 inline constexpr std::int64_t kAnimationPixels = usualOrSmall(std::int64_t{1} << 28, std::int64_t{16384});
 inline constexpr std::int64_t kAnimationFileBytes = std::int64_t{1} << 30;
+// Pixels times scans of all JPEG pictures of one file: four for each pixel of the largest animation.
+inline constexpr std::int64_t kScannedPixels = kAnimationPixels * 4;
 inline constexpr int kEventsOfAnimation = usualOrSmall(65536, 64);
 inline constexpr int kSoundBytes =
     usualOrSmall(64 << 20, 1 << 16);  // of one sound that is decoded as a whole

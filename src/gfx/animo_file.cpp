@@ -6,6 +6,7 @@
 #include "foundation/diagnose.h"
 #include "foundation/limits.h"
 #include "gfx/animo.h"
+#include "gfx/jpeg.h"
 #include "gfx/pixel_format.h"
 #include "gfx/window.h"
 
@@ -53,6 +54,7 @@ void CAnimo::take(AnnFile file) {
   author_ = std::move(file.author);
   description_ = std::move(file.description);
   events_ = std::move(file.events);
+  JpegAllowance allowance;
   for (AnnFrame& stored : file.frames) {
     auto& frame = *frames_->emplace_back(new CFrame(window_));
     PixelBlock alpha = stored.alpha.empty() ? PixelBlock() : PixelBlock(std::move(stored.alpha), 8);
@@ -68,7 +70,7 @@ void CAnimo::take(AnnFile file) {
     frame.setPlanes(stored.size, file.bpp, stored.compression, PixelBlock(std::move(stored.colour), file.bpp),
                     std::move(alpha));
     frame.SetPosition(stored.position);
-    frame.DeCompress();
+    frame.decompressWithin(allowance);
     if (file.isPak && stored.compression == _compression::none && window_ != nullptr &&
         window_->GetSurface() != nullptr)
       frame.Convert(window_->GetBpp());

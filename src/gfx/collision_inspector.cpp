@@ -11,27 +11,55 @@ namespace footlight {
 
 namespace {
 
-using Touching = std::vector<WeakRef<CGraphicsObject>>;
-
-auto findIn(Touching& list, const CGraphicsObject* object) {
-  return std::find_if(list.begin(), list.end(), [object](const auto& item) { return item.get() == object; });
-}
-
-void enter(Touching& list, CGraphicsObject* object) {
-  if (findIn(list, object) == list.end()) list.emplace_back(object);
-}
-
-void leave(Touching& list, const CGraphicsObject* object) {
-  const auto place = findIn(list, object);
-  if (place != list.end()) list.erase(place);
-}
-
 bool overlap(const CXRect& a, const CXRect& b) {
   const CXRect common = a.Common(b);
   return common.Width() != 0 && common.Height() != 0;
 }
 
 }  // namespace
+
+// All observers as they were at one time, and by the graphic that they hear of, so that nobody else is asked.
+struct CCollisionInspector::Hearers {
+  using Places = std::vector<std::uint32_t>;
+
+  explicit Hearers(const std::vector<Observer>& observers);
+  // The places in `all`, in their order, of those who hear when this graphic moved.
+  const Places& of(const CGraphicsObject* graphic) const {
+    const auto found = byGraphic.find(graphic);
+    return found != byGraphic.end() ? found->second : ofAll;
+  }
+
+  std::vector<Observer> all;
+  std::unordered_map<const CGraphicsObject*, Places> byGraphic;  // those who hear of all among them
+  Places ofAll;
+  std::uint64_t usersAge = CGraphicsObject::usersAge();
+};
+
+CCollisionInspector::Hearers::Hearers(const std::vector<Observer>& observers) : all(observers) {
+  for (std::uint32_t place = 0; place < all.size(); ++place) {
+    if (!all[place].object) continue;
+    if (const auto only = all[place].observer->onlyHears()) {
+      byGraphic.try_emplace(*only, ofAll).first->second.push_back(place);
+      continue;
+    }
+    ofAll.push_back(place);
+    for (auto& entry : byGraphic) entry.second.push_back(place);
+  }
+}
+
+bool TouchingObjects::holds(const CGraphicsObject* object) const {
+  const auto found = objects_.find(object);
+  return found != objects_.end() && found->second.get() == object;
+}
+
+// What has gone leaves when there may be as many again.
+void TouchingObjects::enter(CGraphicsObject* object) {
+  if (objects_.size() >= sweepAt_) {
+    std::erase_if(objects_, [](const auto& entry) { return !entry.second; });
+    sweepAt_ = 2 * objects_.size() + 16;
+  }
+  objects_.insert_or_assign(object, object);
+}
 
 CMonitoredObject* CCollisionInspector::find(const CGraphicsObject* object) const {
   const auto found = entries_.find(object);
@@ -57,11 +85,15 @@ void CCollisionInspector::addObserver(CCollisionObserver* observer, CXObject* ob
   const bool isListed = std::any_of(observers_.begin(), observers_.end(), [&](const Observer& entry) {
     return entry.observer == observer && entry.object;
   });
-  if (!isListed) observers_.push_back({observer, object});
+  if (isListed) return;
+  observers_.push_back({observer, object});
+  hearers_.reset();
 }
 
 void CCollisionInspector::removeNotifier(const CCollisionObserver* observer) {
-  std::erase_if(observers_, [&](const Observer& entry) { return entry.observer == observer; });
+  const auto left =
+      std::erase_if(observers_, [&](const Observer& entry) { return entry.observer == observer; });
+  if (left > 0) hearers_.reset();
 }
 
 void CCollisionInspector::onPositionChanged(CGraphicsObject* object) {
@@ -94,25 +126,29 @@ void CCollisionInspector::tick() {
   dropDead();
 }
 
-// All others in the order of the list, without those that neither touch nor touched: to look at each would
-// take the square of their number a tick. Observers may add to the list, it shrinks at the tick's end alone.
-// The moved one has the box of its turn's start, the others have theirs of the moment.
+// All others in the order of the list. Observers may add to the list, it shrinks at the tick's end alone. The
+// moved one has the box of its turn's start, the others have theirs of the moment: once observers were told,
+// who may have moved anything, each one behind is looked at.
 void CCollisionInspector::test(CMonitoredObject& moved) {
   const std::size_t end = monitored_.size();
   const CXRect box = moved.object->GetBoundingBox();
-  std::size_t next = 0;
-  while (next < end && moved.object) {
-    lookAtBoxes();
-    const std::vector<std::uint32_t> places = placesToTest(moved, box, next, end);
-    const std::uint64_t age = age_;
-    next = end;
-    for (const std::uint32_t place : places) {
-      testPair(moved, box, *monitored_[place]);
-      if (age == age_) continue;
-      next = std::size_t{place} + 1;
-      break;
-    }
+  for (std::size_t place = testNear(moved, box); place < end && moved.object; ++place) {
+    CMonitoredObject& other = *monitored_[place];
+    if (&other == &moved || !other.enabled || !other.object) continue;
+    testPair(moved, box, other, other.object->GetBoundingBox());
   }
+}
+
+// Without those that neither touch nor touched: to look at each would take the square of their number a tick.
+// Ends when observers were told, and gives the place to go on from.
+std::size_t CCollisionInspector::testNear(CMonitoredObject& moved, const CXRect& box) {
+  lookAtBoxes();
+  const std::uint64_t age = age_;
+  for (const std::uint32_t place : placesToTest(moved, box)) {
+    testPair(moved, box, *monitored_[place], monitored_[place]->box);
+    if (age != age_) return std::size_t{place} + 1;
+  }
+  return monitored_.size();
 }
 
 // Within a tick the grid only grows: where a box has been before does no harm, and few boxes change.
@@ -132,53 +168,67 @@ void CCollisionInspector::lookAtBoxes() {
   }
 }
 
-std::vector<std::uint32_t> CCollisionInspector::placesToTest(const CMonitoredObject& moved, const CXRect& box,
-                                                             std::size_t from, std::size_t end) {
+std::vector<std::uint32_t> CCollisionInspector::placesToTest(const CMonitoredObject& moved,
+                                                             const CXRect& box) {
   std::vector<std::uint32_t> places;
   grid_.near(box, places);
   std::erase_if(places, [&](std::uint32_t place) { return !overlap(box, monitored_[place]->box); });
   for (const auto& other : moved.touching) {
-    if (const CMonitoredObject* entry = find(other.get())) places.push_back(entry->place);
+    if (const CMonitoredObject* entry = find(other.second.get())) places.push_back(entry->place);
   }
   std::erase_if(places, [&](std::uint32_t place) {
-    return place < from || place >= end || monitored_[place].get() == &moved || !monitored_[place]->enabled;
+    return monitored_[place].get() == &moved || !monitored_[place]->enabled;
   });
   std::sort(places.begin(), places.end());
   places.erase(std::unique(places.begin(), places.end()), places.end());
   return places;
 }
 
-void CCollisionInspector::testPair(CMonitoredObject& moved, const CXRect& boxA, CMonitoredObject& other) {
+void CCollisionInspector::testPair(CMonitoredObject& moved, const CXRect& boxA, CMonitoredObject& other,
+                                   const CXRect& boxB) {
   if (!other.object) return;
-  const CXRect boxB = other.box;
   const Ref<CGraphicsObject> a(moved.object.get());
   const Ref<CGraphicsObject> b(other.object.get());
   const bool isTouching =
       overlap(boxA, boxB) && (!moved.useAlpha || checkAlphaCollision(a.get(), boxA, b.get(), boxB));
-  const bool wasTouching = findIn(moved.touching, b.get()) != moved.touching.end();
-  if (isTouching == wasTouching) return;
+  if (isTouching == moved.touching.holds(b.get())) return;
   if (isTouching) {
-    enter(moved.touching, b.get());
-    enter(other.touching, a.get());
+    moved.touching.enter(b.get());
+    other.touching.enter(a.get());
   } else {
-    leave(moved.touching, b.get());
-    leave(other.touching, a.get());
+    moved.touching.leave(b.get());
+    other.touching.leave(a.get());
   }
   notify(isTouching ? 1 : 2, a.get(), b.get());
 }
 
+std::shared_ptr<const CCollisionInspector::Hearers> CCollisionInspector::hearers() {
+  if (hearers_ == nullptr || hearers_->usersAge != CGraphicsObject::usersAge())
+    hearers_ = std::make_shared<const Hearers>(observers_);
+  return hearers_;
+}
+
+// Those listed now, in their order. When one of them changes who hears of what, all behind it are told: who
+// does not care does nothing.
 void CCollisionInspector::notify(int kind, CGraphicsObject* a, CGraphicsObject* b) {
-  if ((kind != 1 && kind != 2) || observers_.empty()) return;
-  ++age_;
-  const std::vector<Observer> snapshot = observers_;
-  for (const Observer& entry : snapshot) {
+  if (kind != 1 && kind != 2) return;
+  const std::shared_ptr<const Hearers> hearing = hearers();
+  const auto tell = [&](std::size_t place) {
+    const Observer& entry = hearing->all[place];
     const Ref<CXObject> object(entry.object.get());
-    if (!object) continue;
+    if (!object) return;
+    ++age_;
     if (kind == 1) {
       entry.observer->onCollision(a, b);
     } else {
       entry.observer->onCollisionFinished(a, b);
     }
+  };
+  for (const std::uint32_t place : hearing->of(a)) {
+    tell(place);
+    if (hearing->usersAge == CGraphicsObject::usersAge()) continue;
+    for (std::size_t next = std::size_t{place} + 1; next < hearing->all.size(); ++next) tell(next);
+    return;
   }
 }
 
@@ -214,10 +264,7 @@ void CCollisionInspector::drop(const CMonitoredObject* entry) {
 void CCollisionInspector::dropDead() {
   std::erase_if(entries_, [](const auto& item) { return !item.second->object; });
   std::erase_if(monitored_, [](const auto& item) { return !item->object; });
-  std::erase_if(observers_, [](const Observer& entry) { return !entry.object; });
-  for (const auto& entry : monitored_) {
-    std::erase_if(entry->touching, [](const auto& other) { return !other; });
-  }
+  if (std::erase_if(observers_, [](const Observer& entry) { return !entry.object; }) > 0) hearers_.reset();
 }
 
 }  // namespace footlight

@@ -9,6 +9,8 @@
 // observers are held weakly.
 
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
@@ -25,6 +27,24 @@ class CCollisionObserver {
   // The two began, and ended, to touch; the first one moved.
   virtual void onCollision(CGraphicsObject* a, CGraphicsObject* b) = 0;
   virtual void onCollisionFinished(CGraphicsObject* a, CGraphicsObject* b) = 0;
+  // The one graphic that must be the moved one for this observer to care, null while it has none; nothing
+  // when it wants to hear of all. Who changes the answer calls CGraphicsObject::noteUsers.
+  virtual std::optional<const CGraphicsObject*> onlyHears() const { return std::nullopt; }
+};
+
+// The objects that touch one object now.
+class TouchingObjects {
+ public:
+  bool holds(const CGraphicsObject* object) const;
+  void enter(CGraphicsObject* object);
+  void leave(const CGraphicsObject* object) { objects_.erase(object); }
+  auto begin() const { return objects_.begin(); }
+  auto end() const { return objects_.end(); }
+
+ private:
+  // One that has gone holds nothing, even if another object took its address.
+  std::unordered_map<const CGraphicsObject*, WeakRef<CGraphicsObject>> objects_;
+  std::size_t sweepAt_ = 16;
 };
 
 // One object under watch.
@@ -40,7 +60,7 @@ class CMonitoredObject : public CXObject {
   // Both as they were when the boxes were looked at last; see CCollisionInspector::lookAtBoxes.
   CXRect box;
   std::uint32_t place = 0;
-  std::vector<WeakRef<CGraphicsObject>> touching;
+  TouchingObjects touching;
 };
 
 class CCollisionInspector : public CXObject {
@@ -71,13 +91,15 @@ class CCollisionInspector : public CXObject {
     CCollisionObserver* observer;
     WeakRef<CXObject> object;
   };
+  struct Hearers;
 
   void addObserver(CCollisionObserver* observer, CXObject* object);
   void test(CMonitoredObject& moved);
-  void testPair(CMonitoredObject& moved, const CXRect& box, CMonitoredObject& other);
+  std::size_t testNear(CMonitoredObject& moved, const CXRect& box);
+  void testPair(CMonitoredObject& moved, const CXRect& box, CMonitoredObject& other, const CXRect& otherBox);
   void lookAtBoxes();
-  std::vector<std::uint32_t> placesToTest(const CMonitoredObject& moved, const CXRect& box, std::size_t from,
-                                          std::size_t end);
+  std::vector<std::uint32_t> placesToTest(const CMonitoredObject& moved, const CXRect& box);
+  std::shared_ptr<const Hearers> hearers();
   void drop(const CMonitoredObject* entry);
   void dropDead();
 
@@ -85,6 +107,7 @@ class CCollisionInspector : public CXObject {
   std::unordered_map<const CGraphicsObject*, CMonitoredObject*> entries_;
   std::vector<Ref<CMonitoredObject>> moved_;
   std::vector<Observer> observers_;
+  std::shared_ptr<const Hearers> hearers_;  // null when the observers changed since it was made
   std::uint64_t tick_ = 0;
   BoxGrid grid_;
   // A new age begins with a tick, and whenever observers may have moved something: boxes keep for one age.

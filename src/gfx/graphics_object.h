@@ -31,6 +31,7 @@ class CFile;
 class CRefreshScreen;
 class CValidationQuene;
 class CWindow;
+class JpegAllowance;
 
 enum class _channel { alpha = -1, red = 0, green = 1, blue = 2 };
 
@@ -69,6 +70,8 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   // From block packing and JPEG to plain or, out of a block around it, run-length bytes. JPEG data that
   // cannot be read leave the object empty with the error code 2000.
   virtual void DeCompress();
+  // The same as one of several pictures of a file.
+  void decompressWithin(JpegAllowance& allowance);
   virtual void DeCompressRLE2();
   virtual void bringBackCompressed();
   // The pixels as they stand now; empty when there are none. Valid until the next call that changes them.
@@ -256,6 +259,11 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
 
   void SetDestiny(CGraphicsObject* destiny) { destiny_ = destiny; }
   CGraphicsObject* getDestiny() const { return destiny_.get(); }
+  // Grows whenever a script object takes a graphic as its own or gives one up, so that who noted which object
+  // shows which graphic knows when to look again.
+  static std::uint64_t usersAge() { return usersAge_; }
+  static void noteUsers() { ++usersAge_; }
+
   void setRefreshOwner(CRefreshScreen* owner);
   CRefreshScreen* getRefreshOwner() const;
 
@@ -288,6 +296,8 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   bool invalidated_ = false;
 
  private:
+  static inline std::uint64_t usersAge_ = 0;
+
   struct Observer {
     CInvalidateObserver* observer;
     WeakRef<CXObject> object;
@@ -298,7 +308,7 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   void tellObservers(Call call);
   bool clipTo(CXSize destination);
   bool canEdit() const;
-  bool decodeJpeg();
+  bool decodeJpeg(JpegAllowance& allowance);
   bool unpackToEdit();
   void replacePlanes(CXSize size, PixelBlock pixels, PixelBlock alpha);
   template <class From>

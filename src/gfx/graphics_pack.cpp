@@ -10,6 +10,11 @@
 namespace footlight {
 
 void CGraphicsObject::DeCompress() {
+  JpegAllowance allowance;
+  decompressWithin(allowance);
+}
+
+void CGraphicsObject::decompressWithin(JpegAllowance& allowance) {
   const auto size = static_cast<std::size_t>(get_data_size(width_, height_, getBpp()));
   const auto block = [](std::vector<std::byte> bytes, int bpp) { return PixelBlock(std::move(bytes), bpp); };
   switch (compression_) {
@@ -22,7 +27,7 @@ void CGraphicsObject::DeCompress() {
       compression_ = _compression::rle;
       return;
     case _compression::jpeg:
-      if (!decodeJpeg()) return;
+      if (!decodeJpeg(allowance)) return;
       break;
     default:
       return;
@@ -32,10 +37,10 @@ void CGraphicsObject::DeCompress() {
 }
 
 // Pixels of 3 or 4 bytes do not come out of JPEG data, so such an object becomes one of 16 bits per pixel.
-bool CGraphicsObject::decodeJpeg() {
+bool CGraphicsObject::decodeJpeg(JpegAllowance& allowance) {
   std::string why;
   const int bpp = getBpp() == 15 ? 15 : 16;
-  std::vector<std::byte> pixels = unpackJpeg(data_.bytes(), {width_, height_}, bpp, &why);
+  std::vector<std::byte> pixels = unpackJpeg(data_.bytes(), {width_, height_}, bpp, allowance, &why);
   if (pixels.empty()) {
     diagnose::report(diagnose::Group::file, fileName_, "", why);
     Flush();

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstring>
 #include <jpeglib.h>
+#include <utility>
 
 #include "files/file.h"
 #include "foundation/limits.h"
@@ -83,6 +84,8 @@ struct JPEG::Library {
   std::vector<std::byte>* out =
       nullptr;  // all rows; has room for them, so that nothing is moved or filled first
   PackRow pack = packRow<pixel16>;
+  JpegAllowance* allowance = nullptr;
+  int scans = 0;  // that the allowance was asked for
 
   Library();
   ~Library() { jpeg_destroy_decompress(&info); }
@@ -91,6 +94,7 @@ struct JPEG::Library {
 
   [[noreturn]] void giveUp(const char* why);
   static Library& of(j_common_ptr info) { return *static_cast<Library*>(info->client_data); }
+  void countScans();
   static void prepare(Library& library);
   static void readRows(Library& library);
 };
@@ -117,15 +121,19 @@ JPEG::Library::Library() {
   errors.emit_message = [](j_common_ptr warned, int level) {
     if (level < 0 && ++warned->err->num_warnings > kMostWarnings) of(warned).giveUp("too many faults");
   };
-  progress.progress_monitor = [](j_common_ptr working) {
-    Library& library = of(working);
-    if (library.info.input_scan_number > kMostScans) library.giveUp("too many scans");
-  };
+  progress.progress_monitor = [](j_common_ptr working) { of(working).countScans(); };
 }
 
 void JPEG::Library::giveUp(const char* why) {
   std::snprintf(message, sizeof message, "%s", why);
   std::longjmp(escape, 1);
+}
+
+void JPEG::Library::countScans() {
+  if (info.input_scan_number > kMostScans) giveUp("too many scans");
+  const int begun = info.input_scan_number - std::exchange(scans, info.input_scan_number);
+  const std::int64_t area = std::int64_t{info.image_width} * info.image_height;
+  if (begun > 0 && !allowance->take(area * begun)) giveUp("the file has too many pixels and scans");
 }
 
 void JPEG::Library::prepare(Library& library) {
@@ -160,15 +168,18 @@ JPEG::JPEG(CWindow* window, const CXString& fileName) {
     return;
   }
   file_ = std::move(*bytes);
-  open(file_);
+  open(file_, ownAllowance_);
 }
 
-JPEG::JPEG(std::span<const std::byte> data) { open(data); }
+JPEG::JPEG(std::span<const std::byte> data, JpegAllowance& allowance) { open(data, allowance); }
+
+JPEG::JPEG(std::span<const std::byte> data) { open(data, ownAllowance_); }
 
 JPEG::~JPEG() = default;
 
-void JPEG::open(std::span<const std::byte> data) {
+void JPEG::open(std::span<const std::byte> data, JpegAllowance& allowance) {
   library_ = std::make_unique<Library>();
+  library_->allowance = &allowance;
   library_->data = data;
   if (!guarded(*library_, Library::prepare)) {
     fail(library_->message);
@@ -206,8 +217,9 @@ std::vector<std::byte> JPEG::decompress(int bpp) {
   return pixels;
 }
 
-std::vector<std::byte> unpackJpeg(std::span<const std::byte> data, CXSize size, int bpp, std::string* why) {
-  JPEG picture(data);
+std::vector<std::byte> unpackJpeg(std::span<const std::byte> data, CXSize size, int bpp,
+                                  JpegAllowance& allowance, std::string* why) {
+  JPEG picture(data, allowance);
   const CXSize found(picture.getWidth(), picture.getHeight());
   std::vector<std::byte> pixels = picture.decompress(bpp);
   *why = picture.why();

@@ -6,14 +6,18 @@
 // library makes of it.
 //
 // Refused are pictures over the size limits, colours that the library does not turn into RGB, and data that
-// keep the decoder busy for nothing: more than 256 scans, more than 1,000 warnings.
+// keep the decoder busy for nothing: more than 256 scans, more than 1,000 warnings, or more pixels times
+// scans than the pictures of one file may have together (JpegAllowance).
 
+#include <algorithm>
+#include <cstdint>
 #include <memory>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "foundation/geometry.h"
+#include "foundation/limits.h"
 #include "foundation/xobject.h"
 #include "foundation/xstring.h"
 
@@ -21,11 +25,26 @@ namespace footlight {
 
 class CWindow;
 
+// What the pictures of one file may still cost, in pixels times scans: a scan takes the same time however few
+// bytes it has.
+class JpegAllowance {
+ public:
+  // False when it is used up.
+  bool take(std::int64_t scannedPixels) {
+    left_ -= std::min(left_, scannedPixels);
+    return left_ > 0;
+  }
+
+ private:
+  std::int64_t left_ = limits::kScannedPixels;
+};
+
 class JPEG : public CXObject {
  public:
   // Reads the file now; 2000 also when there is no such file.
   JPEG(CWindow* window, const CXString& fileName);
-  // Reads the header now; the data stay the caller's until the picture is decoded.
+  // Reads the header now; the data and the allowance stay the caller's until the picture is decoded.
+  JPEG(std::span<const std::byte> data, JpegAllowance& allowance);
   explicit JPEG(std::span<const std::byte> data);
   ~JPEG() override;
   JPEG(const JPEG&) = delete;
@@ -41,9 +60,10 @@ class JPEG : public CXObject {
  private:
   struct Library;
 
-  void open(std::span<const std::byte> data);
+  void open(std::span<const std::byte> data, JpegAllowance& allowance);
   void fail(const std::string& why);
 
+  JpegAllowance ownAllowance_;
   std::vector<std::byte> file_;
   std::unique_ptr<Library> library_;
   int width_ = 0;
@@ -53,6 +73,7 @@ class JPEG : public CXObject {
 
 // The pixels of JPEG data as a picture of that size: what both have is taken, the rest is black. Nothing when
 // the data cannot be read; `why` says so then.
-std::vector<std::byte> unpackJpeg(std::span<const std::byte> data, CXSize size, int bpp, std::string* why);
+std::vector<std::byte> unpackJpeg(std::span<const std::byte> data, CXSize size, int bpp,
+                                  JpegAllowance& allowance, std::string* why);
 
 }  // namespace footlight

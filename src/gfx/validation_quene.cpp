@@ -1,20 +1,25 @@
 #include "gfx/validation_quene.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace footlight {
 
 void CValidationQuene::add(CGraphicsObject* object, int priority, int flags) {
   const auto place =
       std::ranges::upper_bound(elements_, priority, {}, [](const auto& e) { return e->priority; });
-  const auto added = elements_.insert(place, std::make_unique<CValidationElement>(object, priority, flags));
+  const auto added =
+      elements_.insert(place, std::make_unique<CValidationElement>(object, priority, flags, added_++));
   known_[object] = added->get();
 }
 
 int CValidationQuene::getIndex(const CGraphicsObject* object) const {
   const CValidationElement* element = find(object);
   if (element == nullptr) return -1;
-  const auto found = std::ranges::find_if(elements_, [&](const auto& e) { return e.get() == element; });
+  closeUp();
+  const auto found =
+      std::ranges::lower_bound(elements_, std::pair(element->priority, element->number), {},
+                               [](const auto& e) { return std::pair(e->priority, e->number); });
   return static_cast<int>(found - elements_.begin());
 }
 
@@ -25,15 +30,24 @@ CValidationElement* CValidationQuene::find(const CGraphicsObject* object) const 
 }
 
 void CValidationQuene::remove(const CGraphicsObject* object) {
-  const int index = getIndex(object);
-  if (index < 0) return;
+  CValidationElement* element = find(object);
+  if (element == nullptr) return;
   known_.erase(object);
-  elements_.erase(elements_.begin() + index);
+  element->isTakenOut = true;
+  element->object = nullptr;
+  if (++takenOut_ > elements_.size() / 2) closeUp();
+}
+
+void CValidationQuene::closeUp() const {
+  if (takenOut_ == 0) return;
+  std::erase_if(elements_, [](const auto& element) { return element->isTakenOut; });
+  takenOut_ = 0;
 }
 
 void CValidationQuene::removeAll() {
   known_.clear();
   elements_.clear();
+  takenOut_ = 0;
 }
 
 CValidationElement* CValidationQuene::first() {
@@ -52,11 +66,13 @@ CValidationElement* CValidationQuene::prev() {
 }
 
 CValidationElement* CValidationQuene::atCursor() const {
+  closeUp();
   const bool inside = cursor_ >= 0 && cursor_ < getSize();
   return inside ? elements_[static_cast<std::size_t>(cursor_)].get() : nullptr;
 }
 
 void CValidationQuene::dropEnded() {
+  closeUp();
   const auto hasEnded = [](const auto& element) { return !element->object; };
   if (std::ranges::none_of(elements_, hasEnded)) return;
   std::erase_if(known_, [&](const auto& item) { return hasEnded(item.second); });

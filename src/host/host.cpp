@@ -289,6 +289,7 @@ int Host::runGame(CWindow& window, CApplication& application, const CCommandLine
   window.OnCreate();
   window.OnActivateApp(true);
   watchdog::use([this] { return !isCloseAsked() && !isTimeUp(); });
+  const std::unique_ptr<platform::ThreadTimer> hurry = keepAsking();
   takeEvents();  // controllers that are there already
   platform_->whenLost([&application] {
     if (CConfig* config = application.GetConfigInterface()) config->flush();
@@ -307,6 +308,14 @@ int Host::runGame(CWindow& window, CApplication& application, const CCommandLine
       complain("--shot: " + shot.file + ": the run ended before tick " + std::to_string(shot.tick));
   }
   return kEnded;
+}
+
+// Statements may take long, so that counting them is not enough. A run that nobody and nothing can end early
+// has no use for the thread.
+std::unique_ptr<platform::ThreadTimer> Host::keepAsking() const {
+  constexpr std::chrono::milliseconds kPeriod(20);
+  if (headless_ != nullptr && !deadline_) return nullptr;
+  return std::make_unique<platform::ThreadTimer>(kPeriod, watchdog::askSoon);
 }
 
 // Gives the last tick that ran.
@@ -329,6 +338,7 @@ std::uint32_t Host::loop(CWindow& window) {
 // happened to it.
 void Host::beginTick(std::uint32_t tick, CWindow& window) {
   if (headless_ != nullptr) headless_->clock().advance(options_.step);
+  tick_ = tick;
   if (recorder_) recorder_->setTick(tick);
   takeEvents();
   std::vector<platform::WindowEvent> events = std::exchange(waiting_, {});
@@ -347,6 +357,7 @@ void Host::takeEvents() {
 // Asked in the middle of long runs of scripts: what comes in waits for the next tick, but a closed
 // window ends them.
 bool Host::isCloseAsked() {
+  if (recorder_) recorder_->setTick(tick_ + 1);
   takeEvents();
   return std::any_of(waiting_.begin(), waiting_.end(), [](const platform::WindowEvent& event) {
     return event.kind == platform::WindowEvent::Kind::close;

@@ -15,6 +15,7 @@
 #include "platform/input_recorder.h"
 #include "platform/input_script.h"
 #include "platform/platform.h"
+#include "platform/thread_timer.h"
 #include "platform/window_event.h"
 
 namespace footlight {
@@ -64,6 +65,7 @@ class Host {
   bool areModulesSafe() const;
   int runGame(CWindow& window, CApplication& application, const CCommandLine6& commandLine);
   std::uint32_t loop(CWindow& window);
+  std::unique_ptr<platform::ThreadTimer> keepAsking() const;
   void takeEvents();
   bool isCloseAsked();
   void beginTick(std::uint32_t tick, CWindow& window);
@@ -79,6 +81,7 @@ class Host {
   std::unique_ptr<platform::InputRecorder> recorder_;
   std::vector<platform::WindowEvent> waiting_;  // taken from the platform, not yet told to the window
   std::optional<std::chrono::steady_clock::time_point> deadline_;  // of --time-limit
+  std::uint32_t tick_ = 0;
   bool diagnosed_ = false;
   bool isShotMissing_ = false;
   std::unordered_set<std::string> told_;  // the lines of reports

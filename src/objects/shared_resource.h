@@ -4,10 +4,12 @@
 // resources manager and is shared by all objects that load the same file; elsewhere, and for clones, the
 // object owns it. Either way it is referred to weakly: a resource that has gone is none.
 
+#include <type_traits>
 #include <utility>
 
 #include "files/resources_manager.h"
 #include "foundation/xobject.h"
+#include "gfx/graphics_object.h"
 
 namespace footlight {
 
@@ -27,7 +29,7 @@ class SharedResource {
 
   // In place of none: one that the object owns.
   void own(Owned<T> resource) {
-    resource_ = resource.get();
+    refer(resource.get());
     own_ = std::move(resource);
   }
 
@@ -37,7 +39,7 @@ class SharedResource {
   void take(CResourcesManager* manager, const CXString& name, Make make) {
     CFileResolver* known = manager != nullptr && name.IsString() ? manager->get(name) : nullptr;
     if (auto* shared = dynamic_cast<T*>(known); shared != nullptr) {
-      resource_ = shared;
+      refer(shared);
       return;
     }
     if (known != nullptr) manager->remove(known);  // the file is something else to others
@@ -53,13 +55,18 @@ class SharedResource {
       manager->remove(get());
     }
     own_.reset();
-    resource_ = nullptr;
+    refer(nullptr);
   }
 
   // Forgets one of the manager's, which keeps it until it ends itself.
-  void leave() { resource_ = nullptr; }
+  void leave() { refer(nullptr); }
 
  private:
+  void refer(T* resource) {
+    resource_ = resource;
+    if constexpr (std::is_base_of_v<CGraphicsObject, T>) CGraphicsObject::noteUsers();
+  }
+
   WeakRef<T> resource_;
   Owned<T> own_;  // the resource, unless a manager owns it
 };

@@ -8,6 +8,7 @@
 #include "script/mc_objects_container.h"
 #include "script/mc_runner.h"
 #include "script/melement.h"
+#include "script/watchdog.h"
 
 namespace footlight {
 
@@ -56,7 +57,7 @@ void CMC_Object::clone(int count) {
     return;
   }
   const Ref<CMC_Object> self(this);
-  for (int i = 0; i < count && !isDisposed(); ++i) {
+  for (int i = 0; i < count && !isDisposed() && watchdog::mayContinue(); ++i) {
     std::unique_ptr<CMC_Object> target = copy();
     if (!target) {
       if (diagnose::isOn()) diagnose::reportCall(diagnose::Group::object, name_.str() + " cannot be cloned");

@@ -5,6 +5,7 @@
 #include "foundation/depth.h"
 #include "foundation/limits.h"
 #include "foundation/memory_budget.h"
+#include "gfx/graphics_object.h"
 #include "gfx/window.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_groupped.h"
@@ -109,6 +110,7 @@ void CMC_ObjectsContainer::reportReplaced(const CMC_Object& object, const CMC_Ob
 void CMC_ObjectsContainer::noteName(const CMC_Object& object, int change) {
   const std::string_view name = object.getName();
   if (!object.isTemporary()) ++generation_;
+  if (object.getGraphic() != nullptr) CGraphicsObject::noteUsers();
   NameWatch::note(name, object.isTemporary());
   if (!CMC_Variable::beginsLikeNumber(name)) return;
   ownNumberNames_ += change;
@@ -227,11 +229,29 @@ CGraphicsObject* CMC_ObjectsContainer::getGraphicsObject(const CXString& name) c
 }
 
 CXString CMC_ObjectsContainer::getGraphicsObjectName(const CGraphicsObject* graphics, bool parentsToo) const {
-  for (CMC_Object* object : objects()) {
-    if (graphics != nullptr && object->getGraphic() == graphics) return object->getName();
-  }
+  if (const CMC_Object* object = objectShowing(graphics)) return object->getName();
   if (parentsToo && getParent() != nullptr) return getParent()->getGraphicsObjectName(graphics, true);
   return "UNKNOWN";
+}
+
+// What was noted serves those that it knows; some objects show what no script object took.
+const CMC_Object* CMC_ObjectsContainer::objectShowing(const CGraphicsObject* graphics) const {
+  if (graphics == nullptr) return nullptr;
+  const std::uint64_t age = CGraphicsObject::usersAge();
+  if (shown_.age != age && std::exchange(shown_.askedAge, age) == age) {
+    shown_.age = age;
+    shown_.objects.clear();
+    for (CMC_Object* object : objects()) {
+      if (const CGraphicsObject* shows = object->getGraphic()) shown_.objects.try_emplace(shows, object);
+    }
+  }
+  const auto known = shown_.age == age ? shown_.objects.find(graphics) : shown_.objects.end();
+  const CMC_Object* noted = known != shown_.objects.end() ? known->second.get() : nullptr;
+  if (noted != nullptr && noted->getGraphic() == graphics) return noted;
+  const auto& all = objects();
+  const auto found = std::find_if(all.begin(), all.end(),
+                                  [&](const CMC_Object* object) { return object->getGraphic() == graphics; });
+  return found != all.end() ? *found : nullptr;
 }
 
 CConfig* CMC_ObjectsContainer::getConfig() const { return CWindow::configOf(window_); }
@@ -390,6 +410,7 @@ void CMC_ObjectsContainer::clearNames() {
   table_.clear();
   numberNames_ -= ownNumberNames_;
   ownNumberNames_ = 0;
+  CGraphicsObject::noteUsers();
   noteScopes();
 }
 

@@ -9,6 +9,7 @@
 
 #include <memory>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "script/mc_object.h"
@@ -130,6 +131,9 @@ class CMC_ObjectsContainer : public CMC_Object {
   void takeOut(CMC_Object* object);
   void closeHoles() const;
 
+  // The first object whose picture it is; null for none.
+  const CMC_Object* objectShowing(const CGraphicsObject* graphics) const;
+
   void noteName(const CMC_Object& object, int change);
   static void noteScopes();
 
@@ -142,6 +146,14 @@ class CMC_ObjectsContainer : public CMC_Object {
   mutable std::vector<CMC_Object*> objects_;
   mutable std::size_t holes_ = 0;
   NameTable table_;
+  // The objects by their pictures, as they were at an age of CGraphicsObject::usersAge; made when an age is
+  // asked a second time.
+  struct Shown {
+    std::unordered_map<const CGraphicsObject*, WeakRef<CMC_Object>> objects;
+    std::uint64_t age = 0;
+    std::uint64_t askedAge = 0;
+  };
+  mutable Shown shown_;
   std::vector<WeakRef<CMC_Object>> departed_;
   WeakRef<CMC_ObjectsContainer> parent_;
   CWindow* window_;

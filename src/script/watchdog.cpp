@@ -20,7 +20,7 @@ bool ask() {
     statements = 0;
     return true;
   }
-  statements = kStatements;  // every further loop of the run ends at its first round
+  askSoon();  // every further loop of the run ends at its first round
   limitHit("watchdog");
   return false;
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <gtest/gtest.h>
+#include <memory>
+#include <optional>
 #include <random>
 #include <set>
 #include <sstream>
@@ -148,6 +150,28 @@ class Listener final : public CXObject, public CCollisionObserver {
   Handler handler;
 };
 
+// Hears of one object alone, and not always of the same one.
+class Narrow final : public CXObject, public CCollisionObserver {
+ public:
+  Narrow(CGraphicsObject* graphic, std::vector<std::pair<bool, CGraphicsObject*>>& heard)
+      : graphic_(graphic), heard_(heard) {}
+  std::optional<const CGraphicsObject*> onlyHears() const override { return graphic_; }
+  void onCollision(CGraphicsObject* a, CGraphicsObject*) override { hear(true, a); }
+  void onCollisionFinished(CGraphicsObject* a, CGraphicsObject*) override { hear(false, a); }
+  void trade(Narrow& other) {
+    std::swap(graphic_, other.graphic_);
+    CGraphicsObject::noteUsers();
+  }
+
+ private:
+  void hear(bool begins, CGraphicsObject* a) {
+    if (a == graphic_) heard_.emplace_back(begins, a);
+  }
+
+  CGraphicsObject* graphic_;
+  std::vector<std::pair<bool, CGraphicsObject*>>& heard_;
+};
+
 // Of all sizes, empty and wider than the screen among them, on the screen and far from it.
 std::vector<Owned<CGraphicsObject>> scatter(test::ScreenWorld& world, unsigned seed) {
   std::mt19937 chance(seed);
@@ -169,7 +193,13 @@ TEST(CollisionInspector, TellsWhatLookingAtEveryPairTells) {
     auto twins = scatter(world, seed);
     CCollisionInspector inspector;
     Listener listener(inspector, objects);
-    inspector.addNotifier(&listener);
+    std::vector<std::pair<bool, CGraphicsObject*>> heard;
+    std::vector<std::unique_ptr<Narrow>> narrow;
+    for (const auto& object : objects) {
+      narrow.push_back(std::make_unique<Narrow>(object.get(), heard));
+      inspector.addNotifier(narrow.back().get());
+      if (narrow.size() == kCount / 2) inspector.addNotifier(&listener);
+    }
     PlainWatch plain(twins);
     Handler handler(twins);
     for (const auto& object : objects) inspector.addMonitoredObject(object.get(), false);
@@ -184,6 +214,7 @@ TEST(CollisionInspector, TellsWhatLookingAtEveryPairTells) {
         twins[i]->Move(by.x, by.y);
         plain.report(i);
       }
+      narrow[chance() % kCount]->trade(*narrow[chance() % kCount]);
       inspector.tick();
       plain.tick([&](bool begins, int a, int b) {
         handler.hear(
@@ -192,6 +223,9 @@ TEST(CollisionInspector, TellsWhatLookingAtEveryPairTells) {
       });
       ASSERT_EQ(listener.handler.said.str(), handler.said.str()) << "seed " << seed << " tick " << tick;
     }
+    const std::string said = handler.said.str();
+    EXPECT_EQ(std::ssize(heard), std::count(said.begin(), said.end(), ' '))
+        << "one of the narrow hears of each";
     EXPECT_GT(handler.said.str().size(), 2000u) << "much must have happened";
   }
 }

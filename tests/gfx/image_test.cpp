@@ -9,6 +9,7 @@
 #include "foundation/byte_writer.h"
 #include "foundation/diagnose.h"
 #include "foundation/limits.h"
+#include "gfx/animo.h"
 #include "gfx/image_file.h"
 #include "gfx/img_format.h"
 #include "gfx/jpeg.h"
@@ -192,6 +193,33 @@ TEST(Jpeg, GivesAReasonForWhatItCannotRead) {
   EXPECT_EQ(JPEG(sized(1, side)).decompress(16).size(), static_cast<std::size_t>(side) * 2);
   // Data that end early are a picture all the same.
   EXPECT_EQ(JPEG(std::span(file).first(file.size() - 6)).decompress(16).size(), 256u);
+}
+
+// The frames say to be small, and few bytes keep the decoder busy for long.
+TEST(Jpeg, ShareWhatOneFileMayCost) {
+  constexpr int kSide = 4096;
+  const std::string hex = kGreyJpeg;
+  const std::size_t scanAt = hex.find("ffda");
+  std::string busy = hex.substr(0, scanAt);
+  busy.replace(busy.find("ffc0"), 18, "ffc2000b0810001000");
+  for (int i = 0; i < 30; ++i)
+    busy +=
+        "ffda0008010100000000"
+        "27ea803f";
+  AnnFile file;
+  AnnFrame frame;
+  frame.size = {2, 2};
+  frame.compression = _compression::jpeg;
+  frame.colour = fromHex(busy + "ffd9");
+  file.frames.assign(4, frame);
+
+  static_assert(limits::kScannedPixels / (std::int64_t{kSide} * kSide * 30) == 2);
+  ScreenWorld world;
+  world.open();
+  world.folder.write("busy.ann", text(writeAnn(file)));
+  CAnimo animation(world.window.get(), "busy.ann");
+  ASSERT_EQ(animation.GetNOF(), 4);
+  for (int i = 0; i < 4; ++i) EXPECT_EQ(animation.GetFrame(i)->Width(), i < 2 ? 2 : 0) << i;
 }
 
 TEST(Jpeg, IsReadByNameInTheDisplaysFormat) {

@@ -187,6 +187,15 @@ TEST_F(LimitsTest, WorkThatDoublesCanBeEnded) {
     run(work);
     EXPECT_GE(asked, 3) << work;
   }
+  int asked = 0;
+  watchdog::use([&] { return ++asked < 2; });
+  watchdog::askSoon();
+  EXPECT_TRUE(watchdog::mayContinue());
+  EXPECT_EQ(asked, 1) << "at once, and then no more";
+  EXPECT_TRUE(watchdog::mayContinue());
+  EXPECT_EQ(asked, 1);
+  watchdog::askSoon();
+  for (int i = 0; i < 3; ++i) EXPECT_FALSE(watchdog::mayContinue()) << "the rest of the run ends";
   watchdog::use({});
   EXPECT_GT(probe_->calls, 0);
 }

@@ -57,7 +57,8 @@ bool unpack(ImgPicture& picture, std::string* why) {
   const auto pixels = static_cast<std::size_t>(get_data_size(picture.size.width, picture.size.height, 8));
   if (form == _compression::jpeg) {
     picture.bpp = picture.bpp == 15 ? 15 : 16;
-    picture.colour = unpackJpeg(picture.colour, picture.size, picture.bpp, why);
+    JpegAllowance allowance;
+    picture.colour = unpackJpeg(picture.colour, picture.size, picture.bpp, allowance, why);
     if (picture.colour.empty()) return false;
   } else {
     picture.colour = unpackPlane(form, Plane::colour, picture.colour,

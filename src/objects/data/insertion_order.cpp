@@ -4,6 +4,8 @@
 #include <limits>
 #include <random>
 
+#include "script/watchdog.h"
+
 namespace footlight {
 
 namespace {
@@ -58,6 +60,7 @@ class InsertionTree {
     nodes_.reserve(values.size());
     std::minstd_rand weights;
     for (CMC_Variable* value : values) {
+      if (!watchdog::mayContinue()) return;
       const Reading& reading = readings_.emplace_back(*value);
       const Greatest own = ownOf(value->getType(), reading);
       nodes_.push_back({own, own, weights(), kNone, kNone});

@@ -13,7 +13,7 @@
 namespace footlight {
 
 // The places that the values had before, in their new order. None of them may be null; they must be of the
-// four value types.
+// four value types. Fewer than all when the watchdog ends the run meanwhile.
 std::vector<int> insertionOrder(std::span<CMC_Variable* const> values);
 
 }  // namespace footlight

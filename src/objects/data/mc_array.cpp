@@ -82,10 +82,14 @@ bool CMC_Array::isInBudget(std::int64_t count, const CMC_Variable& value) {
   return count <= 0 || memory::hasRoom(count * each);
 }
 
+bool CMC_Array::isMemoryFor(std::size_t count) {
+  return memory::hasRoom(static_cast<std::int64_t>(count * sizeof(ArrayValue)));
+}
+
 bool CMC_Array::add(CMC_Variable* value) { return insertAt(size(), value); }
 
 bool CMC_Array::insert(int index, ArrayValue value) {
-  if (index < 0 || index > size() || !hasRoom(1)) return false;
+  if (index < 0 || index > size() || !hasRoom(1) || !mayGrow()) return false;
   items_.insert(place(index), std::move(value));
   return true;
 }
@@ -95,7 +99,7 @@ bool CMC_Array::insertAt(int index, CMC_Variable* value) {
 }
 
 bool CMC_Array::changeAt(int index, CMC_Variable* value) {
-  if (!isIn(index) || value == nullptr) return false;
+  if (!isIn(index) || value == nullptr || !isInBudget(1, *value)) return false;
   items_[place(index)] = ArrayValue(*value);
   return true;
 }
@@ -108,7 +112,9 @@ bool CMC_Array::operate(int index, CMC_Variable* operand, Operation operation) {
   if (left && right) {
     item = calculate(left, operation, right);
   } else {
-    item = ArrayValue(*item.variable()->calculate(operand, operation));
+    const Ref<CMC_Variable> outcome(item.variable()->calculate(operand, operation));
+    if (!isInBudget(1, *outcome)) return false;
+    item = ArrayValue(*outcome);
   }
   return true;
 }
@@ -182,6 +188,7 @@ void CMC_Array::sortMixed(bool ascending) {
   }
   std::vector<CMC_Variable*> sorted;
   for (const int at : insertionOrder(order)) sorted.push_back(order[place(at)]);
+  if (sorted.size() < order.size()) return;  // the run ends
   if (!ascending) reverseKeepingTies(sorted);
   items_.clear();
   for (CMC_Variable* variable : sorted) items_.add(ArrayValue(*variable));

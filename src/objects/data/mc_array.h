@@ -39,7 +39,7 @@ class CMC_Array : public CMC_Object, public CMC_ValueList {
   // Append or insert a copy; false when nothing was added. `insertAt` takes the size as an index too.
   bool add(CMC_Variable* value) override;
   bool add(Number value) {
-    if (!hasRoom(1)) return false;
+    if (!hasRoom(1) || !mayGrow()) return false;
     items_.add(value);
     return true;
   }
@@ -90,6 +90,9 @@ class CMC_Array : public CMC_Object, public CMC_ValueList {
   CMC_Array(const CMC_Array& other);
   CWindow* window() const;
   static std::size_t place(int index) { return static_cast<std::size_t>(index); }
+  // False when the next element would need more memory than there is.
+  bool mayGrow() const { return !items_.isFull() || isMemoryFor(items_.size()); }
+  static bool isMemoryFor(std::size_t count);
   bool insert(int index, ArrayValue value);
   // True where sorting need not insert one by one: all of one type, and each equal to itself.
   bool hasCommonOrder() const;

@@ -13,6 +13,7 @@
 #include "script/mc_expression.h"
 #include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
+#include "script/watchdog.h"
 
 namespace footlight {
 
@@ -134,7 +135,7 @@ Result findAll(CMC_Array& array, Call& call) {
   auto* target = call.named<CMC_Array>(0);
   const int count = array.size();  // the target may be the array itself
   int total = 0;
-  for (int argument = 1; argument < call.count(); ++argument) {
+  for (int argument = 1; argument < call.count() && watchdog::ask(); ++argument) {
     const Ref<CMC_Variable> wanted = value(call, argument);
     for (int i = 0; i < std::min(count, array.size()); ++i) {
       if (!array.at(i)->equals(wanted.get())) continue;
@@ -197,8 +198,7 @@ Result dir(CMC_Array& array, Call& call) {
   const CXString pattern = call.text(1);
   const CXString before = CFile::getCurrentDirectory();
   CFolder folder(window);
-  if (!folder.GoTo(path)) return {};
-  const std::vector<CXString> names = folder.list(pattern);
+  const std::vector<CXString> names = folder.GoTo(path) ? folder.list(pattern) : std::vector<CXString>();
   CFile::chDir(before);
   if (!array.hasRoom(static_cast<std::int64_t>(names.size()))) return {};
   for (const CXString& name : names) array.add(Factory::makeString(path + name).get());
@@ -233,7 +233,7 @@ template <Operation O>
 Result onAll(CMC_Array& array, Call& call) {
   const Ref<CMC_Variable> operand = value(call, 0);
   const int count = array.size();  // handlers may add more
-  for (int i = 0; i < count; ++i) {
+  for (int i = 0; i < count && watchdog::mayContinue(); ++i) {
     if (array.operate(i, operand.get(), O)) array.changed(i);
   }
   return {};

@@ -27,6 +27,7 @@ class CMC_Graphic : public CMC_Object, public CCollisionObserver, public CMouseL
   // Signals when the graphic begins and ends to touch another one that the scene watches.
   void monitorCollisions(bool useAlpha);
   virtual void removeCollisionsMonitoring();
+  std::optional<const CGraphicsObject*> onlyHears() const override { return getGraphic(); }
 
  protected:
   static constexpr int kOffScreen = -1;  // the priority of what is not on the screen

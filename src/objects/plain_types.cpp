@@ -19,10 +19,6 @@ constexpr auto kCanvasSignals = withSignals({
     {"ONCLICK", "It was clicked."},
     {"ONRELEASE", "A mouse button was released over it."},
 });
-constexpr auto kSequenceSignals = withSignals({
-    {"ONSTARTED", "It begins."},
-    {"ONFINISHED", "It has ended."},
-});
 constexpr auto kTextSignals = withSignals({
     {"ONCOLLISION", "It begins to touch another picture."},
     {"ONCOLLISIONFINISHED", "It ends to touch another picture."},
@@ -62,16 +58,6 @@ extern constinit const ScriptType kFontType = {
     .meaning = "The letters of texts.",
     .pass = 5,
     .signals = kSignalsOfAll,
-};
-
-extern constinit const ScriptType kSequenceType = {
-    .number = 2004,
-    .idWord = "SEQUENCE",
-    .stringWord = "SEQUENCE",
-    .definitionWord = "SEQUENCE",
-    .meaning = "Animations and sounds one after the other.",
-    .pass = 6,
-    .signals = kSequenceSignals,
 };
 
 extern constinit const ScriptType kTextType = {

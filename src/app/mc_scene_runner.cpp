@@ -255,8 +255,7 @@ Result resumeSeqOnly(CMC_Scene& scene, Call& call) {
   for (CMC_Object* object : scene.getObjectsOfType(type::kSequence)) sequences.emplace_back(object);
   for (const Ref<CMC_Object>& object : sequences) {
     CPlayable* sequence = object->isDisposed() ? nullptr : sequenceOf(object.get());
-    const bool goesOn =
-        sequence != nullptr && sequence->isPaused() && holdsText(*array, object->getName());
+    const bool goesOn = sequence != nullptr && sequence->isPaused() && holdsText(*array, object->getName());
     if (goesOn) sequence->resume();
   }
   return {};

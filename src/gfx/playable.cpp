@@ -36,8 +36,8 @@ int CPlayable::next() {
 
 void CPlayable::addObserver(CPlayableObserver* observer, CXObject* object) {
   std::erase_if(observers_, [](const PlayableObserver& entry) { return !entry.object; });
-  const bool isListed =
-      std::ranges::any_of(observers_, [&](const PlayableObserver& entry) { return entry.observer == observer; });
+  const bool isListed = std::ranges::any_of(
+      observers_, [&](const PlayableObserver& entry) { return entry.observer == observer; });
   if (!isListed) observers_.push_back({observer, object});
 }
 

@@ -49,21 +49,36 @@ class Reader {
     const std::string_view value = line.next();
     using Elements = CTreeSequenceElements;
     switch (key) {
-      case SequenceKey::type: return elements_.setType(entry, value, observer_);
-      case SequenceKey::fileName: return Elements::setFileName(entry, value);
-      case SequenceKey::event: return Elements::setEvent(entry, value);
-      case SequenceKey::show: return Elements::show(entry, true);
-      case SequenceKey::hide: return Elements::show(entry, false);
-      case SequenceKey::mode: return Elements::setMode(entry, value);
-      case SequenceKey::sequenceEvent: return Elements::addSequenceEvent(entry, value, line.next());
-      case SequenceKey::animation: return elements_.setAnimoFN(entry, value);
-      case SequenceKey::sound: return elements_.setWAVFN(entry, value);
-      case SequenceKey::starting: return Elements::setStarting(entry, value);
-      case SequenceKey::ending: return Elements::setEnding(entry, value);
-      case SequenceKey::prefix: return Elements::setPrefix(entry, value);
-      case SequenceKey::add: return elements_.addTo(entry, value.empty() ? kUsualParent : value);
-      case SequenceKey::sequence: return;
-      case SequenceKey::wait: return Elements::setWaitMode(entry, value);
+      case SequenceKey::type:
+        return elements_.setType(entry, value, observer_);
+      case SequenceKey::fileName:
+        return Elements::setFileName(entry, value);
+      case SequenceKey::event:
+        return Elements::setEvent(entry, value);
+      case SequenceKey::show:
+        return Elements::show(entry, true);
+      case SequenceKey::hide:
+        return Elements::show(entry, false);
+      case SequenceKey::mode:
+        return Elements::setMode(entry, value);
+      case SequenceKey::sequenceEvent:
+        return Elements::addSequenceEvent(entry, value, line.next());
+      case SequenceKey::animation:
+        return elements_.setAnimoFN(entry, value);
+      case SequenceKey::sound:
+        return elements_.setWAVFN(entry, value);
+      case SequenceKey::starting:
+        return Elements::setStarting(entry, value);
+      case SequenceKey::ending:
+        return Elements::setEnding(entry, value);
+      case SequenceKey::prefix:
+        return Elements::setPrefix(entry, value);
+      case SequenceKey::add:
+        return elements_.addTo(entry, value.empty() ? kUsualParent : value);
+      case SequenceKey::sequence:
+        return;
+      case SequenceKey::wait:
+        return Elements::setWaitMode(entry, value);
     }
   }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// Owns the playables of a sequence, and ends them all at once, whatever ties there are between them. Sounds and
-// animations of a resources manager are not among them.
+// Owns the playables of a sequence, and ends them all at once, whatever ties there are between them. Sounds
+// and animations of a resources manager are not among them.
 
 #include <vector>
 

@@ -1,8 +1,8 @@
 #pragma once
 
 // The lines of a sequence file. Words stand between blanks, equals signs and colons, in whatever mixture. A
-// line declares an element, NAME=ELEMENT, or says something of one, ELEMENT:KEY=VALUES; all words are compared
-// exactly. What begins with "#" is a comment.
+// line declares an element, NAME=ELEMENT, or says something of one, ELEMENT:KEY=VALUES; all words are
+// compared exactly. What begins with "#" is a comment.
 
 #include <cstdint>
 #include <string_view>

@@ -68,8 +68,7 @@ void CSpeakingAnimation::setAnimation(const CXString& name) {
 void CSpeakingAnimation::apply(const CXString& name) {
   if (CSound4* own = cast_ != nullptr ? cast_->sound(name) : nullptr) return apply(own);
   apply(static_cast<CPlayable*>(nullptr));
-  file_.take(resources_, name,
-             [&] { return Owned<CSound4>(new CSound4(window_, name, true, false)); });
+  file_.take(resources_, name, [&] { return Owned<CSound4>(new CSound4(window_, name, true, false)); });
   sound_ = file_.get();
 }
 

@@ -4,8 +4,8 @@
 // other by chance. An event may go before the speech, and one may end it. The end is told once, however it
 // comes. A figure without an animation, or with one that has no events, speaks without pictures.
 //
-// Which events: with a prefix those named PREFIX_..., else those that begin with a digit; letter case does not
-// matter. Behind the prefix START, END and STOP are reserved.
+// Which events: with a prefix those named PREFIX_..., else those that begin with a digit; letter case does
+// not matter. Behind the prefix START, END and STOP are reserved.
 
 #include "sequence/figure_link.h"
 #include "sound/sound4.h"

@@ -88,7 +88,8 @@ Stage::Stage(const std::string& text, const std::string& definitions) {
 
 void Stage::listen() {
   const std::string log = text("LOG");
-  if (log.size() > log_.size() || !log.starts_with(log_)) {
+  if (!log.starts_with(log_)) log_.clear();  // the scene was left
+  if (log.size() > log_.size()) {
     heard_ += (heard_.empty() ? "" : " ") + std::to_string(tick_) + log.substr(log_.size());
   }
   log_ = log;

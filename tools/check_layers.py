@@ -18,6 +18,7 @@ LAYERS = [
     ["files"],
     ["gfx"],
     ["sound", "text", "input"],
+    ["sequence"],
     ["script", "net"],
     ["objects", "app"],
     ["host"],

@@ -12,11 +12,14 @@
 #include "gfx/animation_manager.h"
 #include "gfx/window.h"
 #include "input/hot_spot.h"
+#include "objects/data/mc_array.h"
 #include "objects/gfx/mc_animo.h"
+#include "objects/sound/mc_sequence.h"
 #include "objects/system/mc_timer.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_groupped.h"
 #include "script/mc_runner.h"
+#include "script/mc_variable.h"
 #include "script/mc_variable_factory.h"
 #include "script/watchdog.h"
 #include "sound/sound_manager.h"
@@ -176,9 +179,18 @@ Result getObjects(CMC_Scene& scene, Call& call) {
   return {};
 }
 
-// Sequences are not there yet: none plays, none is paused.
-Result nothing(CMC_Scene& /*scene*/, Call& /*call*/) {
-  diagnose::reportCall(diagnose::Group::method, "does nothing in this build");
+// The tree of a sequence of the scene, null for one that is not loaded.
+CPlayable* sequenceOf(CMC_Object* object) { return object_cast<CMC_Sequence>(object)->getLoadedSequence(); }
+
+Result getPlayingSeq(CMC_Scene& scene, Call& call) {
+  auto* array = call.named<CMC_Array>(0);
+  if (array == nullptr) return {};
+  array->removeAll();
+  for (CMC_Object* object : scene.getObjectsOfType(type::kSequence)) {
+    const CPlayable* sequence = sequenceOf(object);
+    CMC_String name(object->getName());
+    if (sequence != nullptr && sequence->isPlaying()) array->add(&name);
+  }
   return {};
 }
 
@@ -230,6 +242,26 @@ Result resumeOnly(CMC_Scene& scene, Call& call) {
   return {};
 }
 
+bool holdsText(const CMC_Array& array, const CXString& text) {
+  for (int i = 0; i < array.size(); ++i) {
+    if (array.at(i)->toString() == text) return true;
+  }
+  return false;
+}
+
+Result resumeSeqOnly(CMC_Scene& scene, Call& call) {
+  const Ref<CMC_Array> array(call.named<CMC_Array>(0));
+  if (!array) return {};
+  std::vector<Ref<CMC_Object>> sequences;
+  for (CMC_Object* object : scene.getObjectsOfType(type::kSequence)) sequences.emplace_back(object);
+  for (const Ref<CMC_Object>& object : sequences) {
+    CPlayable* sequence = object->isDisposed() ? nullptr : sequenceOf(object.get());
+    const bool goesOn = sequence != nullptr && sequence->isPaused() && holdsText(*array, object->getName());
+    if (goesOn) sequence->resume();
+  }
+  return {};
+}
+
 Result isPaused(CMC_Scene& /*scene*/, Call& /*call*/) { return Factory::makeBool(CWindow::isPaused()); }
 
 // Hot spots and time
@@ -266,8 +298,8 @@ constexpr Method kMethods[] = {
     {2, "STOPMUSIC", "", method<stopMusic>, "Stops the music."},
     {3, "GETDRAGGEDNAME", "-> text", method<getDraggedName>,
      "The name of the picture that is being dragged, empty for none."},
-    {4, "GETPLAYINGSEQ", "array:name", method<nothing>,
-     "Fills an ARRAY with the names of the sequences that play. Does nothing in this build."},
+    {4, "GETPLAYINGSEQ", "array:name", method<getPlayingSeq>,
+     "Fills an ARRAY with the names of the sequences that play."},
     {5, "RUN", "object:name, method:text, [arguments:value...] -> value", method<run>,
      "Calls a method of an object by their names, with the arguments; gives what it gives."},
     {6, "RUNCLONES", "object:name, from:int, to:int, code:code, [arguments:text...]", method<runClones>,
@@ -309,8 +341,8 @@ constexpr Method kMethods[] = {
      "Fills a GROUP with the TIMERs of the scene that are enabled."},
     {32, "GETOBJECTS", "group:name, type:type", method<getObjects>,
      "Fills a GROUP with all objects of the scene of that type."},
-    {33, "RESUMESEQONLY", "array:name", method<nothing>,
-     "Lets the paused sequences go on whose names an ARRAY holds. Does nothing in this build."},
+    {33, "RESUMESEQONLY", "array:name", method<resumeSeqOnly>,
+     "Lets the paused sequences go on whose names an ARRAY holds."},
 };
 
 }  // namespace

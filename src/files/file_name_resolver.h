@@ -1,6 +1,6 @@
 #pragma once
 
-// Splits one path into its parts. It looks at no disk. Sequences will find their own files with it.
+// Splits one path into its parts. It looks at no disk.
 
 #include <vector>
 

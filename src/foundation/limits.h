@@ -57,6 +57,7 @@ inline constexpr int kPoolSlots = 65536;  // of one type
 inline constexpr int kNameBytes = 4096;   // longer names are not found
 inline constexpr int kClassFiles =
     usualOrSmall(64, 8);  // base files of one class, and classes within classes
+inline constexpr int kSequenceParts = usualOrSmall(65536, 256);  // elements, places and files of a sequence
 inline constexpr int kHistoryEntries = usualOrSmall(65536, 64);  // sub-scenes remembered for BACK
 inline constexpr int kInputEvents = 4096;                        // queued, of one device
 inline constexpr int kUnloadRounds = 3;       // sweeps for objects that ONDONE handlers add

@@ -18,7 +18,7 @@ void CXRandom::seed(std::uint32_t value) { base_ = state_ = value; }
 std::int32_t CXRandom::next() {
   // A 32-bit counter with a strong mixer: Steele, Lea and Flood, "Fast Splittable Pseudorandom Number
   // Generators", with the 32-bit finaliser of MurmurHash3.
-  std::uint32_t z = state_ += 0x9E3779B9U;
+  std::uint32_t z = state_ += kStep;
   z = (z ^ (z >> 16)) * 0x85EBCA6BU;
   z = (z ^ (z >> 13)) * 0xC2B2AE35U;
   return static_cast<std::int32_t>((z ^ (z >> 16)) & 0x7FFFFFFFU);

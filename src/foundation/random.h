@@ -17,6 +17,8 @@ class CXRandom {
   static void seed(std::uint32_t value);
   // The next number of the generator, 0 to 2^31 - 1.
   static std::int32_t next();
+  // Leaves out that many numbers, as if they had been drawn.
+  static void skip(std::uint32_t count) { state_ += count * kStep; }
   // 0 to n - 1; 0 when n is 0 or less.
   static int random(int n);
   // low to low + n - 1; low when n is 0 or less.
@@ -26,6 +28,8 @@ class CXRandom {
   static std::vector<int> random_vector(int low, int n, int count, bool unique);
 
  private:
+  static constexpr std::uint32_t kStep = 0x9E3779B9U;
+
   static inline std::uint32_t base_ = 1;
   static inline std::uint32_t state_ = 1;
 };

@@ -35,14 +35,14 @@ int CPlayable::next() {
 }
 
 void CPlayable::addObserver(CPlayableObserver* observer, CXObject* object) {
-  std::erase_if(observers_, [](const Observer& entry) { return !entry.object; });
-  const bool isListed =
-      std::ranges::any_of(observers_, [&](const Observer& entry) { return entry.observer == observer; });
+  std::erase_if(observers_, [](const PlayableObserver& entry) { return !entry.object; });
+  const bool isListed = std::ranges::any_of(
+      observers_, [&](const PlayableObserver& entry) { return entry.observer == observer; });
   if (!isListed) observers_.push_back({observer, object});
 }
 
 void CPlayable::removeNotifier(const CPlayableObserver* observer) {
-  std::erase_if(observers_, [&](const Observer& entry) { return entry.observer == observer; });
+  std::erase_if(observers_, [&](const PlayableObserver& entry) { return entry.observer == observer; });
 }
 
 bool CPlayable::notify(int kind) {
@@ -52,10 +52,10 @@ bool CPlayable::notify(int kind) {
       &CPlayableObserver::onPlayableFinished, &CPlayableObserver::onPlayableResumed};
   if (kind < kStarted || kind > kResumed) return true;
   const Ref<CXObject> self(asObject());
-  std::vector<Observer> snapshot = observers_;
+  std::vector<PlayableObserver> snapshot = observers_;
   if (generic_.object) snapshot.push_back(generic_);
   bool answer = true;
-  for (const Observer& entry : snapshot) {
+  for (const PlayableObserver& entry : snapshot) {
     const Ref<CXObject> object(entry.object.get());
     if (object) answer = (entry.observer->*kOperations[kind - 1])(this);
   }

@@ -31,6 +31,18 @@ class CPlayableObserver {
   virtual bool onPlayableResumed(CPlayable* /*playable*/) { return false; }
 };
 
+// An observer, and the engine object whose end ends the observing.
+struct PlayableObserver {
+  PlayableObserver() = default;
+  template <class T>
+  PlayableObserver(T* itsObserver) : observer(itsObserver), object(itsObserver) {}
+  PlayableObserver(CPlayableObserver* itsObserver, CXObject* itsObject)
+      : observer(itsObserver), object(itsObject) {}
+
+  CPlayableObserver* observer = nullptr;
+  WeakRef<CXObject> object;
+};
+
 // Names of events and a text for each.
 class CPlayableEvents {
  public:
@@ -122,10 +134,7 @@ class CPlayable : public CFileResolver {
   }
   void removeNotifier(const CPlayableObserver* observer);
   void clearNotifiers() { observers_.clear(); }
-  template <class T>
-  void setGenericNotifier(T* observer) {
-    generic_ = {observer, observer};
-  }
+  void setGenericNotifier(PlayableObserver observer) { generic_ = std::move(observer); }
 
   void addEvent(CXString name, CXString value) { events_.addEvent(std::move(name), std::move(value)); }
   void setParameter(const CXString& name, const CXString& value) { events_.setParameter(name, value); }
@@ -147,13 +156,9 @@ class CPlayable : public CFileResolver {
   void setStatus(int status) { playableStatus_ = status; }
   void setType(int type) { type_ = type; }
   void setPlace(int place) { place_ = place; }
+  int place() const { return place_; }
 
  private:
-  struct Observer {
-    CPlayableObserver* observer = nullptr;
-    WeakRef<CXObject> object;
-  };
-
   void addObserver(CPlayableObserver* observer, CXObject* object);
 
   int type_ = 0;
@@ -171,8 +176,8 @@ class CPlayable : public CFileResolver {
   int panning_ = 0;
   int frequency_ = 0;
   CPlayable* parent_ = nullptr;
-  Observer generic_;
-  std::vector<Observer> observers_;
+  PlayableObserver generic_;
+  std::vector<PlayableObserver> observers_;
 };
 
 }  // namespace footlight

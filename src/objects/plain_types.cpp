@@ -19,10 +19,6 @@ constexpr auto kCanvasSignals = withSignals({
     {"ONCLICK", "It was clicked."},
     {"ONRELEASE", "A mouse button was released over it."},
 });
-constexpr auto kSequenceSignals = withSignals({
-    {"ONSTARTED", "It begins."},
-    {"ONFINISHED", "It has ended."},
-});
 constexpr auto kNetServerSignals = withSignals({
     {"ONNEWPLAYER", "A player has come."},
     {"ONDESTROYPLAYER", "A player has gone."},
@@ -42,16 +38,6 @@ constexpr auto kScrollSignals = withSignals({
 });
 
 }  // namespace
-
-extern constinit const ScriptType kSequenceType = {
-    .number = 2004,
-    .idWord = "SEQUENCE",
-    .stringWord = "SEQUENCE",
-    .definitionWord = "SEQUENCE",
-    .meaning = "Animations and sounds one after the other.",
-    .pass = 6,
-    .signals = kSequenceSignals,
-};
 
 extern constinit const ScriptType kNetPeerType = {
     .number = type::kNetPeer,

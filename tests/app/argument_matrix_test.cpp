@@ -18,6 +18,7 @@
 #include "objects/input/mc_joystick.h"
 #include "objects/input/mc_keyboard.h"
 #include "objects/input/mc_mouse.h"
+#include "objects/sound/mc_sequence.h"
 #include "objects/sound/mc_sound.h"
 #include "objects/system/mc_cnv_loader.h"
 #include "objects/system/mc_system.h"
@@ -73,6 +74,7 @@ constexpr Target kTargets[] = {
     {type::kEditBox, "BOX",
      "DEF:BOX(TYPE=EDITBOX|RECT=0,0,40,20|TEXT=ab|FONT=NONE|ONCHANGED=CODE|ONFOCUSON=CODE|ONFOCUSOFF=CODE)"},
     {type::kSound, "BELL", "DEF:BELL(TYPE=SOUND|FILENAME=A.WAV|ONSTARTED=CODE|ONFINISHED=CODE)"},
+    {type::kSequence, "TALE", "DEF:TALE(TYPE=SEQUENCE|FILENAME=TALE.SEQ|ONSTARTED=CODE|ONFINISHED^A=CODE)"},
     {type::kRandom, "RANDOM", ""},
     {type::kSystem, "SYSTEM", ""},
     {type::kCnvLoader, "CNVLOADER", ""},
@@ -124,6 +126,9 @@ Disk game() {
   disk["C:\\GAME\\Common\\classes\\KIND.cnv"] =
       contentOf("DEF:OWN(TYPE=INTEGER)\nDEF:CONSTRUCTOR(TYPE=BEHAVIOUR|CODE={OWN^ADD($1);})\n");
   disk["C:\\GAME\\Wavs\\A.WAV"] = contentOf(test::waveFile(300));
+  disk[dane + "TALE.SEQ"] = contentOf(
+      "NAME=TALE\nTALE:TYPE=SEQUENCE\nTALE:MODE=PARAMETER\nTALE:SEQEVENT=12abc=xX1\nNAME=A\n"
+      "A:FILENAME=A.WAV\nA:TYPE=SIMPLE\nA:ADD=TALE\nNAME=B\nB:TYPE=SPEAKING\nB:WAVFN=A.WAV\nB:ADD=TALE\n");
   return disk;
 }
 

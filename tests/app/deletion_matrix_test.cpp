@@ -114,6 +114,17 @@ constexpr Signal kSignals[] = {
     {"ONFINISHED of a SOUND", "TYPE=SOUND|FILENAME=A.WAV|FLUSHAFTERPLAYED=TRUE", "ONFINISHED",
      "HERO^PLAY();"},
     {"ONRESUMED", "TYPE=SOUND|FILENAME=A.WAV", "ONRESUMED", "HERO^PLAY();HERO^PAUSE();HERO^RESUME();"},
+    {"ONSTARTED of a SEQUENCE", "TYPE=SEQUENCE|FILENAME=HERO.SEQ", "ONSTARTED", "HERO^PLAY(\"E\",\"1\");"},
+    {"ONSTARTED of its picture", "TYPE=SEQUENCE|FILENAME=HERO.SEQ", "ONSTARTED^PIC",
+     "HERO^PLAY(\"E\",\"1\");"},
+    {"ONFINISHED of its picture", "TYPE=SEQUENCE|FILENAME=HERO.SEQ", "ONFINISHED^PIC",
+     "HERO^PLAY(\"E\",\"1\");"},
+    {"ONSTARTED of its sound", "TYPE=SEQUENCE|FILENAME=HERO.SEQ", "ONSTARTED^SND", "HERO^PLAY(\"E\",\"2\");"},
+    {"ONFINISHED of a SEQUENCE", "TYPE=SEQUENCE|FILENAME=HERO.SEQ", "ONFINISHED", "HERO^PLAY(\"E\",\"2\");"},
+    {"ONSTARTED of its speaker", "TYPE=SEQUENCE|FILENAME=HERO.SEQ", "ONSTARTED^TALK",
+     "HERO^PLAY(\"E\",\"3\");"},
+    {"ONFINISHED of its speaker", "TYPE=SEQUENCE|FILENAME=HERO.SEQ", "ONFINISHED^TALK",
+     "HERO^PLAY(\"E\",\"3\");"},
     {"ONUPDATE", "TYPE=CANVAS_OBSERVER", "ONUPDATE", "HERO^ENABLENOTIFY(TRUE);"},
     {"ONUPDATED", "TYPE=CANVAS_OBSERVER", "ONUPDATED", "HERO^ENABLENOTIFY(TRUE);"},
     {"ONINIT of the scene", "SCENE", "ONINIT", ""},
@@ -161,6 +172,7 @@ constexpr Act kActs[] = {
     {"deletes the instance", "HERO^DELETE(\"ONE\");"},
     {"hides and loads a picture", "HERO^HIDE();HERO^LOAD(\"B.IMG\");HERO^SHOW();"},
     {"stops and plays", "HERO^STOP();HERO^LOAD(\"A.WAV\");HERO^PLAY();"},
+    {"removes what a sequence plays", "MAIN^REMOVE(\"FIGURE\");MAIN^REMOVE(\"VOICE\");"},
     {"removes a picture of others", "MAIN^REMOVE(\"WALL\");HERO^DISABLE();"},
     {"stops", "@BREAK();", true},
     {"ends the run", "@ONEBREAK();", true},
@@ -176,9 +188,15 @@ constexpr const char* kMain =
     "DEF:OTHER(TYPE=INTEGER|ONCHANGED=LISTENER)\nDEF:LISTENER(TYPE=BEHAVIOUR|CODE={OTHERS^INC();})\n"
     "DEF:OTHERS(TYPE=INTEGER)\nDEF:CREW(TYPE=GROUP)\nDEF:MOUSE(TYPE=MOUSE)\n"
     "DEF:WALL(TYPE=IMAGE|FILENAME=B.IMG|TOCANVAS=TRUE|MONITORCOLLISION=TRUE)\n"
+    "DEF:FIGURE(TYPE=ANIMO|FILENAME=FIGURE.ANN|FPS=60)\nDEF:VOICE(TYPE=SOUND|FILENAME=VOICE.WAV)\n"
     "DEF:HOLDS(TYPE=CONDITION|OPERAND1=1|OPERATOR=EQUAL|OPERAND2=1)\n"
     "DEF:BOTH(TYPE=COMPLEXCONDITION|CONDITION1=HERO|OPERATOR=AND|CONDITION2=HERO)\n"
     "DEF:GUARDED(TYPE=BEHAVIOUR|CODE={OTHER^INC();}|CONDITION=HERO)\n";
+constexpr const char* kSequence =
+    "NAME=HERO\nHERO:TYPE=SEQUENCE\nHERO:MODE=PARAMETER\nHERO:SEQEVENT=E=1\n"
+    "NAME=PIC\nPIC:FILENAME=FIGURE\nPIC:TYPE=SIMPLE\nPIC:ADD=HERO\n"
+    "NAME=SND\nSND:FILENAME=A.WAV\nSND:TYPE=SIMPLE\nSND:ADD=HERO\n"
+    "NAME=TALK\nTALK:TYPE=SPEAKING\nTALK:ANIMOFN=FIGURE\nTALK:WAVFN=VOICE\nTALK:ADD=HERO\n";
 constexpr const char* kExtra =
     "DEF:EXTRA(TYPE=INTEGER|ONDONE={OTHER^INC();})\n"
     "DEF:RELEASER(TYPE=BEHAVIOUR|CODE={CNVLOADER^RELEASE(\"EXTRA.cnv\");OTHER^INC();})\n";
@@ -290,7 +308,9 @@ Disk Cell::disk() const {
   disk[dane + "MAIN.cnv"] = contentOf(handlerText + (isOnMain ? hero() : "") + kMain);
   disk[dane + "A.IMG"] = disk[dane + "B.IMG"] = contentOf(picture());
   disk[dane + "A.ANN"] = contentOf(animation());
-  disk["C:\\GAME\\Wavs\\A.WAV"] = contentOf(test::waveFile(700));
+  disk[dane + "FIGURE.ANN"] = contentOf(animation());
+  disk[dane + "HERO.SEQ"] = contentOf(kSequence);
+  disk["C:\\GAME\\Wavs\\A.WAV"] = disk["C:\\GAME\\Wavs\\VOICE.WAV"] = contentOf(test::waveFile(700));
   disk[dane + "AFTER.cnv"] = contentOf("DEF:QUIET(TYPE=INTEGER)\n");
   disk[dane + "LAST.cnv"] = contentOf("DEF:QUIET(TYPE=INTEGER)\n");
   disk[dane + "HERO.cnv"] = contentOf(isLoaded ? hero() : std::string());

@@ -102,9 +102,17 @@ def behave_as_buttons():
         (folder / f"{name}.ann").write_bytes(ann(events, frames))
 
 
+def speak():
+    names = ("START", "END", "1", "2", "SAY_1", "SAY_2", "SAY_STOP")
+    folder = GAMES / "sequences_hand_over" / "Dane" / "MAIN"
+    frames = [frame(8, 6, 10 * i, 5, 0x1111 * (i + 1)) for i in range(2)]
+    (folder / "figure.ann").write_bytes(ann([event(name, [0, 1]) for name in names], frames))
+
+
 if __name__ == "__main__":
     play_by_their_events()
     answer_their_methods()
     take_their_course()
     behave_as_buttons()
     are_backgrounds()
+    speak()

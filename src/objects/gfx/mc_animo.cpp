@@ -67,8 +67,7 @@ void CMC_Animo::giveBack() {
 }
 
 void CMC_Animo::tellSequences(CAnimo* animo) {
-  const std::vector<CPlayable*> sequences = seqs_;
-  for (CPlayable* sequence : sequences) sequence->substAnimation(animo);
+  for (CPlayable* sequence : seqs_) sequence->substAnimation(animo);
 }
 
 std::unique_ptr<CMC_Object> CMC_Animo::copy() const {

@@ -4,11 +4,12 @@
 // collisions and the mouse over it into signals, and lets an animation with events of the right names behave
 // as a button. An animation that has gone is none, and every operation on it is left out.
 
-#include <vector>
+#include <unordered_set>
 
 #include "gfx/animo6.h"
 #include "objects/gfx/mc_graphic.h"
 #include "objects/shared_resource.h"
+#include "sequence/sequence_cast.h"
 
 namespace footlight {
 
@@ -27,7 +28,7 @@ enum class AnimoSignal {
   count
 };
 
-class CMC_Animo : public CMC_Graphic, public CPlayableObserver {
+class CMC_Animo : public CMC_Graphic, public CPlayableObserver, public CSequenceFigure {
  public:
   // With an empty animation, of no name.
   explicit CMC_Animo(CMC_ObjectsContainer* container);
@@ -39,15 +40,16 @@ class CMC_Animo : public CMC_Graphic, public CPlayableObserver {
   static bool isTypeOf(int type) { return type == type::kAnimo; }
 
   // The animation, or null.
-  CAnimo6* getAnimo() const { return animo_.get(); }
+  CAnimo6* getAnimo() const override { return animo_.get(); }
   CGraphicsObject* getGraphic() const override { return getAnimo(); }
   CGraphicsObject* getGraphicsFrame(const CXString& frame) const override;
   // Plays the event for no special event, so that the button comes up.
   void setAsButton(bool asButton, bool changeCursor);
   void setOnFirstFrame(bool onFirstFrame) { onFirstFrame_ = onFirstFrame; }
   // Sequences that play this animation hear of a new one, and of its end. They take themselves out.
-  void addSeq(CPlayable* sequence) { seqs_.push_back(sequence); }
-  void removeSeq(const CPlayable* sequence) { std::erase(seqs_, sequence); }
+  void addSeq(CPlayable* sequence) override { seqs_.insert(sequence); }
+  void removeSeq(const CPlayable* sequence) override { seqs_.erase(const_cast<CPlayable*>(sequence)); }
+  CXObject* asObject() override { return this; }
 
   // Replaces the animation unless it is of that file; it keeps its place on the screen. With `preload` it is
   // read now, else when it is first shown or played.
@@ -90,7 +92,7 @@ class CMC_Animo : public CMC_Graphic, public CPlayableObserver {
   SharedResource<CAnimo6> animo_;
   bool onFirstFrame_ = false;  // the mouse counts over the first frame's place, not the current one's
   bool preload_ = false;
-  std::vector<CPlayable*> seqs_;
+  std::unordered_set<CPlayable*> seqs_;
 };
 
 }  // namespace footlight

@@ -1,8 +1,14 @@
 #include "anim/viewer.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
+#include <dirent.h>
 #include <filesystem>
+#include <memory>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <utility>
 
 #include "foundation/code_page.h"
@@ -80,12 +86,42 @@ CXRect extentOf(const AnnFile& animation) {
   return extent;
 }
 
-// A folder of its own that goes with the object.
+constexpr const char* kFolderName = "footlight-anim-";
+
+// A folder that its process holds by a lock as long as this lives.
+using FolderLock = std::unique_ptr<DIR, decltype([](DIR* folder) { ::closedir(folder); })>;
+
+// Null where another process holds it, or it is not this user's.
+FolderLock lockFolder(const fs::path& path) {
+  struct stat status {};
+  const bool isOwn =
+      ::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == ::geteuid();
+  FolderLock folder(isOwn ? ::opendir(path.c_str()) : nullptr);
+  if (folder != nullptr && ::flock(::dirfd(folder.get()), LOCK_EX | LOCK_NB) != 0) folder.reset();
+  return folder;
+}
+
+// What viewers left that were killed. The newest may be one that is just being made.
+void clearLeftovers(const fs::path& parent) {
+  constexpr auto kAge = std::chrono::minutes(1);
+  std::error_code error;
+  for (const auto& entry : fs::directory_iterator(parent, error)) {
+    if (!entry.path().filename().string().starts_with(kFolderName)) continue;
+    if (entry.last_write_time(error) > fs::file_time_type::clock::now() - kAge) continue;
+    if (const FolderLock lock = lockFolder(entry.path())) fs::remove_all(entry.path(), error);
+  }
+}
+
+// A folder of its own that goes with the object, or with the next one when the process is killed.
 class TemporaryFolder {
  public:
   TemporaryFolder() {
-    std::string pattern = (fs::temp_directory_path() / "footlight-anim-XXXXXX").string();
-    if (::mkdtemp(pattern.data()) != nullptr) path_ = pattern;
+    const fs::path parent = fs::temp_directory_path();
+    clearLeftovers(parent);
+    std::string pattern = (parent / kFolderName).string() + "XXXXXX";
+    if (::mkdtemp(pattern.data()) == nullptr) return;
+    path_ = pattern;
+    lock_ = lockFolder(path_);
   }
   ~TemporaryFolder() {
     std::error_code error;
@@ -98,6 +134,7 @@ class TemporaryFolder {
 
  private:
   fs::path path_;
+  FolderLock lock_;
 };
 
 std::string filled(std::string text, std::initializer_list<std::pair<const char*, int>> values) {

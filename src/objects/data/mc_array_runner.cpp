@@ -93,7 +93,7 @@ Result addClones(CMC_Array& array, Call& call) {
   const std::int64_t from = call.integer(1);
   const std::int64_t to = call.integer(2);
   if (from > to || !array.hasRoom(to - from + 1)) return {};
-  for (std::int64_t i = from; i <= to; ++i) {
+  for (std::int64_t i = from; i <= to && watchdog::mayContinue(); ++i) {
     addAndTell(array, Factory::makeString(name + "_" + CXString::toString(static_cast<int>(i))).get());
   }
   return {};
@@ -108,7 +108,7 @@ Result fill(CMC_Array& array, Call& call) {
   }
   if (!array.isInBudget(count, *filling)) return {};
   array.removeAll();
-  for (int i = 0; i < count; ++i) array.add(filling.get());
+  for (int i = 0; i < count && watchdog::mayContinue(); ++i) array.add(filling.get());
   return {};
 }
 

@@ -114,9 +114,7 @@ std::optional<FntFont> makeFont(std::vector<FontLetter> letters) {
     putInto(font, letter, cell.width * static_cast<int>(font.letters.size()));
     font.letters.push_back(letter.letter);
     font.left.push_back(toByte(leftOffset(letter)));
-    // A letter without pixels is nothing wide.
-    const int right = rightOffset(letter) + cell.width - letter.size.width;
-    font.right.push_back(toByte(std::min(right, cell.width - leftOffset(letter))));
+    font.right.push_back(toByte(rightOffset(letter) + cell.width - letter.size.width));
     for (const FontLetter& next : letters) font.kerning.push_back(toByte(1 - slideUnder(letter, next)));
   }
   return font;

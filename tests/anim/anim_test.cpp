@@ -4,6 +4,7 @@
 
 #include "anim/frames.h"
 #include "anim/run.h"
+#include "anim/speech.h"
 #include "anim/words.h"
 #include "support/test_platform.h"
 
@@ -49,6 +50,26 @@ void write(const std::string& name, const std::string& text) {
 std::string read(const std::string& name) {
   std::ifstream file(name, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
+}
+
+TEST(Speech, ListsTheEventsOfAFigure) {
+  AnnFile animation;
+  const std::string none =
+      "before: none: there is no START, STARTING has no effect\n"
+      "talks:  none: whatever event is drawn comes in their place\n"
+      "after:  none: there is no END or STOP, ENDING has no effect\n";
+  EXPECT_EQ(speechOf(animation, ""), "no events: the figure speaks without pictures\n");
+  for (const char* name : {"P_START", "9", "p_x", "P_STOP", "P_", "PA"}) {
+    animation.events.emplace_back().name = name;
+    animation.events.back().frames.resize(animation.events.size() - 1);
+  }
+  EXPECT_EQ(speechOf(animation, "P"),
+            "before: P_START, no frames: nothing moves until the sound ends\ntalks:  p_x, 2 frames\n"
+            "talks:  P_, 4 frames\nafter:  P_STOP, 3 frames\n");
+  animation.events.erase(animation.events.begin() + 1);
+  EXPECT_EQ(speechOf(animation, ""), none);
+  EXPECT_EQ(run({.command = Command::speech, .file = "x", .prefix = "\xFF"}).failure,
+            "x: the prefix has letters that no event can have");
 }
 
 TEST(Description, SaysWhatWasReadAndReadsWhatItSays) {

@@ -3,6 +3,7 @@
 #include <random>
 
 #include "findings.h"
+#include "gfx/ann_format.h"
 #include "nearest.h"
 #include "run.h"
 #include "support/test_platform.h"
@@ -420,6 +421,56 @@ TEST(FilesThatNothingNames, AreCheckedWithAllNamesInSight) {
                           {"Dane/old/spare.cnv",
                            "OBJECT=spare\nspare:ONINIT={A^INC();B^INC();C^INC();}\nDEF:C(TYPE=BOOL)\n"}}),
               testing::ElementsAre("spare.cnv:2: object: no object B"));
+}
+
+std::string figure() {
+  AnnFile made;
+  for (const char* name : {"GO", "SAY_1", "SAY_STOP"}) made.events.emplace_back().name = name;
+  const std::vector<std::byte> bytes = writeAnn(made);
+  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+TEST(Sequences, AreReadWithTheFilesThatTheyName) {
+  const char* scene =
+      "DEF:FIGURE(TYPE=ANIMO|FILENAME=figure.ann)\nDEF:VOICE(TYPE=SOUND|FILENAME=a.wav)\n"
+      "DEF:S(TYPE=SEQUENCE|FILENAME=tale.seq)\nDEF:T(TYPE=SEQUENCE|FILENAME=none.seq)\n"
+      "DEF:U(TYPE=SEQUENCE|FILENAME=lost.seq)\n";
+  const char* tale =
+      "# right\nNAME=tale\ntale:TYPE=SEQUENCE\r\ntale:SEQEVENT=E=1\ntale:3=4\nNAME=a\na:FILENAME=FIGURE\n"
+      "a:EVENT=go\na:TYPE=SIMPLE\na:ADD=tale\nNAME=b\nb:TYPE=SPEAKING\nb:ANIMOFN=figure.ann\nb:WAVFN=VOICE\n"
+      "b:PREFIX=SAY\nb:ENDING=TRUE\nb:ADD=tale\n";
+  const char* wrong =
+      "NAME=c\nc:FILENAME=FIGURE\nc:EVENT=GOO\nc:TYPE=SIMPLE\nc:EVENT=1\nc:WAIT=NO\nc:COLOR=1\nd:TYPE="
+      "SIMPLE\n"
+      "c:ADD=talk\nNAME=c\nNAME=e\ne:WAIT=TRUE\nNAME=f\nf:TYPE=SPEAKING\nf:WAVFN=b.wav\nf:ANIMOFN=FIGURE\n"
+      "f:STARTING=TRUE\nf:ENDING=TRUE\nf:ADD=c\nNAME=g\ng:FILENAME=h.ann\ng:TYPE=SIMPLE\nNAME=i\n"
+      "i:FILENAME=x.txt\ni:TYPE=SIMPEL\ni:TYPE=SIMPLE\nNAME\n";
+  EXPECT_THAT(
+      findingsIn({{"Dane/MAIN.cnv", scene},
+                  {"Dane/tale.seq", tale},
+                  {"Dane/lost.seq", wrong},
+                  {"Dane/figure.ann", figure()},
+                  {"Wavs/a.wav", "x"}}),
+      testing::UnorderedElementsAre(
+          "MAIN.cnv:4: file: T:FILENAME: there is no file none.seq",
+          "lost.seq:1: definition: nothing plays: there is no element lost, the file's name",
+          "lost.seq:3: event: c: FIGURE has no event GOO (did you mean GO?)",
+          "lost.seq:5: definition: c:EVENT has no effect: it must stand before the TYPE",
+          "lost.seq:6: property: c: the value NO has no effect", "lost.seq:7: property: c: no key COLOR",
+          "lost.seq:8: definition: d: no element of this name",
+          "lost.seq:9: object: c:ADD: no element talk yet",
+          "lost.seq:10: definition: c: there is an element of this name already",
+          "lost.seq:11: definition: e has no TYPE: nothing is made of it",
+          "lost.seq:12: definition: e:WAIT has no effect: it must stand behind the TYPE",
+          "lost.seq:15: file: f:WAVFN: there is no sound b.wav",
+          "lost.seq:16: event: f: FIGURE has no event to talk with, whose name begins with a digit",
+          "lost.seq:16: event: f: FIGURE has no event START for STARTING",
+          "lost.seq:16: event: f: FIGURE has no event END for ENDING",
+          "lost.seq:19: object: f:ADD: c is no SEQUENCE and has no children",
+          "lost.seq:22: file: g: there is no animation h.ann",
+          "lost.seq:25: property: i: the value SIMPEL has no effect (did you mean SIMPLE?)",
+          "lost.seq:26: object: i: x.txt is no ANIMO, and no ANN or WAV file",
+          "lost.seq:27: definition: NAME without a name"));
 }
 
 // Bad input

@@ -5,7 +5,9 @@
 #include <map>
 
 #include "anim/frames.h"
+#include "anim/speech.h"
 #include "anim/viewer.h"
+#include "foundation/code_page.h"
 #include "foundation/limits.h"
 #include "image/machine_file.h"
 #include "platform/posix/atomic_file.h"
@@ -126,10 +128,19 @@ Outcome runView(const Words& words) {
   return why.empty() ? Outcome{} : failure(words.file, why);
 }
 
+Outcome runSpeech(const Words& words) {
+  const auto prefix = code_page::fromUtf8(words.prefix);
+  if (!prefix) return failure(words.file, "the prefix has letters that no event can have");
+  Outcome outcome;
+  if (const auto animation = readAnimation(words.file, outcome))
+    outcome.text = speechOf(*animation, CXString(*prefix));
+  return outcome;
+}
+
 }  // namespace
 
 Outcome run(const Words& words) {
-  constexpr Outcome (*kRuns[])(const Words&) = {runInfo, runBuild, runExtract, runView};
+  constexpr Outcome (*kRuns[])(const Words&) = {runInfo, runBuild, runExtract, runView, runSpeech};
   return kRuns[static_cast<std::size_t>(words.command)](words);
 }
 

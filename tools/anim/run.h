@@ -9,13 +9,14 @@ namespace footlight::anim {
 
 enum ExitStatus : int { kDone = 0, kFailed = 2 };
 
-enum class Command { info, build, extract, view };
+enum class Command { info, build, extract, view, speech };
 
 struct Words {
   Command command = Command::info;
   std::string file{};                    // the animation
   std::string folder{};                  // of the description and the PNG files
   std::string event{};                   // to begin with; empty: the first one
+  std::string prefix{};                  // of a figure that speaks, in UTF-8
   std::vector<std::string> hostWords{};  // for the viewer's host
 };
 

@@ -46,6 +46,13 @@ void addCommands(CLI::App& app, Words& words) {
       ->type_name("");
 }
 
+void addSpeech(CLI::App& app, Words& words) {
+  CLI::App* speech = addCommand(app, words, Command::speech, "speech",
+                                "list the events that a figure of a sequence uses when it speaks");
+  addFile(*speech, words, "the ANN file");
+  speech->add_option("--prefix", words.prefix, "the PREFIX of the figure (default: none)")->type_name("NAME");
+}
+
 }  // namespace
 
 Parsed parseWords(int count, const char* const* words) {
@@ -57,6 +64,7 @@ Parsed parseWords(int count, const char* const* words) {
   app.set_help_flag("--help", "print this and leave");
   app.require_subcommand(1);
   addCommands(app, parsed);
+  addSpeech(app, parsed);
   if (auto answer = tools::answerTo(app, count, words, kFailed))
     return {std::nullopt, answer->exitStatus, std::move(answer->message)};
   return {std::move(parsed), kDone, {}};

@@ -6,6 +6,8 @@
 #include "code_checks.h"
 #include "code_parts.h"
 #include "foundation/string_tokenizer.h"
+#include "objects/sound/mc_sequence.h"
+#include "sequence_checks.h"
 
 namespace footlight::check {
 
@@ -127,6 +129,7 @@ class ElementChecks {
     checkOperator();
     if (type_->number == type::kStructure) checkFields();
     if (type_->number == type::kClass) checkClassFiles();
+    if (type_->number == type::kSequence) checkSequenceFile();
   }
 
  private:
@@ -275,6 +278,18 @@ class ElementChecks {
         report(Kind::file, property->origin().line,
                nameWith(name) + ": there is no class file " + excerpt(file.view()));
       }
+    }
+  }
+
+  void checkSequenceFile() const {
+    const CMProperty* property = element_.properties().get("FILENAME");
+    if (property == nullptr || property->getValue().empty()) return;
+    const CXString name(property->getValue());
+    if (const auto text = game_.readText(scopes_, name)) {
+      checkSequence(game_, scopes_, name, *text);
+    } else {
+      report(Kind::file, property->origin().line,
+             nameWith("FILENAME") + ": there is no file " + excerpt(name.view()));
     }
   }
 

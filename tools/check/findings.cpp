@@ -37,9 +37,9 @@ std::string quoted(std::string_view text) {
 }  // namespace
 
 const char* kindName(Kind kind) {
-  constexpr const char* kNames[] = {"definition", "type",      "property",  "signal",   "object",
-                                    "method",     "behaviour", "arguments", "operator", "statement",
-                                    "brackets",   "slash",     "separator", "file",     "limit"};
+  constexpr const char* kNames[] = {"definition", "type",      "property", "signal",    "object",   "method",
+                                    "behaviour",  "arguments", "operator", "statement", "brackets", "slash",
+                                    "separator",  "event",     "file",     "limit"};
   return kNames[static_cast<std::size_t>(kind)];
 }
 

@@ -24,7 +24,8 @@ enum class Kind {
   brackets,    // brackets, braces or quotation marks that do not close
   slash,       // text that a slash takes away
   separator,   // text that an equals sign or a colon takes away
-  file,        // a definition file that is not there or cannot be read
+  event,       // an animation has no such event
+  file,        // a file that is not there or cannot be read
   limit,       // more than the engine takes
 };
 

@@ -25,6 +25,7 @@ namespace {
 
 constexpr const char* kApplicationFile = "application.def";
 constexpr const char* kDataFolder = "Dane";
+constexpr const char* kSoundFolder = "Wavs";
 constexpr const char* kClassFolder = "$COMMON\\CLASSES\\";
 constexpr int kMostRounds = 64;  // of discoveries that lead to discoveries
 
@@ -86,6 +87,44 @@ SourceFile* Game::openIn(const std::vector<CXString>& folders, const CXString& n
 
 bool Game::hasClassFile(const CXString& name) {
   return open(CPath::resolveFileName(&window_, CXString(kClassFolder) + name)) != nullptr;
+}
+
+// Offers the file of each folder that the scopes may be in to `take`, until that takes one.
+template <class Take>
+bool Game::findIn(std::span<Scope* const> scopes, const CXString& name, Take take) {
+  std::vector<CXString> folders;
+  std::set<const Scope*> seen;
+  for (const Scope* scope : scopes) addFolders(*scope, true, folders, seen);
+  return std::any_of(folders.begin(), folders.end(),
+                     [&](const CXString& folder) { return CFile::chDir(folder) == 0 && take(name); });
+}
+
+std::optional<Game::TextFile> Game::readText(std::span<Scope* const> scopes, const CXString& name) {
+  std::optional<TextFile> found;
+  findIn(scopes, name, [&](const CXString& file) {
+    CTextFileReader reader(&window_, file);
+    if (reader.LastError() != 0) return false;
+    found = TextFile{shownName_(reader.getFileName()), {}};
+    while (!reader.eof()) found->text.append(reader.getLine()).append("\n");
+    return true;
+  });
+  return found;
+}
+
+std::optional<std::vector<std::byte>> Game::readBytes(std::span<Scope* const> scopes, const CXString& name) {
+  std::optional<std::vector<std::byte>> found;
+  findIn(scopes, name, [&](const CXString& file) {
+    CFile opened(&window_, file, CFile::kReadBinary);
+    if (opened.LastError() != 0) return false;
+    found = opened.readRest(limits::kAnimationFileBytes);
+    return true;
+  });
+  return found;
+}
+
+bool Game::hasSound(const CXString& name) {
+  const CXString folder = CPath::getFullPath(window_.getDataRoot(), kSoundFolder);
+  return CFile(&window_, CPath::getFullPath(folder, name), CFile::kReadBinary).LastError() == 0;
 }
 
 std::vector<CXString> Game::files() const {

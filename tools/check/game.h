@@ -5,6 +5,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <span>
 #include <string>
@@ -57,6 +58,17 @@ class Game {
   bool hasClassFile(const CXString& name);
   const std::vector<SourceFile*>& sources() const { return order_; }
 
+  // Files of other kinds, as the engine finds them when code of one of the scopes loads them.
+  struct TextFile {
+    std::string shown;
+    std::string text;
+  };
+  std::optional<TextFile> readText(std::span<Scope* const> scopes, const CXString& name);
+  std::optional<std::vector<std::byte>> readBytes(std::span<Scope* const> scopes, const CXString& name);
+  // Whether the sound folder has it.
+  bool hasSound(const CXString& name);
+  void report(Finding finding) { findings_.add(std::move(finding)); }
+
   // What the search for names that a run makes finds.
   void noteCreated(bool isNew) { isChanged_ = isChanged_ || isNew; }
   void noteClone(const std::string& name) { noteCreated(clones_.insert(name).second); }
@@ -67,6 +79,8 @@ class Game {
 
  private:
   SourceFile* open(const CXString& name);
+  template <class Take>
+  bool findIn(std::span<Scope* const> scopes, const CXString& name, Take take);
   SourceFile* openIn(const std::vector<CXString>& folders, const CXString& name);
   Scope* makeScope(Scope::Level level, std::string name);
 

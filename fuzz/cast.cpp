@@ -46,6 +46,12 @@ constexpr const char* kOther =
     "DEF:GROUP1(TYPE=GROUP)\n"
     "DEF:CLASS1(TYPE=CLASS|DEF=BASE.cnv)\n";
 
+constexpr const char* kTale =
+    "NAME=TALE\nTALE:TYPE=SEQUENCE\nTALE:MODE=PARAMETER\nTALE:SEQEVENT=a=x2\nNAME=PART\nPART:FILENAME="
+    "ANIMO1\n"
+    "PART:EVENT=GO\nPART:TYPE=SIMPLE\nPART:ADD=TALE\nNAME=LINE\nLINE:TYPE=SPEAKING\nLINE:ANIMOFN=ANIMO2\n"
+    "LINE:WAVFN=SOUND1\nLINE:PREFIX=GO\nLINE:ADD=TALE\n";
+
 Content picture(CXSize size, CXPoint position, int bpp) {
   ImgPicture made;
   made.size = size;
@@ -132,6 +138,7 @@ void addSights(Cast& cast) {
            "GFXSTANDARD=IMAGE2|GFXONMOVE=ANIMO1|DRAGGABLE=TRUE|ENABLE=TRUE|SNDONCLICK=SOUND1|ONCLICKED=BODY1|"
            "ONACTION=BODY2|ONENDDRAGGING=BODY3|ONFOCUSON=BODY1|ONFOCUSOFF=BODY2");
   cast.add("SOUND1", "SOUND", "FILENAME=A.WAV|FLUSHAFTERPLAYED=TRUE|ONSTARTED=BODY1|ONFINISHED=BODY3");
+  cast.add("SEQUENCE1", "SEQUENCE", "FILENAME=TALE.SEQ|ONSTARTED^PART=BODY2|ONFINISHED=BODY1");
   cast.add("TIMER1", "TIMER", "ELAPSE=30|TICKS=4|ONTICK=BODY2|ONTICK^3=BODY3");
   cast.add("TIMER2", "TIMER", "ELAPSE=100|ENABLED=FALSE|ONTICK=BODY1");
 }
@@ -211,6 +218,7 @@ void addCommonFiles(Disk& disk) {
   disk[dane + "A.IMG"] = picture({4, 3}, {10, 10}, 16);
   disk[dane + "B.IMG"] = picture({6, 5}, {12, 8}, 15);
   disk[dane + "A.ANN"] = animation();
+  disk[dane + "TALE.SEQ"] = contentOf(kTale);
   disk["C:\\GAME\\Wavs\\A.WAV"] = contentOf(test::waveFile(500));
 }
 

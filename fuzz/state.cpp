@@ -17,6 +17,7 @@
 #include "objects/gfx/mc_animo.h"
 #include "objects/gfx/mc_image.h"
 #include "objects/input/mc_button.h"
+#include "objects/sound/mc_sequence.h"
 #include "objects/sound/mc_sound.h"
 #include "objects/system/mc_timer.h"
 #include "script/code_lines.h"
@@ -200,6 +201,10 @@ void Writer::particulars(const CMC_Object& object) {
   if (const auto* control = as<CMC_Button>(object)) button(*control);
   if (const auto* sound = as<CMC_Sound>(object); sound != nullptr && sound->getSound() != nullptr)
     line("sound ", sound->getSound()->getFileName(), " status ", sound->getSound()->getStatus());
+  if (const auto* sequence = as<CMC_Sequence>(object);
+      sequence != nullptr && sequence->getLoadedSequence() != nullptr)
+    line("sequence ", sequence->getLoadedSequence()->getStatus(), " event ",
+         sequence->getLoadedSequence()->getLastPlayedEvent());
   if (const auto* timer = as<CMC_Timer>(object)) line("timer ", timer->isEnabled(), " ", timer->getTicks());
   if (const auto* instance = as<CMC_Class>(object)) level(*instance);
 }

@@ -12,38 +12,44 @@ CResourcesManager::~CResourcesManager() {
   flushEntries();
 }
 
-int CResourcesManager::find(const CFileResolver* resolver) const {
-  const auto found = std::find_if(entries_.begin(), entries_.end(),
-                                  [&](const Entry& entry) { return entry.resolver == resolver; });
-  return found == entries_.end() ? -1 : static_cast<int>(found - entries_.begin());
+// Of several entries with the key the one that stands first in the table; the end of it for none.
+template <class Key>
+CResourcesManager::Entries::iterator CResourcesManager::first(const Index<Key>& index, const Key& key) {
+  const auto [from, to] = index.equal_range(key);
+  if (from == to) return entries_.end();
+  if (std::next(from) == to) return from->second;
+  auto entry = entries_.begin();
+  while (std::none_of(from, to, [entry](const auto& row) { return row.second == entry; })) ++entry;
+  return entry;
 }
 
 void CResourcesManager::insertAt(CFileResolver* resolver, int index) {
   if (resolver == nullptr) return;
   const int place = std::clamp(index, 0, getSize());
-  entries_.insert(entries_.begin() + place, {code_page::foldCase(resolver->getFileName()), resolver, 1});
+  const auto before = place == getSize() ? entries_.end() : std::next(entries_.begin(), place);
+  const auto entry = entries_.insert(before, {code_page::foldCase(resolver->getFileName()), resolver, 1});
+  byName_.emplace(entry->name, entry);
+  byObject_.emplace(resolver, entry);
   resolver->managers_.push_back(this);
 }
 
 bool CResourcesManager::remove(CFileResolver* resolver) {
-  const int index = find(resolver);
-  if (index < 0) {
+  const auto entry = first<const CFileResolver*>(byObject_, resolver);
+  if (entry == entries_.end()) {
     return std::any_of(children_.begin(), children_.end(),
                        [&](CResourcesManager* child) { return child->remove(resolver); });
   }
-  if (--entries_[static_cast<std::size_t>(index)].users > 0) return true;
-  forget(resolver);
+  if (--entry->users > 0) return true;
+  forget(entry);
   resolver->retire();
   resolver->destroy();
   return true;
 }
 
 CFileResolver* CResourcesManager::get(const CXString& name) {
-  const std::string folded = code_page::foldCase(name);
-  for (Entry& entry : entries_) {
-    if (entry.name != folded) continue;
-    ++entry.users;
-    return entry.resolver;
+  if (const auto entry = first<std::string>(byName_, code_page::foldCase(name)); entry != entries_.end()) {
+    ++entry->users;
+    return entry->resolver;
   }
   for (CResourcesManager* child : children_) {
     if (CFileResolver* found = child->get(name)) return found;
@@ -51,13 +57,24 @@ CFileResolver* CResourcesManager::get(const CXString& name) {
   return nullptr;
 }
 
-// Takes an object out of the table without ending it.
-void CResourcesManager::forget(CFileResolver* resolver) {
-  const int index = find(resolver);
-  if (index < 0) return;
-  entries_.erase(entries_.begin() + index);
+// Takes an entry out of the table without ending its object.
+void CResourcesManager::forget(Entries::iterator entry) {
+  CFileResolver* const resolver = entry->resolver;
+  const auto drop = [entry](auto& index, const auto& key) {
+    const auto [from, to] = index.equal_range(key);
+    index.erase(std::find_if(from, to, [entry](const auto& row) { return row.second == entry; }));
+  };
+  drop(byName_, entry->name);
+  drop(byObject_, resolver);
+  entries_.erase(entry);
   const auto place = std::find(resolver->managers_.begin(), resolver->managers_.end(), this);
   if (place != resolver->managers_.end()) resolver->managers_.erase(place);
+}
+
+// One that ends by itself.
+void CResourcesManager::forget(const CFileResolver* resolver) {
+  const auto entry = first(byObject_, resolver);
+  if (entry != entries_.end()) forget(entry);
 }
 
 void CResourcesManager::add(CResourcesManager* child) {
@@ -89,7 +106,7 @@ void CResourcesManager::flush() {
 void CResourcesManager::flushEntries() {
   while (!entries_.empty()) {
     CFileResolver* const resolver = entries_.front().resolver;
-    forget(resolver);
+    forget(entries_.begin());
     resolver->destroy();
   }
 }

@@ -26,11 +26,12 @@ void CAnimationManager::add(CPlayable* playable, CRefreshScreen* screen) {
 }
 
 void CAnimationManager::remove(const CPlayable* playable) {
-  const auto found =
-      std::ranges::find_if(entries_, [&](const auto& entry) { return entry->playable == playable; });
-  if (found == entries_.end()) return;
+  // What came last often goes first.
+  const auto found = std::find_if(entries_.rbegin(), entries_.rend(),
+                                  [&](const auto& entry) { return entry->playable == playable; });
+  if (found == entries_.rend()) return;
   (*found)->removed = true;
-  entries_.erase(found);
+  entries_.erase(std::next(found).base());
 }
 
 CAnimationManager::Entries CAnimationManager::live() const {

@@ -126,9 +126,10 @@ class SequenceChecks {
         element.typeLine = line_;
         return;
       case SequenceKey::fileName:
-        element.fileName = value;
+        if (element.typeLine == 0) element.fileName = value;
         return;
       case SequenceKey::event:
+        if (element.typeLine != 0) return;
         element.event = value;
         element.eventLine = line_;
         return;

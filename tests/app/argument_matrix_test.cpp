@@ -17,7 +17,10 @@
 #include "objects/system/mc_cnv_loader.h"
 #include "objects/system/mc_system.h"
 #include "objects/system/mc_timer.h"
+#include "objects/text/mc_font.h"
+#include "objects/text/mc_text.h"
 #include "script/mc_runner.h"
+#include "support/block_fonts.h"
 #include "support/game_world.h"
 
 namespace footlight {
@@ -59,6 +62,10 @@ constexpr Target kTargets[] = {
     {type::kJoystick, "STICK", "DEF:STICK(TYPE=JOYSTICK|PORT=0)"},
     {type::kButton, "PAD", "DEF:PAD(TYPE=BUTTON|RECT=0,0,9,9|ENABLE=TRUE|DRAGGABLE=TRUE|ONCLICKED=CODE)"},
     {type::kSound, "BELL", "DEF:BELL(TYPE=SOUND|FILENAME=A.WAV|ONSTARTED=CODE|ONFINISHED=CODE)"},
+    {type::kFont, "LETTERS", "DEF:LETTERS(TYPE=FONT|DEF_A_STANDARD_9=A.FNT|DEF_A_BOLD_9=A.FNT)"},
+    {type::kText, "NOTE",
+     "DEF:NOTE(TYPE=TEXT|TEXT=a <B>b<B> "
+     "c|FONT=LETTERS|HYPERTEXT=TRUE|TOCANVAS=TRUE|VISIBLE=TRUE|RECT=PICTURE)"},
     {type::kRandom, "RANDOM", ""},
     {type::kSystem, "SYSTEM", ""},
     {type::kCnvLoader, "CNVLOADER", ""},
@@ -85,6 +92,7 @@ constexpr const char* kArguments[] = {"\"\"",
                                       "RECORD",
                                       "CREW",
                                       "PICTURE",
+                                      "LETTERS",
                                       "MAIN",
                                       "SELF",
                                       "\"SELF\"",
@@ -109,6 +117,7 @@ Disk game() {
   disk[dane + "MAIN.cnv"] = contentOf(text);
   disk["C:\\GAME\\Common\\classes\\KIND.cnv"] =
       contentOf("DEF:OWN(TYPE=INTEGER)\nDEF:CONSTRUCTOR(TYPE=BEHAVIOUR|CODE={OWN^ADD($1);})\n");
+  disk[dane + "A.FNT"] = contentOf(test::blockFontFile());
   disk["C:\\GAME\\Wavs\\A.WAV"] = contentOf(test::waveFile(300));
   return disk;
 }

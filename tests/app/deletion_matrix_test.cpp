@@ -11,6 +11,7 @@
 #include "gfx/collision_inspector.h"
 #include "gfx/refresh_screen.h"
 #include "script/mc_variable_factory.h"
+#include "support/block_fonts.h"
 #include "support/game_world.h"
 
 namespace footlight {
@@ -110,6 +111,15 @@ constexpr Signal kSignals[] = {
     {"ONFINISHED of a SOUND", "TYPE=SOUND|FILENAME=A.WAV|FLUSHAFTERPLAYED=TRUE", "ONFINISHED",
      "HERO^PLAY();"},
     {"ONRESUMED", "TYPE=SOUND|FILENAME=A.WAV", "ONRESUMED", "HERO^PLAY();HERO^PAUSE();HERO^RESUME();"},
+    {"a text's signal",
+     "TYPE=TEXT|TEXT=a b|FONT=LETTERS|HYPERTEXT=TRUE|TOCANVAS=TRUE|VISIBLE=TRUE|RECT=0,0,90,90", "ONSIGNAL^A",
+     "HERO^SETWORDCOLOR(1,9,9,9);HERO^SEND(\"A\");HERO^SETTEXT(\"a<B>b\");"},
+    {"ONDONE of a text", "TYPE=TEXT|TEXT=a b|FONT=LETTERS|TOCANVAS=TRUE|VISIBLE=TRUE|RECT=0,0,90,90",
+     "ONDONE", "HERO^DRAWONTO(\"WALL\");MAIN^REMOVE(\"HERO\");"},
+    {"a font's signal", "TYPE=FONT|DEF_A_STANDARD_9=A.FNT", "ONSIGNAL^A",
+     "NOTE^SETFONT(\"HERO\");HERO^SEND(\"A\");NOTE^SETTEXT(\"b\");"},
+    {"ONDONE of a font", "TYPE=FONT|DEF_A_STANDARD_9=A.FNT", "ONDONE",
+     "NOTE^SETFONT(\"HERO\");MAIN^REMOVE(\"HERO\");NOTE^SETTEXT(\"b\");"},
     {"ONUPDATE", "TYPE=CANVAS_OBSERVER", "ONUPDATE", "HERO^ENABLENOTIFY(TRUE);"},
     {"ONUPDATED", "TYPE=CANVAS_OBSERVER", "ONUPDATED", "HERO^ENABLENOTIFY(TRUE);"},
     {"ONINIT of the scene", "SCENE", "ONINIT", ""},
@@ -158,6 +168,7 @@ constexpr Act kActs[] = {
     {"hides and loads a picture", "HERO^HIDE();HERO^LOAD(\"B.IMG\");HERO^SHOW();"},
     {"stops and plays", "HERO^STOP();HERO^LOAD(\"A.WAV\");HERO^PLAY();"},
     {"removes a picture of others", "MAIN^REMOVE(\"WALL\");HERO^DISABLE();"},
+    {"removes a font in use", "MAIN^REMOVE(\"LETTERS\");NOTE^SETTEXT(\"c\");HERO^SETTEXT(\"c\");"},
     {"stops", "@BREAK();", true},
     {"ends the run", "@ONEBREAK();", true},
     {"ends the game", "GAME^EXIT();"},
@@ -172,6 +183,8 @@ constexpr const char* kMain =
     "DEF:OTHER(TYPE=INTEGER|ONCHANGED=LISTENER)\nDEF:LISTENER(TYPE=BEHAVIOUR|CODE={OTHERS^INC();})\n"
     "DEF:OTHERS(TYPE=INTEGER)\nDEF:CREW(TYPE=GROUP)\nDEF:MOUSE(TYPE=MOUSE)\n"
     "DEF:WALL(TYPE=IMAGE|FILENAME=B.IMG|TOCANVAS=TRUE|MONITORCOLLISION=TRUE)\n"
+    "DEF:LETTERS(TYPE=FONT|DEF_A_STANDARD_9=A.FNT)\n"
+    "DEF:NOTE(TYPE=TEXT|TEXT=a b|FONT=LETTERS|TOCANVAS=TRUE|VISIBLE=TRUE|RECT=0,0,90,90)\n"
     "DEF:HOLDS(TYPE=CONDITION|OPERAND1=1|OPERATOR=EQUAL|OPERAND2=1)\n"
     "DEF:BOTH(TYPE=COMPLEXCONDITION|CONDITION1=HERO|OPERATOR=AND|CONDITION2=HERO)\n"
     "DEF:GUARDED(TYPE=BEHAVIOUR|CODE={OTHER^INC();}|CONDITION=HERO)\n";
@@ -286,6 +299,7 @@ Disk Cell::disk() const {
   disk[dane + "MAIN.cnv"] = contentOf(handlerText + (isOnMain ? hero() : "") + kMain);
   disk[dane + "A.IMG"] = disk[dane + "B.IMG"] = contentOf(picture());
   disk[dane + "A.ANN"] = contentOf(animation());
+  disk[dane + "A.FNT"] = contentOf(test::blockFontFile());
   disk["C:\\GAME\\Wavs\\A.WAV"] = contentOf(test::waveFile(700));
   disk[dane + "AFTER.cnv"] = contentOf("DEF:QUIET(TYPE=INTEGER)\n");
   disk[dane + "LAST.cnv"] = contentOf("DEF:QUIET(TYPE=INTEGER)\n");

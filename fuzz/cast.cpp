@@ -8,6 +8,7 @@
 #include "objects/system/mc_cnv_loader.h"
 #include "objects/system/mc_system.h"
 #include "script/type_registry.h"
+#include "support/block_fonts.h"
 
 namespace footlight::fuzz {
 
@@ -139,6 +140,10 @@ void addSights(Cast& cast) {
            "ONACTION=BODY2|ONENDDRAGGING=BODY3|ONFOCUSON=BODY1|ONFOCUSOFF=BODY2");
   cast.add("SOUND1", "SOUND", "FILENAME=A.WAV|FLUSHAFTERPLAYED=TRUE|ONSTARTED=BODY1|ONFINISHED=BODY3");
   cast.add("SEQUENCE1", "SEQUENCE", "FILENAME=TALE.SEQ|ONSTARTED^PART=BODY2|ONFINISHED=BODY1");
+  cast.add("FONT1", "FONT", "DEF_A_STANDARD_9=A.FNT|DEF_A_BOLD_9=A.FNT");
+  cast.add("NOTE1", "TEXT",
+           "TEXT=a <B>b<B> <COLOR "
+           "9>c|FONT=FONT1|HYPERTEXT=TRUE|RECT=IMAGE1|VISIBLE=TRUE|TOCANVAS=TRUE|PRIORITY=4");
   cast.add("TIMER1", "TIMER", "ELAPSE=30|TICKS=4|ONTICK=BODY2|ONTICK^3=BODY3");
   cast.add("TIMER2", "TIMER", "ELAPSE=100|ENABLED=FALSE|ONTICK=BODY1");
 }
@@ -219,6 +224,7 @@ void addCommonFiles(Disk& disk) {
   disk[dane + "B.IMG"] = picture({6, 5}, {12, 8}, 15);
   disk[dane + "A.ANN"] = animation();
   disk[dane + "TALE.SEQ"] = contentOf(kTale);
+  disk[dane + "A.FNT"] = contentOf(test::blockFontFile());
   disk["C:\\GAME\\Wavs\\A.WAV"] = contentOf(test::waveFile(500));
 }
 

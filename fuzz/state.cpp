@@ -20,6 +20,7 @@
 #include "objects/sound/mc_sequence.h"
 #include "objects/sound/mc_sound.h"
 #include "objects/system/mc_timer.h"
+#include "objects/text/mc_text.h"
 #include "script/code_lines.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_class.h"
@@ -100,6 +101,7 @@ class Writer {
   void group(const CMC_Groupped& group);
   void graphic(const CMC_Graphic& object);
   void button(const CMC_Button& object);
+  void text(const CMC_Text& object);
   void particulars(const CMC_Object& object);
   void sceneParts(const CMC_Scene& scene);
 
@@ -179,6 +181,13 @@ void Writer::graphic(const CMC_Graphic& object) {
   }
 }
 
+void Writer::text(const CMC_Text& object) {
+  const CMultilineText6* text = object.getText();
+  line("says ", text->getText(), " at ", text->GetPosition().x, " ", text->GetPosition().y, " ",
+       text->Width(), "x", text->Height(), " color ", text->getColor(), " visible ", text->isVisible(),
+       " words ", text->getNumWords(), " font ", text->getFont() != nullptr);
+}
+
 void Writer::button(const CMC_Button& object) {
   const CButton* button = object.getButton();
   if (button == nullptr) return;
@@ -199,6 +208,7 @@ void Writer::particulars(const CMC_Object& object) {
   if (const auto* members = as<CMC_Groupped>(object)) group(*members);
   if (const auto* picture = as<CMC_Graphic>(object)) graphic(*picture);
   if (const auto* control = as<CMC_Button>(object)) button(*control);
+  if (const auto* note = as<CMC_Text>(object)) text(*note);
   if (const auto* sound = as<CMC_Sound>(object); sound != nullptr && sound->getSound() != nullptr)
     line("sound ", sound->getSound()->getFileName(), " status ", sound->getSound()->getStatus());
   if (const auto* sequence = as<CMC_Sequence>(object);

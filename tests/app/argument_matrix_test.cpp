@@ -24,7 +24,10 @@
 #include "objects/system/mc_system.h"
 #include "objects/system/mc_timer.h"
 #include "objects/text/mc_edit_box.h"
+#include "objects/text/mc_font.h"
+#include "objects/text/mc_text.h"
 #include "script/mc_runner.h"
+#include "support/block_fonts.h"
 #include "support/game_world.h"
 
 namespace footlight {
@@ -75,6 +78,10 @@ constexpr Target kTargets[] = {
      "DEF:BOX(TYPE=EDITBOX|RECT=0,0,40,20|TEXT=ab|FONT=NONE|ONCHANGED=CODE|ONFOCUSON=CODE|ONFOCUSOFF=CODE)"},
     {type::kSound, "BELL", "DEF:BELL(TYPE=SOUND|FILENAME=A.WAV|ONSTARTED=CODE|ONFINISHED=CODE)"},
     {type::kSequence, "TALE", "DEF:TALE(TYPE=SEQUENCE|FILENAME=TALE.SEQ|ONSTARTED=CODE|ONFINISHED^A=CODE)"},
+    {type::kFont, "LETTERS", "DEF:LETTERS(TYPE=FONT|DEF_A_STANDARD_9=A.FNT|DEF_A_BOLD_9=A.FNT)"},
+    {type::kText, "NOTE",
+     "DEF:NOTE(TYPE=TEXT|TEXT=a <B>b<B> "
+     "c|FONT=LETTERS|HYPERTEXT=TRUE|TOCANVAS=TRUE|VISIBLE=TRUE|RECT=PICTURE)"},
     {type::kRandom, "RANDOM", ""},
     {type::kSystem, "SYSTEM", ""},
     {type::kCnvLoader, "CNVLOADER", ""},
@@ -101,6 +108,7 @@ constexpr const char* kArguments[] = {"\"\"",
                                       "RECORD",
                                       "CREW",
                                       "PICTURE",
+                                      "LETTERS",
                                       "MAIN",
                                       "SELF",
                                       "\"SELF\"",
@@ -125,6 +133,7 @@ Disk game() {
   disk[dane + "MAIN.cnv"] = contentOf(text);
   disk["C:\\GAME\\Common\\classes\\KIND.cnv"] =
       contentOf("DEF:OWN(TYPE=INTEGER)\nDEF:CONSTRUCTOR(TYPE=BEHAVIOUR|CODE={OWN^ADD($1);})\n");
+  disk[dane + "A.FNT"] = contentOf(test::blockFontFile());
   disk["C:\\GAME\\Wavs\\A.WAV"] = contentOf(test::waveFile(300));
   disk[dane + "TALE.SEQ"] = contentOf(
       "NAME=TALE\nTALE:TYPE=SEQUENCE\nTALE:MODE=PARAMETER\nTALE:SEQEVENT=12abc=xX1\nNAME=A\n"

@@ -11,6 +11,7 @@
 #include "gfx/collision_inspector.h"
 #include "gfx/refresh_screen.h"
 #include "script/mc_variable_factory.h"
+#include "support/block_fonts.h"
 #include "support/game_world.h"
 
 namespace footlight {
@@ -125,6 +126,15 @@ constexpr Signal kSignals[] = {
      "HERO^PLAY(\"E\",\"3\");"},
     {"ONFINISHED of its speaker", "TYPE=SEQUENCE|FILENAME=HERO.SEQ", "ONFINISHED^TALK",
      "HERO^PLAY(\"E\",\"3\");"},
+    {"a text's signal",
+     "TYPE=TEXT|TEXT=a b|FONT=LETTERS|HYPERTEXT=TRUE|TOCANVAS=TRUE|VISIBLE=TRUE|RECT=0,0,90,90", "ONSIGNAL^A",
+     "HERO^SETWORDCOLOR(1,9,9,9);HERO^SEND(\"A\");HERO^SETTEXT(\"a<B>b\");"},
+    {"ONDONE of a text", "TYPE=TEXT|TEXT=a b|FONT=LETTERS|TOCANVAS=TRUE|VISIBLE=TRUE|RECT=0,0,90,90",
+     "ONDONE", "HERO^DRAWONTO(\"WALL\");MAIN^REMOVE(\"HERO\");"},
+    {"a font's signal", "TYPE=FONT|DEF_A_STANDARD_9=A.FNT", "ONSIGNAL^A",
+     "NOTE^SETFONT(\"HERO\");HERO^SEND(\"A\");NOTE^SETTEXT(\"b\");"},
+    {"ONDONE of a font", "TYPE=FONT|DEF_A_STANDARD_9=A.FNT", "ONDONE",
+     "NOTE^SETFONT(\"HERO\");MAIN^REMOVE(\"HERO\");NOTE^SETTEXT(\"b\");"},
     {"ONUPDATE", "TYPE=CANVAS_OBSERVER", "ONUPDATE", "HERO^ENABLENOTIFY(TRUE);"},
     {"ONUPDATED", "TYPE=CANVAS_OBSERVER", "ONUPDATED", "HERO^ENABLENOTIFY(TRUE);"},
     {"ONINIT of the scene", "SCENE", "ONINIT", ""},
@@ -174,6 +184,7 @@ constexpr Act kActs[] = {
     {"stops and plays", "HERO^STOP();HERO^LOAD(\"A.WAV\");HERO^PLAY();"},
     {"removes what a sequence plays", "MAIN^REMOVE(\"FIGURE\");MAIN^REMOVE(\"VOICE\");"},
     {"removes a picture of others", "MAIN^REMOVE(\"WALL\");HERO^DISABLE();"},
+    {"removes a font in use", "MAIN^REMOVE(\"LETTERS\");NOTE^SETTEXT(\"c\");HERO^SETTEXT(\"c\");"},
     {"stops", "@BREAK();", true},
     {"ends the run", "@ONEBREAK();", true},
     {"ends the game", "GAME^EXIT();"},
@@ -189,6 +200,8 @@ constexpr const char* kMain =
     "DEF:OTHERS(TYPE=INTEGER)\nDEF:CREW(TYPE=GROUP)\nDEF:MOUSE(TYPE=MOUSE)\n"
     "DEF:WALL(TYPE=IMAGE|FILENAME=B.IMG|TOCANVAS=TRUE|MONITORCOLLISION=TRUE)\n"
     "DEF:FIGURE(TYPE=ANIMO|FILENAME=FIGURE.ANN|FPS=60)\nDEF:VOICE(TYPE=SOUND|FILENAME=VOICE.WAV)\n"
+    "DEF:LETTERS(TYPE=FONT|DEF_A_STANDARD_9=A.FNT)\n"
+    "DEF:NOTE(TYPE=TEXT|TEXT=a b|FONT=LETTERS|TOCANVAS=TRUE|VISIBLE=TRUE|RECT=0,0,90,90)\n"
     "DEF:HOLDS(TYPE=CONDITION|OPERAND1=1|OPERATOR=EQUAL|OPERAND2=1)\n"
     "DEF:BOTH(TYPE=COMPLEXCONDITION|CONDITION1=HERO|OPERATOR=AND|CONDITION2=HERO)\n"
     "DEF:GUARDED(TYPE=BEHAVIOUR|CODE={OTHER^INC();}|CONDITION=HERO)\n";
@@ -311,6 +324,7 @@ Disk Cell::disk() const {
   disk[dane + "FIGURE.ANN"] = contentOf(animation());
   disk[dane + "HERO.SEQ"] = contentOf(kSequence);
   disk["C:\\GAME\\Wavs\\A.WAV"] = disk["C:\\GAME\\Wavs\\VOICE.WAV"] = contentOf(test::waveFile(700));
+  disk[dane + "A.FNT"] = contentOf(test::blockFontFile());
   disk[dane + "AFTER.cnv"] = contentOf("DEF:QUIET(TYPE=INTEGER)\n");
   disk[dane + "LAST.cnv"] = contentOf("DEF:QUIET(TYPE=INTEGER)\n");
   disk[dane + "HERO.cnv"] = contentOf(isLoaded ? hero() : std::string());

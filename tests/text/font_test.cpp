@@ -2,10 +2,10 @@
 
 #include "files/file.h"
 #include "gfx/animo.h"
+#include "support/block_fonts.h"
 #include "support/screen_world.h"
 #include "text/font5.h"
 #include "text/font_maker.h"
-#include "text/text_fonts.h"
 
 namespace footlight {
 namespace {

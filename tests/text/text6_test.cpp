@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "foundation/limits.h"
+#include "support/block_fonts.h"
 #include "text/multiline_text6.h"
-#include "text/text_fonts.h"
 #include "text/text_format_code.h"
 
 namespace footlight {

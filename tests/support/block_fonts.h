@@ -2,6 +2,8 @@
 
 // Fonts for tests: every letter is a solid block.
 
+#include <string>
+
 #include "text/fnt_format.h"
 #include "text/font_collection.h"
 
@@ -21,6 +23,11 @@ inline FntFont blockFont(int width, int height,
   font.colour.assign(pixels * 2, std::byte{0x55});
   font.alpha.assign(pixels, std::byte{255});
   return font;
+}
+
+inline std::string blockFontFile() {
+  const std::vector<std::byte> bytes = writeFnt(blockFont(4, 10));
+  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
 inline Owned<CSimpleFont6> simpleFont(FntFont font, const char* style = "STANDARD", int size = 10) {

@@ -7,23 +7,7 @@ namespace footlight {
 
 namespace {
 
-struct StyleToggle {
-  std::string_view code;
-  const char* style;
-};
-constexpr StyleToggle kToggles[] = {
-    {"I", "ITALIC"}, {"B", "BOLD"}, {"LS", "LSTRIKE"}, {"US", "USTRIKE"}, {"U", "UNDERLINE"},
-};
 constexpr const char* kStandardStyle = "STANDARD";
-constexpr std::string_view kBoxCode = "E,";
-constexpr std::string_view kColorCode = "COLOR";
-
-const StyleToggle* toggleOf(std::string_view code) {
-  for (const StyleToggle& toggle : kToggles) {
-    if (toggle.code == code) return &toggle;
-  }
-  return nullptr;
-}
 
 class MarkupParser {
  public:
@@ -66,7 +50,7 @@ class MarkupParser {
   }
 
   void useCode(std::string_view code) {
-    if (const StyleToggle* toggle = toggleOf(code)) {
+    if (const StyleToggle* toggle = findStyleToggle(code)) {
       flushWord();
       changeFont(*toggle);
     } else if (code.starts_with(kBoxCode)) {

@@ -52,6 +52,25 @@ class CTextFormatCode final : public CXObject {
 void parseText(std::string_view text, const CFontCollection& fonts, int bitsPerPixel,
                const std::function<void(const CTextFormatCode&)>& take);
 
+// The codes that change the style of the letters, and back.
+struct StyleToggle {
+  std::string_view code;
+  const char* style;
+};
+inline constexpr StyleToggle kStyleToggles[] = {
+    {"I", "ITALIC"}, {"B", "BOLD"}, {"LS", "LSTRIKE"}, {"US", "USTRIKE"}, {"U", "UNDERLINE"},
+};
+// Null for a code that is none of them.
+constexpr const StyleToggle* findStyleToggle(std::string_view code) {
+  for (const StyleToggle& toggle : kStyleToggles) {
+    if (toggle.code == code) return &toggle;
+  }
+  return nullptr;
+}
+// What the other codes begin with: a box to type in, and a colour.
+inline constexpr std::string_view kBoxCode = "E,";
+inline constexpr std::string_view kColorCode = "COLOR";
+
 // A pixel of 15 or, for any other number of bits, 16 bits.
 constexpr int packColor(int bitsPerPixel, int red, int green, int blue) {
   const auto r = static_cast<unsigned>(red) >> 3 & 31U;

@@ -430,6 +430,19 @@ std::string figure() {
   return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
+TEST(Texts, HaveTheirCodesChecked) {
+  const char* scene =
+      "DEF:LETTERS(TYPE=FONT|DEF_PLAIN_STANDARD_9=a.fnt|DEF_PLAIN_Bold_9=b.fnt)\n"
+      "DEF:A(TYPE=TEXT|FONT=LETTERS|TEXT=<B>a<B> 1<2 <COLOR 9>b<COLOR> <E,20,x>)\n"
+      "DEF:B(TYPE=TEXT|FONT=LETTERS|TEXT=a <I>b<I> <COLOUR 9>c)\n"
+      "DEF:C(TYPE=TEXT|TEXT=a <I>b <bold>c)\n";
+  EXPECT_THAT(findingsIn({{"Dane/MAIN.cnv", scene}}),
+              testing::UnorderedElementsAre(
+                  "MAIN.cnv:3: markup: B:TEXT: <I> has no effect: the font has no style ITALIC",
+                  "MAIN.cnv:3: markup: B:TEXT: no code <COLOUR 9>: it vanishes from the text",
+                  "MAIN.cnv:4: markup: C:TEXT: no code <bold>: it vanishes from the text"));
+}
+
 TEST(Sequences, AreReadWithTheFilesThatTheyName) {
   const char* scene =
       "DEF:FIGURE(TYPE=ANIMO|FILENAME=figure.ann)\nDEF:VOICE(TYPE=SOUND|FILENAME=a.wav)\n"

@@ -6,7 +6,10 @@
 #include "code_checks.h"
 #include "code_parts.h"
 #include "foundation/string_tokenizer.h"
+#include "markup_checks.h"
 #include "objects/sound/mc_sequence.h"
+#include "objects/text/mc_font.h"
+#include "objects/text/mc_text.h"
 #include "sequence_checks.h"
 
 namespace footlight::check {
@@ -130,6 +133,7 @@ class ElementChecks {
     if (type_->number == type::kStructure) checkFields();
     if (type_->number == type::kClass) checkClassFiles();
     if (type_->number == type::kSequence) checkSequenceFile();
+    if (type_->number == type::kText) checkText();
   }
 
  private:
@@ -291,6 +295,35 @@ class ElementChecks {
       report(Kind::file, property->origin().line,
              nameWith("FILENAME") + ": there is no file " + excerpt(name.view()));
     }
+  }
+
+  // The third word of DEF_FAMILY_STYLE_SIZE.
+  static void addStyles(const CMElement& font, std::vector<std::string>& styles) {
+    for (const auto& property : font.properties()) {
+      const auto words = CXString(property->getName()).toVector("_");
+      if (words.size() > 2 && words[0] == "DEF") styles.push_back(words[2].Upper().str());
+    }
+  }
+
+  // Those of all fonts that the text may have.
+  std::vector<std::string> stylesOfFont() const {
+    std::vector<std::string> styles;
+    const CXString name = element_.getPropertyValue("FONT");
+    for (const Scope* scope : scopes_) {
+      const Found found = scope->find(name);
+      for (const Thing* thing : found.things) {
+        if (thing->type == type::kFont && thing->element != nullptr) addStyles(*thing->element, styles);
+      }
+    }
+    return styles;
+  }
+
+  void checkText() const {
+    const CMProperty* property = element_.properties().get("TEXT");
+    if (property == nullptr) return;
+    checkMarkup(property->getValue(), stylesOfFont(), [&](std::string text, std::string suggestion) {
+      report(Kind::markup, property->origin().line, nameWith("TEXT") + ": " + text, std::move(suggestion));
+    });
   }
 
   Game& game_;

@@ -39,7 +39,7 @@ std::string quoted(std::string_view text) {
 const char* kindName(Kind kind) {
   constexpr const char* kNames[] = {"definition", "type",      "property", "signal",    "object",   "method",
                                     "behaviour",  "arguments", "operator", "statement", "brackets", "slash",
-                                    "separator",  "event",     "file",     "limit"};
+                                    "separator",  "event",     "markup",   "file",      "limit"};
   return kNames[static_cast<std::size_t>(kind)];
 }
 

@@ -25,6 +25,7 @@ enum class Kind {
   slash,       // text that a slash takes away
   separator,   // text that an equals sign or a colon takes away
   event,       // an animation has no such event
+  markup,      // a code in a text that does nothing
   file,        // a file that is not there or cannot be read
   limit,       // more than the engine takes
 };

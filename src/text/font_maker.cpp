@@ -11,9 +11,17 @@ namespace {
 
 constexpr int kSetAbove = 20;  // from this alpha on a pixel is in the way of others
 
+std::size_t pixelsOf(CXSize size) {
+  return static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height);
+}
+
+std::size_t indexOf(CXSize size, int x, int y) {
+  return static_cast<std::size_t>(y) * static_cast<std::size_t>(size.width) + static_cast<std::size_t>(x);
+}
+
 std::uint8_t alphaAt(const FontLetter& letter, int x, int y) {
   const bool isInside = x >= 0 && y >= 0 && x < letter.size.width && y < letter.size.height;
-  return isInside ? letter.alpha[static_cast<std::size_t>(y * letter.size.width + x)] : std::uint8_t{0};
+  return isInside ? letter.alpha[indexOf(letter.size, x, y)] : std::uint8_t{0};
 }
 
 bool isSet(const FontLetter& letter, int x, int y) { return alphaAt(letter, x, y) > kSetAbove; }
@@ -32,7 +40,7 @@ std::int8_t toByte(int number) {
 
 void emptyRim(FontLetter& letter) {
   const auto empty = [&](int x, int y) {
-    const auto at = static_cast<std::size_t>(y * letter.size.width + x);
+    const std::size_t at = indexOf(letter.size, x, y);
     letter.pixels[at] = 0;
     letter.alpha[at] = 0;
   };
@@ -50,8 +58,8 @@ void emptyRim(FontLetter& letter) {
 void putInto(FntFont& font, const FontLetter& letter, int cellLeft) {
   for (int y = 0; y < letter.size.height; ++y) {
     for (int x = 0; x < letter.size.width; ++x) {
-      const auto from = static_cast<std::size_t>(y * letter.size.width + x);
-      const auto to = static_cast<std::size_t>(y * font.size.width + cellLeft + x);
+      const std::size_t from = indexOf(letter.size, x, y);
+      const std::size_t to = indexOf(font.size, cellLeft + x, y);
       font.colour[to * 2] = static_cast<std::byte>(letter.pixels[from] & 0xFF);
       font.colour[to * 2 + 1] = static_cast<std::byte>(letter.pixels[from] >> 8);
       font.alpha[to] = static_cast<std::byte>(letter.alpha[from]);
@@ -61,7 +69,7 @@ void putInto(FntFont& font, const FontLetter& letter, int cellLeft) {
 
 bool isWhole(const FontLetter& letter) {
   if (!limits::isPictureSize(letter.size.width, letter.size.height)) return false;
-  const auto pixels = static_cast<std::size_t>(letter.size.width * letter.size.height);
+  const std::size_t pixels = pixelsOf(letter.size);
   return letter.pixels.size() == pixels && letter.alpha.size() == pixels;
 }
 
@@ -107,7 +115,7 @@ std::optional<FntFont> makeFont(std::vector<FontLetter> letters) {
   FntFont font;
   font.size = {cell.width * static_cast<int>(letters.size()), cell.height};
   if (!limits::isPictureSize(font.size.width, font.size.height)) return std::nullopt;
-  const auto pixels = static_cast<std::size_t>(font.size.width) * static_cast<std::size_t>(font.size.height);
+  const std::size_t pixels = pixelsOf(font.size);
   font.colour.resize(pixels * 2);
   font.alpha.resize(pixels);
   for (const FontLetter& letter : letters) {

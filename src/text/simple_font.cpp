@@ -177,7 +177,9 @@ int CSimpleFont6::kerningOf(char previous, int index) const {
 
 int CSimpleFont6::getKerning(int first, int second) const {
   const bool areLetters = first >= 0 && first < letterCount_ && second >= 0 && second < letterCount_;
-  return areLetters ? kerning_[static_cast<std::size_t>(first * letterCount_ + second)] : 0;
+  return areLetters
+             ? kerning_[static_cast<std::size_t>(first) * left_.size() + static_cast<std::size_t>(second)]
+             : 0;
 }
 
 CSimpleFont6::Place CSimpleFont6::placeOf(char previous, char letter) const {

@@ -150,8 +150,8 @@ class Layouter {
     const int width = std::clamp(code.getWidth(), 0, std::max(0, boxWidth_));
     makeRoom(width);
     if (layout_.boxes.size() < limits::kBoxesOfText)
-      layout_.boxes.push_back({static_cast<std::uint32_t>(layout_.lines.size() - 1), toPlace(pen_), width,
-                               fontNumber_, code.getText()});
+      layout_.boxes.push_back(
+          {static_cast<std::uint32_t>(layout_.lines.size() - 1), toPlace(pen_), width, code.getText()});
     pen_ += width;
     isRunOpen_ = false;
   }

@@ -60,7 +60,6 @@ struct TextLayout {
     std::uint32_t line;
     int x;
     int width;
-    int font;
     CXString text;
   };
 

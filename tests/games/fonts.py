@@ -257,7 +257,8 @@ def text_object(name, text, rect, more=""):
 
 
 def change_their_look():
-    """Texts that are changed before the first frame, and again after it; the second screen shows no trace of the first."""
+    """Texts that are changed before the first frame, and again after it; the second screen shows no trace of the first, and
+    the third none of the text whose FONT has ended."""
     game = "texts_change_their_look"
     folder = write_fonts(game)
     plate(folder / "back.img", WIDTH, HEIGHT, 0xBDF7)
@@ -286,7 +287,8 @@ def change_their_look():
     both(place("red tones", FONTS, (2, 2, 90, 12))[0], place("a <COLOR31>dot<COLOR> on it", FONTS, (2, 2, 90, 12))[0], 0xF800, 0xF800)
     # The colour that the FONT gives to its texts, and another FONT.
     text += text_object("FONTS", "all of it", (100, 2, 190, 12))
-    late += 'LENT^SETCOLOR(0,255,0);FONTS^SETFONT("LENT");'
+    early += "LENT^SETCOLOR(0,255,0);"
+    late += 'FONTS^SETFONT("LENT");'
     both(*[place("all of it", FONTS, (100, 2, 190, 12))[0]] * 2, 0, 0x07E0)
     text += text_object("OTHER", "fine lines", (2, 14, 90, 24))
     late += 'OTHER^SETFONT("HEAVY");'
@@ -303,6 +305,10 @@ def change_their_look():
     late += "MOVED^MOVE(50,5);MOVED^SETOPACITY(100);"
     show(first, place("leap", FONTS, (2, 40, 40, 50))[0])
     show(second, place("leap", FONTS, (52, 45, 90, 55))[0], opacity=100)
+    text += text_object("PUT", "atone", (2, 104, 60, 114))
+    late += "PUT^SETPOSITION(70,107);"
+    show(first, place("atone", FONTS, (2, 104, 60, 114))[0])
+    show(second, place("atone", FONTS, (70, 107, 130, 119))[0])
     text += text_object("CUT", "pure slate", (100, 40, 190, 50))
     early += "CUT^SETCLIPPING(10,2,30,7);"
     late += "CUT^CLEARCLIPPING();CUT^INVALIDATE();"
@@ -324,19 +330,21 @@ def change_their_look():
     show(second, place("sole", FONTS, (100, 26, 190, 36))[0])
     text += text_object("ORPHAN", "no <B>font<B>", (145, 60, 199, 80)).replace("LETTERS", "SHORT")
     text += "DEF:SHORT(TYPE=FONT|DEF_PLAIN_STANDARD_9=standard.fnt|DEF_PLAIN_BOLD_9=bold.fnt)\n"
-    late += 'MAIN^REMOVE("SHORT");'
-    show(first, place("no <B>font<B>", FONTS, (145, 60, 199, 80))[0])
+    last = 'MAIN^REMOVE("SHORT");'
     # On another picture, cut by it.
     text += text_object("PART", "AVAVA clue", (4, 12, 99, 22)).replace("TOCANVAS=TRUE", "TOCANVAS=FALSE")
     early += 'SIGN^SETPOSITION(138,90);PART^DRAWONTO("SIGN",1);'
-    late += 'PART^SETTEXT("AA");'
+    late += 'PART^SETTEXT("AA");SIGN^INVALIDATE();'
     sign = (138, 90, 198, 112)
     for screen, say, color in ((first, "AVAVA clue", 0), (second, "AA", 0xF800)):
         screen.fill(sign, 0x07FF)
         show(screen, place(say, FONTS, (142, 102, 240, 112))[0], color, clip=sign)
     text += f"OBJECT=__INIT__\n__INIT__:TYPE=BEHAVIOUR\n__INIT__:CODE={{{early}@RUNONTIMER(60,1,\"LATER\");}}\n"
-    text += f"OBJECT=LATER\nLATER:TYPE=BEHAVIOUR\nLATER:CODE={{{late}}}\n"
+    text += f"OBJECT=LATER\nLATER:TYPE=BEHAVIOUR\nLATER:CODE={{{late}@RUNONTIMER(60,1,{{{last}}});}}\n"
     (folder / "MAIN.cnv").write_text(text, newline="\n")
+    second.save(GAMES / game / "third.png")
+    for screen in (first, second):
+        show(screen, place("no <B>font<B>", FONTS, (145, 60, 199, 80))[0])
     first.save(GAMES / game / "first.png")
     second.save(GAMES / game / "second.png")
 

@@ -252,7 +252,7 @@ CXString CSequencedPlayable::getLastPlayedEvent(const CXString& name) const {
   }
   for (const Child& child : children_) {
     const auto* node = child.object ? dynamic_cast<CSequencedPlayable*>(child.playable) : nullptr;
-    const CXString found = node != nullptr ? node->getLastPlayedEvent(name) : CXString();
+    CXString found = node != nullptr ? node->getLastPlayedEvent(name) : CXString();
     if (found.IsString()) return found;
   }
   return {};
@@ -264,10 +264,11 @@ template <class Visit>
 void CSequencedPlayable::eachLeaf(Visit visit) const {
   for (const Child& child : children_) {
     if (!child.object) continue;
-    if (const auto* node = dynamic_cast<CSequencedPlayable*>(child.playable)) {
+    CPlayable& playable = *child.playable;
+    if (const auto* node = dynamic_cast<CSequencedPlayable*>(&playable)) {
       node->eachLeaf(visit);
     } else {
-      visit(child.playable);
+      visit(&playable);
     }
   }
 }

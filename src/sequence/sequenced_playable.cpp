@@ -262,13 +262,13 @@ CXString CSequencedPlayable::getLastPlayedEvent(const CXString& name) const {
 
 template <class Visit>
 void CSequencedPlayable::eachLeaf(Visit visit) const {
-  for (const Child& child : children_) {
-    if (!child.object) continue;
-    CPlayable& playable = *child.playable;
-    if (const auto* node = dynamic_cast<CSequencedPlayable*>(&playable)) {
-      node->eachLeaf(visit);
+  for (int i = 0; i < getChildrenCount(); ++i) {
+    CPlayable* child = getChild(i);
+    if (child == nullptr) continue;
+    if (child->getType() == kType) {
+      static_cast<const CSequencedPlayable*>(child)->eachLeaf(visit);
     } else {
-      visit(&playable);
+      visit(child);
     }
   }
 }

@@ -1,7 +1,7 @@
 // The text of a sequence, in a game that plays it: events, parameters, pauses and stops, objects that go
 // meanwhile, for some ticks. The game stays whole, and leaves nothing behind.
 
-#include "app/mc_scene.h"
+#include "app/mc_application.h"
 #include "cast.h"
 #include "demand.h"
 #include "input_bytes.h"

@@ -252,7 +252,7 @@ CXString CSequencedPlayable::getLastPlayedEvent(const CXString& name) const {
   }
   for (const Child& child : children_) {
     const auto* node = child.object ? dynamic_cast<CSequencedPlayable*>(child.playable) : nullptr;
-    const CXString found = node != nullptr ? node->getLastPlayedEvent(name) : CXString();
+    CXString found = node != nullptr ? node->getLastPlayedEvent(name) : CXString();
     if (found.IsString()) return found;
   }
   return {};
@@ -262,12 +262,13 @@ CXString CSequencedPlayable::getLastPlayedEvent(const CXString& name) const {
 
 template <class Visit>
 void CSequencedPlayable::eachLeaf(Visit visit) const {
-  for (const Child& child : children_) {
-    if (!child.object) continue;
-    if (const auto* node = dynamic_cast<CSequencedPlayable*>(child.playable)) {
-      node->eachLeaf(visit);
+  for (int i = 0; i < getChildrenCount(); ++i) {
+    CPlayable* child = getChild(i);
+    if (child == nullptr) continue;
+    if (child->getType() == kType) {
+      static_cast<const CSequencedPlayable*>(child)->eachLeaf(visit);
     } else {
-      visit(child.playable);
+      visit(child);
     }
   }
 }

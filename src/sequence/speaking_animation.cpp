@@ -130,12 +130,12 @@ void CSpeakingAnimation::speak() {
 void CSpeakingAnimation::playOnOf() {
   if (!isSounding()) return finish();
   const Ref<CAnimo6> animo(figure_.get());
-  if (animo && animo->GetNOE() > 0) animo->Play(drawEvent(*animo), 0, CAnimo::kUsualFps);
+  const int count = animo ? animo->GetNOE() : 0;
+  if (count > 0) animo->Play(drawEvent(*animo, count), 0, CAnimo::kUsualFps);
 }
 
 // Where no event can come the numbers of all draws but the last are left out at once.
-int CSpeakingAnimation::drawEvent(const CAnimo& animation) const {
-  const int count = animation.GetNOE();
+int CSpeakingAnimation::drawEvent(const CAnimo& animation, int count) const {
   const auto isTalk = [&](int event) { return speech::isTalk(prefix_, animation.GetEventName(event)); };
   int event = 0;
   while (event < count && !isTalk(event)) ++event;

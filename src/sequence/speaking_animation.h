@@ -77,7 +77,7 @@ class CSpeakingAnimation : public CXObject, public CPlayable, public CPlayableOb
   bool playReserved(const char* word);
   void speak();
   void playOnOf();
-  int drawEvent(const CAnimo& animation) const;
+  int drawEvent(const CAnimo& animation, int count) const;
   void finish();
   void close();
   void silence();

@@ -84,20 +84,21 @@ std::unique_ptr<CMC_Object> CMC_Sequence::copy() const {
   return made;
 }
 
-void CMC_Sequence::signal(SequenceSignal signal, bool isPlain, const CPlayable& playable) {
+void CMC_Sequence::signal(SequenceSignal signal, bool isPlain, const CXString& element) {
   if (!isSignalBound(signal)) return;
   const Ref<CMC_Sequence> self(this);
   const CXString name = signalName(signal);
-  onSignal(isPlain ? name : name + "^" + playable.getName().Upper());
+  onSignal(isPlain ? name : name + "^" + element.Upper());
 }
 
 bool CMC_Sequence::onPlayableStarted(CPlayable* playable) {
-  signal(SequenceSignal::onStarted, playable->isParent(), *playable);
+  signal(SequenceSignal::onStarted, playable->isParent(), playable->getName());
   return false;
 }
 
 bool CMC_Sequence::onPlayableFinished(CPlayable* playable) {
-  signal(SequenceSignal::onFinished, playable == tree_.root(), *playable);
+  const CXString element = playable->getName();
+  signal(SequenceSignal::onFinished, playable == tree_.root(), element);
   return false;
 }
 

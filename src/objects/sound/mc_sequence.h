@@ -42,7 +42,7 @@ class CMC_Sequence : public CMC_Object, public CPlayableObserver {
 
  private:
   void load();
-  void signal(SequenceSignal signal, bool isPlain, const CPlayable& playable);
+  void signal(SequenceSignal signal, bool isPlain, const CXString& element);
 
   CXString fileName_;
   CPlayableTree tree_;

@@ -21,7 +21,8 @@ void checkPicture(std::span<const std::byte> data, int bpp) {
   const auto pixels = picture.decompress(bpp);
   demand(picture.decompress(bpp).empty());
   std::string why;
-  const auto fitted = unpackJpeg(data, {7, 5}, bpp, &why);
+  JpegAllowance allowance;
+  const auto fitted = unpackJpeg(data, {7, 5}, bpp, allowance, &why);
   if (picture.LastError() != 0) {
     demand(picture.LastError() == CFile::kNotFound && pixels.empty() && !picture.why().empty());
     demand(fitted.empty() && why == picture.why());

@@ -4,7 +4,7 @@ set -euo pipefail
 
 packages=(
   g++ cmake ninja-build pkg-config python3 git ccache help2man  # building
-  libsdl2-dev libcli11-dev libpng-dev liblzo2-dev libjpeg62-turbo-dev libsimpleini-dev libsndfile1-dev libfreetype-dev
+  libsdl2-dev libcli11-dev libpng-dev liblzo2-dev libjpeg62-turbo-dev libsimpleini-dev libsndfile1-dev libfreetype-dev nlohmann-json3-dev
   libgtest-dev libgmock-dev xvfb                    # testing
   libbenchmark-dev liblua5.4-dev libinih-dev libpixman-1-dev libsdl2-ttf-dev  # measuring, all but the first as peers
   fonts-dejavu-core

@@ -19,40 +19,75 @@ import png  # noqa: E402
 
 SHOTS = {250: "overture", 700: "night", 1400: "voyage", 2100: "day", 2950: "overture again"}
 
-# The tale: how many ticks to wait, and then what the mouse does.
+# The tale: how many ticks to wait, and then what the player does.
 DOOR, DRAWER, KEY, CAT = (680, 300), (350, 385), (350, 385), (470, 490)
 GOLD, BLUE, RED = (500, 300), (390, 300), (610, 300)
+ANYWHERE, EXIT, STAY, LEAVE = (400, 300), (768, 34), (494, 355), (306, 355)
+TITLE, LOWER = (400, 195), (460, 265)
+ENTER, ESCAPE, BACKSPACE, SHIFT = 28, 1, 14, 42
+ANN = [[SHIFT, 30], [49], [49]]  # keys, held together
+SPEECH = range(190, 280)  # the ticks in which he greets
 TALE = [
-    (60, "click", (400, 300)),  # out of the theatre
-    (40, "click", DOOR),
-    (330, "click", CAT),
+    (60, "click", ANYWHERE),  # out of the theatre
+    (40, "keys", *ANN, [ENTER]),
+    (190, "click", EXIT),  # he greets; the mark in the corner hears while he speaks
+    (20, "drag", TITLE, LOWER),
+    (20, "click", (STAY[0] + LOWER[0] - TITLE[0], STAY[1] + LOWER[1] - TITLE[1])),
+    (40, "click", ANYWHERE),  # skips a line
+    (20, "click", ANYWHERE),
+    (20, "click", DOOR),
+    (330, "click", ANYWHERE),
+    (20, "click", CAT),
     (20, "click", DRAWER),
-    (220, "drag", KEY, (200, 500)),  # not the door: it lies in the drawer again
+    (220, "click", ANYWHERE),
+    (20, "drag", KEY, (200, 500)),  # not the door: it lies in the drawer again
     (20, "drag", KEY, DOOR),
     (260, "click", DOOR),
-    (120, "click", RED),  # the wrong rope
-    (300, "click", GOLD),
+    (120, "click", ANYWHERE),
+    (20, "click", ANYWHERE),
+    (20, "click", RED),  # the wrong rope
+    (320, "click", ANYWHERE),
+    (20, "click", GOLD),
     (180, "click", BLUE),
     (120, "click", RED),
-    (500, "click", (400, 300)),  # back to the theatre
-    (60, "wait", (0, 0)),
+    (700, "wait"),
+    (0, "click", ANYWHERE),  # too early: the player's name is said to the end
+    (500, "click", ANYWHERE),  # back to the theatre
+    (60, "wait"),
 ]
+# Once more: the name that was kept is rubbed out, and the question is answered with yes.
+RETURN = [
+    (60, "click", ANYWHERE),
+    (40, "keys", [BACKSPACE], [BACKSPACE], [BACKSPACE], [ENTER]),
+    (80, "keys", [ESCAPE]),
+    (20, "click", LEAVE),
+    (60, "wait"),
+]
+
+
+def press(keys, tick):
+    """The lines of keys that go down one after the other, and up again in turn."""
+    down = [f"{tick + i} keydown {key}" for i, key in enumerate(keys)]
+    return down + [f"{tick + len(keys) + i} keyup {key}" for i, key in enumerate(reversed(keys))]
 
 
 def events(steps):
     """The lines for --input, and how many ticks they take."""
     lines, tick = [], 0
-    for wait, what, *places in steps:
+    for wait, what, *details in steps:
         tick += wait
-        if what == "wait":
-            continue
-        lines += [f"{tick} move {places[0][0]} {places[0][1]}", f"{tick + 2} down left"]
-        if what == "drag":
-            (x, y), (to_x, to_y) = places
-            lines += [f"{tick + 4 + i} move {x + (to_x - x) * i // 8} {y + (to_y - y) * i // 8}" for i in range(1, 9)]
-            tick += 10
-        tick += 4
-        lines.append(f"{tick} up left")
+        if what == "keys":
+            for keys in details:
+                lines += press(keys, tick)
+                tick += 2 * len(keys) + 1
+        elif what != "wait":
+            (x, y), (to_x, to_y) = details[0], details[-1]
+            lines += [f"{tick} move {x} {y}", f"{tick + 2} down left"]
+            if what == "drag":
+                lines += [f"{tick + 4 + i} move {x + (to_x - x) * i // 8} {y + (to_y - y) * i // 8}" for i in range(1, 9)]
+                tick += 10
+            tick += 4
+            lines.append(f"{tick} up left")
     return "\n".join(lines) + "\n", tick
 
 

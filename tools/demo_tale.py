@@ -249,13 +249,13 @@ def ledge(folder):
 
 def plate(folder, name, x, y, lit):
     """A button of brass, at a place of the screen."""
-    picture = Picture(132, 46)
+    picture = Picture(150, 46)
     light = 1.12 if lit else 0.94
     face = [(0, (250, 214, 130)), (0.5, (214, 168, 74)), (1, (150, 108, 44))]
-    picture.box(0, 0, 132, 46, (66, 40, 20))
-    picture.box(2, 2, 130, 44, (0, 0, 0), shade=lambda y: tuple(min(255, c * light) for c in ramp(face, (y - 2) / 42)))
-    picture.box(5, 5, 127, 6.4, (255, 250, 220), 0.6)
-    for rivet in ((9, 9), (123, 9), (9, 37), (123, 37)):
+    picture.box(0, 0, 150, 46, (66, 40, 20))
+    picture.box(2, 2, 148, 44, (0, 0, 0), shade=lambda y: tuple(min(255, c * light) for c in ramp(face, (y - 2) / 42)))
+    picture.box(5, 5, 145, 6.4, (255, 250, 220), 0.6)
+    for rivet in ((9, 9), (141, 9), (9, 37), (141, 37)):
         picture.ellipse(*rivet, 2.2, 2.2, (84, 54, 24))
     picture.save(folder / f"{name}{'lit' if lit else ''}.img", x, y, opaque=True)
 
@@ -385,7 +385,7 @@ def tasks(root):
     tale, workroom, above = root / "COMMON" / "TALE", root / "Dane" / "WORKSHOP", root / "Dane" / "LOFT"
     yield (figure, tale)
     yield from ((thing, tale) for thing in (ledge, board, shade, ticket, caret))
-    plates = (("come", 294, 354), ("leave", 240, 332), ("stay", 428, 332))
+    plates = (("come", 285, 354), ("leave", 231, 332), ("stay", 419, 332))
     yield from ((plate, tale, *row, lit) for row in plates for lit in (False, True))
     yield from ((exit_mark, tale, *row) for row in (("exit", False), ("exitlit", True)))
     yield from ((paint, workroom) for paint in (workshop, drawer, key, door, cat))

@@ -160,8 +160,9 @@ def limb(picture, x, y, angle, length, width, colour):
     return end
 
 
-def person(swing=0.0, turn=1, face=0.0, arms=0.0, blink=False):
-    """Looks to the right with turn 1, to the left with -1, forth with 0; `face` shakes the head."""
+def person(swing=0.0, turn=1, face=0.0, arms=0.0, blink=False, mouth=None):
+    """Looks to the right with turn 1, to the left with -1, forth with 0; `face` shakes the head; `mouth` is how wide and
+    how high it is open."""
     picture = Picture(90, 150)
     coat, trousers, skin = (54, 84, 130), (70, 56, 50), (236, 190, 150)
     bob = 2 * abs(math.sin(swing))
@@ -190,8 +191,25 @@ def person(swing=0.0, turn=1, face=0.0, arms=0.0, blink=False):
         else:
             picture.line(43 + x + look, head + 1, 47 + x + look, head + 1, 1.2, (40, 30, 30))
     picture.ellipse(45 + look * 1.3, head + 6, 2.5, 2, (216, 160, 124))
-    picture.line(41 + look, head + 11, 49 + look, head + 11, 1.4, (150, 70, 60))
+    if mouth:
+        wide, high = mouth
+        picture.ellipse(45 + look, head + 11.5, wide + 1, high + 1, (150, 70, 60))
+        picture.ellipse(45 + look, head + 11.5, wide, high, (84, 22, 26))
+        picture.ellipse(45 + look, head + 11.5 + high * 0.5, wide * 0.6, high * 0.4, (206, 92, 92))
+    else:
+        picture.line(41 + look, head + 11, 49 + look, head + 11, 1.4, (150, 70, 60))
     return picture
+
+
+MOUTHS = {"a": (4.5, 4.5), "e": (5.5, 2.2), "o": (3, 3.6), "m": None}
+
+
+def speaking():
+    """The pictures of the speaking figure, and its events: a sequence draws those of SAY by lot while a voice is heard."""
+    poses = [("m", 0, 0), ("e", 0, 0), ("a", 0, 0), ("o", 0, 0), ("a", 0.45, 1), ("e", 0.45, 1), ("m", 0.45, -1), ("o", 0.2, -1), ("m", 0.2, 0)]
+    pictures = [person(turn=0, face=face, arms=arms, mouth=MOUTHS[mouth]) for mouth, arms, face in poses]
+    rows = {"START": [8, 6], "1": [0, 2, 1, 0], "2": [3, 1, 2, 0], "3": [4, 5, 4, 6], "4": [7, 1, 7, 0, 2], "5": [2, 3, 0], "END": [6, 8, 0]}
+    return pictures, rows
 
 
 def figure(folder):
@@ -199,6 +217,9 @@ def figure(folder):
     pictures = [person(turn=0), person(turn=0, blink=True)]
     pictures += [person(swing, 1) for swing in turns] + [person(swing, -1) for swing in turns]
     pictures += [person(turn=0, face=face) for face in (-6, 6)] + [person(turn=0, arms=arms) for arms in (1.2, 2.2, 2.8)]
+    first = len(pictures)
+    speech, rows = speaking()
+    pictures += speech
     steps = {0: "step.wav", 4: "step.wav"}
     save_animation(folder / "figure.ann", [(picture, 0, 0) for picture in pictures], [
         {"name": "STAND", "frames": [0] * 11 + [1], "loop": (0, 11), "fps": 5},
@@ -206,7 +227,95 @@ def figure(folder):
         {"name": "WALKL", "frames": list(range(10, 18)), "loop": (0, 7), "sounds": steps},
         {"name": "NO", "frames": [18, 0, 19, 0, 18, 0, 19, 0], "sounds": {0: "wrong.wav"}},
         {"name": "CHEER", "frames": [20, 21, 22, 21, 22, 21, 20, 0]},
+        *({"name": f"SAY_{name}", "frames": [first + n for n in row], "fps": 11} for name, row in rows.items()),
     ])
+
+
+# --- what is written on
+
+
+def ledge(folder):
+    """The edge of the floor, where the lines of the figure stand."""
+    picture = Picture(WIDTH, 48)
+    picture.box(0, 0, WIDTH, 48, (0, 0, 0), shade=lambda y: ramp([(0, (58, 20, 30)), (1, (24, 8, 16))], y / 48))
+    for y in (0, 44):
+        picture.box(0, y, WIDTH, y + 4, GOLD, shade=lambda row, y=y: mix((255, 226, 150), (112, 76, 28), (row - y) / 4))
+    for x in (24, WIDTH - 24):
+        picture.ellipse(x, 24, 8, 8, (112, 76, 28))
+        picture.ellipse(x, 23.5, 6, 6, GOLD)
+        picture.ellipse(x - 2, 21.5, 2, 2, (255, 246, 214))
+    picture.save(folder / "ledge.img", 0, HEIGHT - 48, opaque=True)
+
+
+def plate(folder, name, x, y, lit):
+    """A button of brass, at a place of the screen."""
+    picture = Picture(150, 46)
+    light = 1.12 if lit else 0.94
+    face = [(0, (250, 214, 130)), (0.5, (214, 168, 74)), (1, (150, 108, 44))]
+    picture.box(0, 0, 150, 46, (66, 40, 20))
+    picture.box(2, 2, 148, 44, (0, 0, 0), shade=lambda y: tuple(min(255, c * light) for c in ramp(face, (y - 2) / 42)))
+    picture.box(5, 5, 145, 6.4, (255, 250, 220), 0.6)
+    for rivet in ((9, 9), (141, 9), (9, 37), (141, 37)):
+        picture.ellipse(*rivet, 2.2, 2.2, (84, 54, 24))
+    picture.save(folder / f"{name}{'lit' if lit else ''}.img", x, y, opaque=True)
+
+
+def exit_mark(folder, name, lit):
+    """The way out: a round knob with a cross."""
+    picture = Picture(44, 44)
+    light = 1.15 if lit else 0.95
+    picture.ellipse(22, 22, 21, 21, (50, 30, 18))
+    picture.ellipse(22, 22, 19, 19, (0, 0, 0), shade=lambda y: tuple(min(255, c * light) for c in mix((240, 200, 112), BRASS, y / 44)))
+    for ends in ((15, 15, 29, 29), (29, 15, 15, 29)):
+        picture.line(*ends, 4, (92, 24, 28))
+    picture.save(folder / f"{name}.img", 746, 12)
+
+
+def board(folder):
+    """The sheet of a question; its upper strip is there to be dragged."""
+    picture = Picture(400, 210)
+    picture.box(0, 0, 400, 210, (84, 54, 24))
+    picture.box(2, 2, 398, 208, GOLD)
+    picture.box(5, 5, 395, 205, (0, 0, 0), shade=lambda y: mix((250, 240, 214), (228, 208, 168), y / 210))
+    picture.box(5, 5, 395, 34, (0, 0, 0), shade=lambda y: mix((164, 40, 48), (112, 22, 34), (y - 5) / 29))
+    picture.box(5, 34, 395, 36, GOLD)
+    for x in (16, 22, 28, 372, 378, 384):
+        picture.line(x, 12, x, 28, 2, (230, 160, 110), 0.7)
+    picture.save(folder / "board.img", 200, 180, opaque=True)
+
+
+def shade(folder):
+    """Darkens what a question covers."""
+    picture = Picture(WIDTH, HEIGHT)
+    picture.box(0, 0, WIDTH, HEIGHT, (10, 6, 20), 0.5)
+    picture.save(folder / "shade.img")
+
+
+def ticket(folder):
+    picture = Picture(580, 320)
+    picture.box(8, 10, 580, 320, (0, 0, 0), 0.35)
+    picture.box(0, 0, 572, 312, (0, 0, 0), shade=lambda y: mix((252, 242, 216), (232, 212, 172), y / 312))
+    for inset, tone in ((12, (150, 50, 52)), (17, (200, 150, 80))):
+        for box in ((inset, inset, 572 - inset, inset + 2), (inset, 310 - inset, 572 - inset, 312 - inset), (inset, inset, inset + 2, 312 - inset), (570 - inset, inset, 572 - inset, 312 - inset)):
+            picture.box(*box, tone)
+    for y in range(24, 300, 12):
+        picture.box(476, y, 478, y + 6, (150, 110, 80), 0.8)
+    for y in range(0, 312, 24):  # torn off a roll
+        for x in (0, 572):
+            picture.ellipse(x, y + 12, 5, 5, (120, 18, 28))
+    for n, size in ((0, 30), (1, 22), (2, 14)):
+        picture.ellipse(520, 150, size, size, (150, 50, 52) if n != 1 else (250, 236, 206))
+    for k in range(8):
+        turn = math.pi * k / 4
+        picture.line(520 + 34 * math.cos(turn), 150 + 34 * math.sin(turn), 520 + 44 * math.cos(turn), 150 + 44 * math.sin(turn), 3, (200, 150, 80))
+    picture.box(60, 194, 440, 196, (110, 70, 50))
+    picture.save(folder / "ticket.img", 110, 116)
+
+
+def caret(folder):
+    picture = Picture(3, 28)
+    picture.box(0, 0, 3, 28, (150, 40, 48))
+    picture.save(folder / "caret.img", opaque=True)
 
 
 # --- the loft
@@ -275,6 +384,10 @@ def tasks(root):
     yield (stage, root / "COMMON" / "STAGE")
     tale, workroom, above = root / "COMMON" / "TALE", root / "Dane" / "WORKSHOP", root / "Dane" / "LOFT"
     yield (figure, tale)
+    yield from ((thing, tale) for thing in (ledge, board, shade, ticket, caret))
+    plates = (("come", 285, 354), ("leave", 231, 332), ("stay", 419, 332))
+    yield from ((plate, tale, *row, lit) for row in plates for lit in (False, True))
+    yield from ((exit_mark, tale, *row) for row in (("exit", False), ("exitlit", True)))
     yield from ((paint, workroom) for paint in (workshop, drawer, key, door, cat))
     yield (loft, above)
     yield from ((rope, above, *row) for row in (("blue", BLUE, 390), ("gold", GOLD, 500), ("red", RED, 610)))

@@ -7,7 +7,7 @@ packages=(
   libsdl2-dev libcli11-dev libpng-dev liblzo2-dev libjpeg62-turbo-dev libsimpleini-dev libsndfile1-dev libfreetype-dev nlohmann-json3-dev
   libgtest-dev libgmock-dev xvfb                    # testing
   libbenchmark-dev liblua5.4-dev libinih-dev libpixman-1-dev libsdl2-ttf-dev  # measuring, all but the first as peers
-  fonts-dejavu-core
+  fonts-dejavu-core                                 # the letters of the demo, and of what is measured
   clang libclang-rt-14-dev                          # fuzzing
   clang-format clang-tidy                           # judging the sources
 )

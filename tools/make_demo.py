@@ -1,13 +1,18 @@
 #!/usr/bin/env python3
-"""Paints the drawings of the demo game into demo and computes its sounds. Needs nothing but Python; takes some seconds.
+"""Paints the drawings of the demo game into demo, computes its sounds and the voice of its lines, and makes its letters
+with footlight-font. Needs Python, that program and the package fonts-dejavu-core; takes some seconds.
 
-    make_demo.py [FOLDER]       works in FOLDER instead
+    make_demo.py [FOLDER]           works in FOLDER instead
+    make_demo.py --font-tool FILE   footlight-font, if it is not below build
 """
 
+import argparse
 import math
 import multiprocessing
 import pathlib
 import random
+import re
+import subprocess
 import sys
 
 import demo_tale
@@ -427,18 +432,61 @@ def tasks(root):
     yield from ((day_cloud, land, 0, 220, 96), (day_cloud, land, 1, 160, 70))
     yield from demo_tale.tasks(root)
     yield from ((synth.make, root / "Wavs" / name) for name in synth.SOUNDS)
+    yield from ((synth.say, root / "Wavs" / f"{name.lower()}.wav", text) for name, text in lines(root))
+
+
+def lines(root):
+    """The name of each line of the figure, and what it says, as the definitions have it."""
+    for path in sorted(root.rglob("*.cnv")):
+        yield from re.findall(r"DEF:LINE_(\w+)\(TYPE=STRING\|VALUE=([^|)]*)\)", path.read_text("cp1250"))
 
 
 def paint(task):
     task[0](*task[1:])
 
 
+# --- letters
+
+FONTS = pathlib.Path("/usr/share/fonts/truetype/dejavu")
+LETTERING = (("line", "DejaVuSerif.ttf", 22), ("bold", "DejaVuSerif-Bold.ttf", 22), ("title", "DejaVuSerif-Bold.ttf", 34))
+
+
+def find_font_tool():
+    """The newest footlight-font of the builds in this tree."""
+    built = pathlib.Path(__file__).resolve().parent.parent.glob("build/*/footlight-font")
+    return max(built, key=lambda path: path.stat().st_mtime, default=None)
+
+
+def make_letters(tool, folder):
+    """Gives what is missing as a sentence, or nothing."""
+    tool = tool or find_font_tool()
+    if tool is None or not tool.is_file():
+        return "footlight-font is missing: build it with cmake --build --preset release --target footlight_font_tool"
+    folder.mkdir(parents=True, exist_ok=True)
+    for name, font, size in LETTERING:
+        if not (FONTS / font).is_file():
+            return f"{FONTS / font} is missing: install the package fonts-dejavu-core"
+        made = subprocess.run([tool, "make", FONTS / font, folder / f"{name}.fnt", "--size", str(size), "--no-kerning"], stdout=subprocess.DEVNULL)
+        if made.returncode != 0:
+            return f"{tool} could not make {name}.fnt"
+    return None
+
+
 def main():
-    root = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).parent.parent / "demo"
+    parser = argparse.ArgumentParser(description="Makes the demo's pictures, sounds and letters.")
+    parser.add_argument("folder", nargs="?", type=pathlib.Path, default=pathlib.Path(__file__).resolve().parent.parent / "demo")
+    parser.add_argument("--font-tool", type=pathlib.Path, help="the program footlight-font (default: the newest one below build)")
+    options = parser.parse_args()
+    fault = make_letters(options.font_tool, options.folder / "COMMON" / "TALE")
+    if fault:
+        print(f"make_demo: {fault}", file=sys.stderr)
+        return 1
+    work = list(tasks(options.folder))
     with multiprocessing.Pool() as pool:
-        pool.map(paint, list(tasks(root)), chunksize=1)
-    print(f"Demo: {sum(1 for _ in tasks(root))} files in {root}")
+        pool.map(paint, work, chunksize=1)
+    print(f"Demo: {len(work) + len(LETTERING)} files in {options.folder}")
+    return 0
 
 
 if __name__ == "__main__":
-    main()
+    sys.exit(main())

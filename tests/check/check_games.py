@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Checks the definitions of the demo and of all games under tests/games with footlight-check.
 
-    check_games.py --tool build/debug/footlight-check
+    check_games.py --tool build/debug/footlight-check --font-tool build/debug/footlight-font
 
 Nothing may be found in them, but for what a game's expect.json lists under "check", the findings without the game's
 folder, or null where the tool cannot work. Every definition file of a game must have been read.
@@ -10,6 +10,7 @@ folder, or null where the tool cannot work. Every definition file of a game must
 import argparse
 import json
 import pathlib
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -86,13 +87,23 @@ def check_bad_words(tool):
             yield f"{words}: exit status {status}, output {output!r}, errors {errors!r}"
 
 
+def painted_demo(folder, font_tool):
+    """The demo with all the files that its definitions name."""
+    shutil.copytree(ROOT / "demo", folder, ignore=shutil.ignore_patterns("*.img", "*.ann", "*.wav", "*.fnt", "*.ini"))
+    subprocess.run([ROOT / "tools" / "make_demo.py", folder, "--font-tool", font_tool], check=True, stdout=subprocess.DEVNULL)
+    return folder
+
+
 def main():
     parser = argparse.ArgumentParser(description="Checks the definitions of the demo and of all test games.")
     parser.add_argument("--tool", required=True, type=pathlib.Path)
-    tool = parser.parse_args().tool.resolve()
-    faults = [*check_bad_words(tool), *check_json(tool), *check(tool, ROOT / "demo", {})]
+    parser.add_argument("--font-tool", required=True, type=pathlib.Path)
+    options = parser.parse_args()
+    tool = options.tool.resolve()
+    faults = [*check_bad_words(tool), *check_json(tool)]
     games = [path.parent for path in sorted((ROOT / "tests" / "games").glob("*/expect.json"))]
     with tempfile.TemporaryDirectory() as folder:
+        faults += check(tool, painted_demo(pathlib.Path(folder).resolve() / "demo", options.font_tool), {})
         for game in games:
             copy = pathlib.Path(folder).resolve() / game.name
             game_folder.copy(game, copy)

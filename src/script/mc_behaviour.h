@@ -37,6 +37,8 @@ class CMC_Behaviour : public CMC_Object, public CTimerNotificator {
   bool doneFirst() const override { return false; }
   // Drops the lines; unless told to keep them, the inline behaviours that the lines made go too.
   bool done(bool keepTempBehaviours) override;
+  // The code, then the name of the condition.
+  void serialize(CXArchive& archive) override;
   std::unique_ptr<CMC_Object> copy() const override;
 
   // Runs the lines. The answer tells that a break came out of them and is to go on through the callers.

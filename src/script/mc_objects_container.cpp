@@ -334,7 +334,7 @@ void CMC_ObjectsContainer::buildPass(std::vector<Waiting>& waiting, int pass) {
 
 // Some types exist once a chain: a further element adds its bindings to the object that there is.
 bool CMC_ObjectsContainer::adoptExisting(const CMElement* element, const ScriptType& type) {
-  CMC_Object* existing = type.isOnceAChain ? getObject(type.idWord) : nullptr;
+  CMC_Object* existing = type.isOnceAChain && adoptsExisting() ? getObject(type.idWord) : nullptr;
   if (existing == nullptr || existing->getType() != type.number) return false;
   existing->initializeBehaviours(this, element);
   return true;

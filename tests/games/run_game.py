@@ -133,6 +133,16 @@ def pack(host, folder, work):
     return ["--big", str(big)]
 
 
+def to_binary(host, folder, words):
+    """Stores the binary form of the game and takes away the text that it stands for."""
+    command = [str(host), "--headless", *words, "-2bin"]
+    subprocess.run(command, cwd=folder, check=True, stdout=subprocess.DEVNULL, timeout=TIME_LIMIT)
+    for stored in list(folder.rglob("*.bin")):
+        text = find_file(stored.parent, "application.def" if stored.name == "application.bin" else stored.stem + ".cnv")
+        if text is not None:
+            text.unlink()
+
+
 def run(host, game, options, literal):
     expect = json.loads((game / "expect.json").read_text(encoding="utf-8"))
     unknown = set(expect) - {"args", "ticks", "input", "ini", "files", "shots", "exit", "stderr_contains", "check",
@@ -154,6 +164,9 @@ def run(host, game, options, literal):
     if options.packed:
         command += pack(host, folder, work)
     command += expect.get("args", [])
+    if options.binary:
+        modules = ["--modules", str(host.parent / "modules")] if expect.get("modules") else []
+        to_binary(host, folder, modules + expect.get("args", []))
     way = game.name + (" (read literally)" if literal else "")
     if literal:
         command += ["--literal"] if "--diagnose" in command else ["--literal", "--diagnose", "warn"]
@@ -189,10 +202,11 @@ def main():
     parser.add_argument("--host", required=True, type=pathlib.Path)
     parser.add_argument("--keep", action="store_true", help="keep the copy that the game ran in")
     parser.add_argument("--packed", action="store_true", help="run it from a big file alone, where it must leave the same")
+    parser.add_argument("--binary", action="store_true", help="run it from its binary form, where it must leave the same")
     parser.add_argument("--accept", action="store_true", help="make the shots the new expectation")
     parser.add_argument("game", type=pathlib.Path)
     options = parser.parse_args()
-    ways = (False,) if options.accept else (False, True)
+    ways = (False,) if options.accept or options.binary else (False, True)
     good = all([run(options.host.resolve(), options.game.resolve(), options, literal) for literal in ways])
     print(f"{options.game.name}: {'as expected' if good else 'NOT as expected'}")
     return 0 if good else 1

@@ -70,6 +70,7 @@ void CApplication::preinitializeApplication() {
     setErrorCode(kNoApplication);
   } else if (commandLine_->is2Bin()) {
     isStored_ = application_->storeBinary();
+    application_->silence();
   } else {
     application_->initialize(nullptr);
   }

@@ -53,7 +53,8 @@ bool CMC_Episode::passScenes(CXArchive& archive, CMC_Scene& parent, std::vector<
   if (archive.isStoring()) return true;
   const auto& read = getSubScenes();
   const bool isThere = start >= 0 && start < std::ssize(read);
-  if (start != kNone && !read.empty()) startWith_ = isThere ? read[static_cast<std::size_t>(start)] : read.front();
+  if (start != kNone && !read.empty())
+    startWith_ = isThere ? read[static_cast<std::size_t>(start)] : read.front();
   return count != kNone;
 }
 

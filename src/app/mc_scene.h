@@ -112,6 +112,8 @@ class CMC_Scene : public CMC_ObjectsContainer {
   bool isCopy() const { return isCopy_; }
   // Takes name, properties and stored bindings of another level.
   void takeLevel(const CMC_Scene& other);
+  // Takes all bindings off the level and its objects: nothing of the scripts runs at their end.
+  void silence();
   // The properties of a level in its binary form, before it is first entered.
   void readHead();
 
@@ -197,7 +199,7 @@ class CMC_Scene : public CMC_ObjectsContainer {
   bool isHeadRead_ = false;  // the properties of the binary form are known
   bool isCopy_ = false;
   StoredBindings bound_;  // the level's own, in the binary form
-  int enteredAt_ = 0;  // seconds of the clock; 0 when not running
+  int enteredAt_ = 0;     // seconds of the clock; 0 when not running
 };
 
 }  // namespace footlight

@@ -1,7 +1,7 @@
 // The binary form of a level: its part of "application.bin", and its own file.
 //
-// The file holds the texts of DLLS, BACKGROUND and MUSIC, the number of objects, and of each object the number
-// of its type and what its `serialize` writes.
+// The file holds the texts of DLLS, BACKGROUND and MUSIC, the number of objects, and of each object the
+// number of its type and what its `serialize` writes.
 
 #include <algorithm>
 
@@ -24,12 +24,14 @@ namespace {
 constexpr int kRead[] = {1,    2,    3,    4,    10,   11,   12,   13,   100,  101,  103,  2000,
                          2001, 2002, 2004, 2005, 2006, 2007, 2008, 2009, 2011, 2012, 2013, 2014,
                          2015, 2016, 2017, 2018, 2019, 2020, 2021, 2022, 3000, 3001};
-// The levels, and what the application makes for itself.
+// The levels, and what the application makes for itself. What code makes of itself is left out too.
 constexpr int kLeftOut[] = {type::kApplication, type::kEpisode, type::kScene,
                             type::kRandom,      type::kSystem,  type::kCnvLoader};
 
 bool isRead(int type) { return std::ranges::binary_search(kRead, type); }
-bool isLeftOut(const CMC_Object& object) {
+bool isLeftOut(CMC_Object& object) {
+  const auto* behaviour = object_cast<CMC_Behaviour>(&object);
+  if (behaviour != nullptr && behaviour->isMadeByCode()) return true;
   return std::ranges::find(kLeftOut, object.getType()) != std::end(kLeftOut);
 }
 
@@ -81,11 +83,15 @@ bool CMC_Scene::storeFile() {
   return archive.Close();
 }
 
-void CMC_Scene::endQuietly() {
+void CMC_Scene::silence() {
   for (const Ref<CMC_Object>& object : snapshot()) {
     if (!isOwnedElsewhere(object.get())) object->removeAllBehaviours();
   }
   removeAllBehaviours();
+}
+
+void CMC_Scene::endQuietly() {
+  silence();
   CMC_ObjectsContainer::unload();
   while (!monitored_.empty()) removeMonitorCollisions(monitored_.back().get(), nullptr);
   doneDLLs();
@@ -117,7 +123,8 @@ void CMC_Scene::loadBinary() {
     at = archive.position();
     fits = readObject(archive, adopted);
   }
-  if (!fits) reportMisfit(file.getFileName(), archive.hasFailed() ? archive.position() : at, getName() + ".cnv");
+  if (!fits)
+    reportMisfit(file.getFileName(), archive.hasFailed() ? archive.position() : at, getName() + ".cnv");
   bindRead(adopted);
 }
 
@@ -154,11 +161,15 @@ CMC_Object* CMC_Scene::makeNext(CXArchive& archive, int type) {
 }
 
 void CMC_Scene::bindRead(const std::vector<Adopted>& adopted) {
-  for (CMC_Object* object : getObjectsOfType(type::kBehaviour))
-    static_cast<CMC_Behaviour*>(object)->resolveCondition();
   bindStored(bound_, this);
   for (const Ref<CMC_Object>& object : snapshot()) {
     if (!isOwnedElsewhere(object.get())) object->initializeBehaviours(this, nullptr);
+  }
+  for (const Ref<CMC_Object>& object : snapshot()) {
+    auto* behaviour = object_cast<CMC_Behaviour>(object.get());
+    if (behaviour == nullptr || behaviour->isDisposed()) continue;
+    behaviour->resolveCondition();
+    if (behaviour->isBoundInline()) behaviour->init();
   }
   for (const auto& [object, bindings] : adopted) {
     if (object) object->bindStored(bindings, this);

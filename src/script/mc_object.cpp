@@ -173,7 +173,7 @@ bool CMC_Object::bindProperty(CMC_ObjectsContainer* container, const CXString& p
 
 Ref<CMC_Behaviour> CMC_Object::makeInlineBehaviour(CMC_ObjectsContainer* container, const CXString& property,
                                                    const CXString& code, Origin origin) {
-  CXString name = "beh_";
+  CXString name = CMC_Behaviour::kInlinePrefix;
   if (container->getType() == type::kClass) name += container->getName() + "_";
   name += name_ + "_" + property;
   Ref<CMC_Behaviour> made(new CMC_Behaviour(container, name, code, origin));

@@ -266,7 +266,7 @@ CMC_Object* CMC_ObjectsContainer::resolve(const CMElement* element, CMC_Groupped
   if (object == nullptr) reportUnknown(*element);
   if (object == nullptr || group == nullptr) return object;
   for (const WeakRef<CMC_Behaviour>& behaviour : object->getTmpBehList()) {
-    if (behaviour && behaviour->getName().startsWith("beh_")) group->add(behaviour.get());
+    if (behaviour && behaviour->isBoundInline()) group->add(behaviour.get());
   }
   return object;
 }

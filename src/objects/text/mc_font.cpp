@@ -36,7 +36,8 @@ void CMC_Font::serialize(CXArchive& archive) {
   constexpr std::size_t kFontBytes = 12;
   CMC_Object::serialize(archive);
   const bool isStoring = archive.isStoring();
-  const int count = archive.passCount(fonts_ != nullptr ? static_cast<std::size_t>(fonts_->count()) : 0, kFontBytes);
+  const int count =
+      archive.passCount(fonts_ != nullptr ? static_cast<std::size_t>(fonts_->count()) : 0, kFontBytes);
   for (int i = 0; i < count && !archive.hasFailed(); ++i) {
     const CSimpleFont6* font = isStoring ? fonts_->at(i) : nullptr;
     CXString family = isStoring ? font->getFamily() : CXString();

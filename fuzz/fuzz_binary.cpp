@@ -1,0 +1,75 @@
+// The binary form of a game. The first byte says what the others are: "application.bin", or the file of the
+// scene of a whole one. The game runs for some ticks, is stored from itself and read again: that must give the
+// same bytes.
+
+#include "app/mc_application.h"
+#include "app/mc_scene.h"
+#include "cast.h"
+#include "demand.h"
+#include "foundation/byte_writer.h"
+#include "support/game_world.h"
+
+namespace footlight::fuzz {
+
+namespace {
+
+constexpr int kTicks = 6;
+constexpr int kRounds = 2;
+const std::string kDane = "C:\\GAME\\Dane\\";
+
+ByteWriter& text(ByteWriter& out, std::string_view characters) {
+  return out.i32(static_cast<std::int32_t>(characters.size())).text(characters);
+}
+
+// An application with an episode, and in it a scene.
+std::string wholeApplication() {
+  ByteWriter out;
+  const auto identity = [&out](std::string_view name) -> ByteWriter& {
+    text(text(out, name).i32(0), "");
+    return out;
+  };
+  identity("GAME").i32(1).i32(0);
+  identity("ACT").i32(1).i32(0);
+  identity("MAIN");
+  const auto bytes = out.written();
+  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+// What a game leaves that was stored by itself: the files of its levels.
+Disk storedBy(const Disk& disk) {
+  test::World world(disk, {.literal = false, .budget = 1 << 12});
+  if (world.game() == nullptr) return {};
+  world.game()->storeBinary();
+  Disk stored = disk;
+  for (const auto& [name, content] : world.files().changes()) {
+    if (name.ends_with(".bin") && content) stored[name] = content;
+  }
+  return stored;
+}
+
+void play(const Disk& disk) {
+  test::World world(disk, {.literal = false, .budget = 1 << 12});
+  for (int tick = 0; tick < kTicks; ++tick) world.tick();
+  if (world.game() != nullptr) world.run(world.game(), "AGAIN", "GAME^STOREBINARY();GAME^RESTART();");
+  for (int tick = 0; tick < kTicks; ++tick) world.tick();
+}
+
+void run(std::span<const std::uint8_t> data) {
+  Disk disk;
+  addCommonFiles(disk);
+  const bool isScene = !data.empty() && data[0] % 4 != 0;
+  const std::string_view rest = textOf(data.subspan(data.empty() ? 0 : 1));
+  disk[kDane + "application.bin"] = test::contentOf(isScene ? std::string_view(wholeApplication()) : rest);
+  disk[kDane + "MAIN.bin"] = test::contentOf(isScene ? rest : std::string_view());
+  play(disk);
+  for (int round = 0; round < kRounds; ++round) storedBy(disk);
+}
+
+}  // namespace
+
+}  // namespace footlight::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  footlight::fuzz::run({data, size});
+  return 0;
+}

@@ -70,7 +70,8 @@ bool CMC_Scene::storeFile() {
   archive.store(getElementsNo());
   std::vector<Ref<CMC_Object>> stored = snapshot();
   std::erase_if(stored, [](const auto& object) { return isLeftOut(*object); });
-  std::ranges::stable_partition(stored, [](const auto& object) { return isRead(object->getType()); });
+  std::stable_partition(stored.begin(), stored.end(),
+                        [](const auto& object) { return isRead(object->getType()); });
   for (const auto& object : stored) {
     const CXString word = typeToString(object->getType());
     if (!isRead(object->getType()) && diagnose::isOn())

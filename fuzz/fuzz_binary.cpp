@@ -7,6 +7,7 @@
 #include "cast.h"
 #include "demand.h"
 #include "foundation/byte_writer.h"
+#include "foundation/code_page.h"
 #include "support/game_world.h"
 
 namespace footlight::fuzz {
@@ -15,7 +16,10 @@ namespace {
 
 constexpr int kTicks = 6;
 using Bytes = std::vector<std::byte>;
-const std::string kDane = "C:\\GAME\\Dane\\";
+const std::string kEnding = code_page::foldCase(".bin");
+
+// As a world names the files that it has changed.
+std::string fileOf(const std::string& name) { return code_page::foldCase("C:\\GAME\\Dane\\" + name); }
 
 ByteWriter& text(ByteWriter& out, std::string_view characters) {
   return out.i32(static_cast<std::int32_t>(characters.size())).text(characters);
@@ -42,7 +46,7 @@ Disk storedBy(const Disk& disk) {
   world.game()->storeBinary();
   Disk stored = disk;
   for (const auto& [name, content] : world.files().changes()) {
-    if (name.ends_with(".bin") && content) stored[name] = content;
+    if (name.ends_with(kEnding) && content) stored[name] = content;
   }
   return stored;
 }
@@ -59,13 +63,13 @@ void run(std::span<const std::uint8_t> data) {
   addCommonFiles(disk);
   const bool isScene = !data.empty() && data[0] % 4 != 0;
   const std::string_view rest = textOf(data.subspan(data.empty() ? 0 : 1));
-  disk[kDane + "application.bin"] = test::contentOf(isScene ? std::string_view(wholeApplication()) : rest);
-  disk[kDane + "MAIN.bin"] = test::contentOf(isScene ? rest : std::string_view());
+  disk[fileOf("application.bin")] = test::contentOf(isScene ? std::string_view(wholeApplication()) : rest);
+  disk[fileOf("MAIN.bin")] = test::contentOf(isScene ? rest : std::string_view());
   play(disk);
   const Disk once = storedBy(disk);
   const Disk twice = storedBy(once);
   const auto scene = [](const Disk& of) {
-    return of.contains(kDane + "MAIN.bin") ? *of.at(kDane + "MAIN.bin") : Bytes();
+    return of.contains(fileOf("MAIN.bin")) ? *of.at(fileOf("MAIN.bin")) : Bytes();
   };
   if (isScene) demand(scene(once) == scene(twice));
 }

@@ -83,6 +83,7 @@ void CApplication::buildGame() {
       diagnose::report(diagnose::Group::file, CMC_Application::kBinaryFile, "",
                        "the binary form is stored from itself; -forceCNV stores it from the text");
     application_.reset(new CMC_Application(window_));
+    if (!application_->isPlayable()) application_.reset();
     return;
   }
   parser_ = std::make_unique<CMC_StructureParser>(window_, "application.def");

@@ -55,7 +55,8 @@ CMC_Application::CMC_Application(CWindow* window) : CMC_Scene(window, type::kApp
     CFile file(window, kBinaryFile, CFile::kReadBinary);
     CXArchive archive(file);
     serialize(archive);
-    if (archive.hasFailed()) reportMisfit(file.getFileName(), archive.position(), "application.def");
+    isWhole_ = !archive.hasFailed();
+    if (!isWhole_) reportMisfit(file.getFileName(), archive.position(), "application.def");
   }
   for (const auto& level : levels_) level->readHead();
   readHead();
@@ -128,7 +129,17 @@ void CMC_Application::serialize(CXArchive& archive) {
   if (!read.empty()) startWith_ = isThere ? read[static_cast<std::size_t>(start)] : read.front();
 }
 
+// The file of an application of that name would be the file of the whole game.
+bool CMC_Application::isNameTaken() const {
+  return getPath().IsEmpty() && (getName() + ".bin").equalsIgnoreCase(kBinaryFile);
+}
+
 bool CMC_Application::storeBinary() {
+  if (isNameTaken()) {
+    diagnose::report(diagnose::Group::file, getName(), "",
+                     "an application of this name needs a PATH to be stored");
+    return false;
+  }
   const CXString here = CFile::getCurrentDirectory();
   const bool isInRoot = CFile::chDir(CPath::getFullPath(CWindow::getRootPath(), kDataFolder)) == 0;
   if (!isInRoot) CFile::chDir(CPath::getFullPath(getWindow()->getDataRoot(), kDataFolder));

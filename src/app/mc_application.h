@@ -35,15 +35,19 @@ class CMC_Application : public CMC_Scene {
   // Writes the binary form of the whole game. False when a file could not be written: then the old
   // "application.bin" is still there. Runs no code of the game.
   virtual bool storeBinary();
+  // False for one of which nothing but its own part could be read.
+  bool isPlayable() const { return isWhole_ || !getSubScenes().empty(); }
   // Ends the game: ONDONE, the scene that runs, the objects. Nothing of the scripts runs afterwards.
   void close();
 
  private:
   void storeLevel(CXArchive& archive, CMC_Scene& level);
   void readLevel(CXArchive& archive);
+  bool isNameTaken() const;
 
   CMC_Scene* startWith_ = nullptr;
   std::vector<Owned<CMC_Scene>> levels_;  // those of a binary form
+  bool isWhole_ = true;
 };
 
 }  // namespace footlight

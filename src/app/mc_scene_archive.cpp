@@ -119,7 +119,7 @@ void CMC_Scene::loadBinary() {
   archive.pass(count);
   std::vector<Adopted> adopted;
   std::size_t at = archive.position();
-  bool fits = !archive.hasFailed();
+  bool fits = !archive.hasFailed() && count >= 0;
   for (; fits && count > 0 && archive.left() > 0; --count) {
     at = archive.position();
     fits = readObject(archive, adopted);

@@ -263,6 +263,9 @@ def what_is_read(host, folder):
             expect("-forceCNV" in "".join(lines), has_text, f"{name}: the way out in {lines}")
             expect("CHANGES=1" in (folder / "footlight.ini").read_text(), True, f"{name}: the objects before it")
         (dane / "SUB" / "SECOND.cnv").unlink()
+    for size in (0, 3, 11, 20):
+        (dane / "application.bin").write_bytes(APPLICATION[:size])
+        expect(run(host, folder).returncode, 2, f"a game of {size} bytes: the exit status")
 
 
 def what_stays(host, folder):

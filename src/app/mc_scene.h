@@ -163,8 +163,8 @@ class CMC_Scene : public CMC_ObjectsContainer {
   void passHead(CXArchive& archive);
   bool storeFile();
   void loadBinary();
-  bool readObject(CXArchive& archive, std::vector<Adopted>& adopted);
-  CMC_Object* makeNext(CXArchive& archive, int type);
+  bool readObject(CXArchive& archive, std::vector<Adopted>& adopted, Origin place);
+  CMC_Object* makeNext(CXArchive& archive, int type, Origin place);
   void bindRead(const std::vector<Adopted>& adopted);
   void endQuietly();
   // The scene's folder as it is written below a root.

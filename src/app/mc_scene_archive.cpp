@@ -120,9 +120,12 @@ void CMC_Scene::loadBinary() {
   std::vector<Adopted> adopted;
   std::size_t at = archive.position();
   bool fits = !archive.hasFailed() && count >= 0;
-  for (; fits && count > 0 && archive.left() > 0; --count) {
+  // Reports name an object by its number in the file.
+  Origin place{diagnose::internFile(file.getFileName()), 0};
+  while (fits && place.line < count && archive.left() > 0) {
     at = archive.position();
-    fits = readObject(archive, adopted);
+    ++place.line;
+    fits = readObject(archive, adopted, place);
   }
   if (!fits)
     reportMisfit(file.getFileName(), archive.hasFailed() ? archive.position() : at, getName() + ".cnv");
@@ -130,10 +133,10 @@ void CMC_Scene::loadBinary() {
 }
 
 // False when nobody knows what comes next, or it does not fit.
-bool CMC_Scene::readObject(CXArchive& archive, std::vector<Adopted>& adopted) {
+bool CMC_Scene::readObject(CXArchive& archive, std::vector<Adopted>& adopted, Origin place) {
   int number = 0;
   archive.pass(number);
-  CMC_Object* made = makeNext(archive, number);
+  CMC_Object* made = makeNext(archive, number, place);
   if (made == nullptr || archive.hasFailed()) {
     CMC_Object::destroy(made);
     return false;
@@ -150,9 +153,10 @@ bool CMC_Scene::readObject(CXArchive& archive, std::vector<Adopted>& adopted) {
   return true;
 }
 
-CMC_Object* CMC_Scene::makeNext(CXArchive& archive, int type) {
+CMC_Object* CMC_Scene::makeNext(CXArchive& archive, int type, Origin place) {
+  const diagnose::PlaceGuard guard(place);
   if (!isRead(type)) return serializeEx(archive, type);
-  const CMElement nothing("", origin());
+  const CMElement nothing("", place);
   const ScriptType* known = findType(type);
   CMC_Object* made = known != nullptr ? makeObject(this, &nothing, *known) : nullptr;
   if (made == nullptr) return nullptr;

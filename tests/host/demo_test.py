@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Paints the demo and plays it through, unseen: it must make no mistake that the engine could report. The scenes of the
 theatre must each show a picture of their own. The tale is played to its end, by a player who first tries the shut door
-and the wrong rope; the end is told by the INI file.
+and the wrong rope; the end is told by the INI file. Then both are played once more from the demo's binary form alone.
 
     demo_test.py --host build/debug/footlight
 """
@@ -16,6 +16,7 @@ import tempfile
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(ROOT / "tests" / "games"))
 import png  # noqa: E402
+import run_game  # noqa: E402
 
 SHOTS = {250: "overture", 700: "night", 1400: "voyage", 2100: "day", 2950: "overture again"}
 
@@ -94,6 +95,10 @@ def main():
         game = work / "demo"
         shutil.copytree(ROOT / "demo", game, ignore=shutil.ignore_patterns("*.img", "*.ann", "*.wav", "*.ini"))
         subprocess.run([ROOT / "tools" / "make_demo.py", game], check=True, stdout=subprocess.DEVNULL)
+        if not (theatre_plays(host, game, work) and tale_ends(host, game, work)):
+            return 1
+        (game / "footlight.ini").unlink()
+        run_game.to_binary(host, game, ["-window"])
         return 0 if theatre_plays(host, game, work) and tale_ends(host, game, work) else 1
     finally:
         shutil.rmtree(work)

@@ -99,8 +99,8 @@ void CMC_Application::storeLevel(CXArchive& archive, CMC_Scene& level) {
 void CMC_Application::readLevel(CXArchive& archive) {
   Owned<CMC_Scene> made(new CMC_Episode(getWindow()));
   made->serialize(archive);
+  if (archive.hasFailed()) return;
   const bool isEpisode = static_cast<CMC_Episode&>(*made).passScenes(archive, *made, levels_);
-  if (archive.hasFailed() && made->getName().IsEmpty()) return;
   if (!isEpisode) {
     Owned<CMC_Scene> scene(new CMC_Scene(getWindow()));
     scene->takeLevel(*made);

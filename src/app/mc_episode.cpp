@@ -62,8 +62,9 @@ void CMC_Episode::readScene(CXArchive& archive, std::vector<Owned<CMC_Scene>>& s
   Owned<CMC_Scene> made(new CMC_Scene(getWindow()));
   made->serialize(archive);
   if (archive.hasFailed()) return;
-  const auto known =
-      std::ranges::find_if(scenes, [&](const auto& scene) { return scene->getName() == made->getName(); });
+  const auto known = std::ranges::find_if(scenes, [&](const auto& scene) {
+    return scene->getType() == type::kScene && scene->getName() == made->getName();
+  });
   if (known != scenes.end()) return addSubScene(known->get());
   addSubScene(made.get());
   scenes.push_back(std::move(made));

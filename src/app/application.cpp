@@ -65,13 +65,29 @@ void CApplication::preinitializeApplication() {
   window_->setDataRoot(here.GetFullPath(""));
   window_->SetSoundFXPath(here.GetFullPath(kSoundFolder));
   CFile::chDir(kDataFolder);
+  buildGame();
+  if (!application_) {
+    setErrorCode(kNoApplication);
+  } else if (commandLine_->is2Bin()) {
+    isStored_ = application_->storeBinary();
+    application_->silence();
+  } else {
+    application_->initialize(nullptr);
+  }
+}
+
+void CApplication::buildGame() {
+  CMC_StructureParser::prepare();
+  if (!commandLine_->isForceCNV() && CFile::canRead(CMC_Application::kBinaryFile)) {
+    if (commandLine_->is2Bin())
+      diagnose::report(diagnose::Group::file, CMC_Application::kBinaryFile, "",
+                       "the binary form is stored from itself; -forceCNV stores it from the text");
+    application_.reset(new CMC_Application(window_));
+    if (!application_->isPlayable()) application_.reset();
+    return;
+  }
   parser_ = std::make_unique<CMC_StructureParser>(window_, "application.def");
   application_ = parser_->takeApplication();
-  if (application_) {
-    if (!commandLine_->is2Bin()) application_->initialize(nullptr);
-  } else {
-    setErrorCode(kNoApplication);
-  }
 }
 
 bool CApplication::domodal() {

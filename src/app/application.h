@@ -32,7 +32,10 @@ class CApplication : public CXObject {
   CApplication& operator=(const CApplication&) = delete;
 
   // Finds the data, builds the game and enters its first scene. The error code tells whether there is one.
+  // With the option 2bin its binary form is stored instead.
   virtual void preinitializeApplication();
+  // False when the binary form was to be stored and a file of it could not be written.
+  bool isStored() const { return isStored_; }
   // One step of the game; false.
   virtual bool domodal();
   virtual bool OnExit() { return true; }
@@ -54,6 +57,8 @@ class CApplication : public CXObject {
   CResourcesManager* getGeneralResourcesManager() const { return resources_.get(); }
 
  private:
+  void buildGame();
+
   CWindow* window_;
   CCommandLine6* commandLine_;
   std::unique_ptr<CConfig> config_;
@@ -64,6 +69,7 @@ class CApplication : public CXObject {
   CXString bigFileName_;
   std::unique_ptr<CMC_StructureParser> parser_;  // owns the scenes
   Owned<CMC_Application> application_;
+  bool isStored_ = true;
 };
 
 }  // namespace footlight

@@ -23,6 +23,11 @@ Result exit(CMC_Application& application, Call& /*call*/) {
   return {};
 }
 
+Result storeBinary(CMC_Application& application, Call& /*call*/) {
+  application.storeBinary();
+  return {};
+}
+
 Result restart(CMC_Application& application, Call& /*call*/) {
   application.restart();
   return {};
@@ -142,8 +147,8 @@ constexpr Method kMethods[] = {
     {8, "DISABLEMUSIC", "", method<disableMusic>, "Lets no music be played."},
     {9, "RUN", "object:name, method:text, [arguments:value...] -> value", method<run>,
      "Calls a method of an object by their names, as the scene that runs knows them; gives what it gives."},
-    {10, "STOREBINARY", "", method<nothing>,
-     "Writes the whole game in its binary form. Does nothing in this build."},
+    {10, "STOREBINARY", "", method<storeBinary>,
+     "Writes the whole game in its binary form: this level as it is now, all others as they are defined."},
     {11, "RUNENV", "level:name, behaviour:name", method<runEnv>,
      "Runs a BEHAVIOUR of that scene or other level within it, without arguments."},
     {12, "EXISTSENV", "level:name, behaviour:name -> bool", method<existsEnv>,

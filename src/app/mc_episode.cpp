@@ -1,7 +1,11 @@
 #include "app/mc_episode.h"
 
+#include <algorithm>
+
+#include "app/level_copy.h"
 #include "app/level_words.h"
 #include "app/structure_parser.h"
+#include "files/archive.h"
 #include "foundation/string_tokenizer.h"
 #include "gfx/window.h"
 #include "script/mc_runner.h"
@@ -9,6 +13,12 @@
 #include "script/melement.h"
 
 namespace footlight {
+
+namespace {
+
+constexpr int kNone = -1;
+
+}  // namespace
 
 CMC_Episode::CMC_Episode(CWindow* window, const CMElement* element, const CMC_StructureParser& built)
     : CMC_Scene(window, element, type::kEpisode) {
@@ -30,6 +40,34 @@ void CMC_Episode::reportNoStart(const CMElement& element) {
   if (!diagnose::isOn()) return;
   diagnose::report(diagnose::Group::definition, element.getName(), "",
                    "has no STARTWITH: it is entered without a scene", element.origin());
+}
+
+bool CMC_Episode::passScenes(CXArchive& archive, CMC_Scene& parent, std::vector<Owned<CMC_Scene>>& scenes) {
+  const std::vector<CMC_Scene*> stored = getSubScenes();
+  int count = static_cast<int>(stored.size());
+  int start = getSubId(startWith_);
+  archive.pass(count);
+  archive.pass(start);
+  for (CMC_Scene* scene : stored) CLevelCopy(*scene, &parent)->serialize(archive);
+  for (int i = 0; !archive.isStoring() && i < count && !archive.hasFailed(); ++i) readScene(archive, scenes);
+  if (archive.isStoring()) return true;
+  const auto& read = getSubScenes();
+  const bool isThere = start >= 0 && start < std::ssize(read);
+  if (start != kNone && !read.empty())
+    startWith_ = isThere ? read[static_cast<std::size_t>(start)] : read.front();
+  return count != kNone;
+}
+
+void CMC_Episode::readScene(CXArchive& archive, std::vector<Owned<CMC_Scene>>& scenes) {
+  Owned<CMC_Scene> made(new CMC_Scene(getWindow()));
+  made->serialize(archive);
+  if (archive.hasFailed()) return;
+  const auto known = std::ranges::find_if(scenes, [&](const auto& scene) {
+    return scene->getType() == type::kScene && scene->getName() == made->getName();
+  });
+  if (known != scenes.end()) return addSubScene(known->get());
+  addSubScene(made.get());
+  scenes.push_back(std::move(made));
 }
 
 bool CMC_Episode::initialize(CMC_Scene* /*previous*/) {

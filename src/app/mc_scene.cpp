@@ -53,6 +53,11 @@ CMC_Scene::CMC_Scene(CWindow* window, const CMElement* element, int type)
   makeDefaultUnit(window);
 }
 
+CMC_Scene::CMC_Scene(CWindow* window, int type)
+    : CMC_ObjectsContainer(window, CXString(), type), deamon_(false), binary_(true) {
+  makeDefaultUnit(window);
+}
+
 CMC_Scene::~CMC_Scene() = default;
 
 CUnit6* CMC_Scene::getDefUnit() { return defaultUnit().get(); }
@@ -169,6 +174,12 @@ void CMC_Scene::enterDataFolder() const {
   CFile::chDir(folder());
 }
 
+void CMC_Scene::enterDefinitionFolder() const {
+  if (getType() != type::kScene) return enterLevelFolder();
+  CFile::chDir(CWindow::getRootPath());
+  if (!enterOwnFolder() || !CFile::canRead(definitionName())) enterDataFolder();
+}
+
 void CMC_Scene::enterLevelFolder() const {
   CFile::chDir(CPath::getFullPath(getWindow()->getDataRoot(), kDataFolder));
   if (path_.IsString()) CFile::chDir(path_);
@@ -178,10 +189,9 @@ bool CMC_Scene::initialize(CMC_Scene* previous) {
   CWindow* window = getWindow();
   window->BeginWaitCursor();
   unit_ = getDefUnit();
-  CFile::chDir(CWindow::getRootPath());
   const diagnose::PlaceGuard place(origin());
   if (dlls_.IsString()) resolveDLLs(dlls_);
-  if (!enterOwnFolder() || !CFile::canRead(getName() + ".cnv")) enterDataFolder();
+  enterDefinitionFolder();
   reportMissingFile();
   if (unit_ != nullptr) enterScene(previous);
   window->EndWaitCursor();
@@ -191,7 +201,7 @@ bool CMC_Scene::initialize(CMC_Scene* previous) {
 
 // A scene without a definition file simply has no objects.
 void CMC_Scene::reportMissingFile() const {
-  const CXString fileName = getName() + ".cnv";
+  const CXString fileName = definitionName();
   if (!diagnose::isOn() || CFile::canRead(fileName)) return;
   std::string text = "the scene has no objects; looked for";
   const CXString own = CPath::getFullPath(CPath::getFullPath(CWindow::getRootPath(), folder()), fileName);
@@ -220,7 +230,8 @@ void CMC_Scene::enterScene(CMC_Scene* previous) {
 }
 
 void CMC_Scene::loadCnv() {
-  const CXString fileName = getName() + ".cnv";
+  if (binary_) return loadBinary();
+  const CXString fileName = definitionName();
   if (!CFile::canRead(fileName)) return;
   const std::unique_ptr<CMElements> elements = CMElementsLoader::load(getWindow(), fileName);
   if (!elements) return;
@@ -365,6 +376,15 @@ CMC_Object* CMC_Scene::resolveEx(const CMElement* element) {
   for (const auto& module : modules_) {
     CMC_ExternObject* extern_object = module->getObject();
     CMC_Object* made = extern_object != nullptr ? extern_object->resolve(this, element) : nullptr;
+    if (made != nullptr) return made;
+  }
+  return nullptr;
+}
+
+CMC_Object* CMC_Scene::serializeEx(CXArchive& archive, int type) {
+  for (const auto& module : modules_) {
+    CMC_ExternObject* extern_object = module->getObject();
+    CMC_Object* made = extern_object != nullptr ? extern_object->restore(this, archive, type) : nullptr;
     if (made != nullptr) return made;
   }
   return nullptr;

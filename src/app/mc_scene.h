@@ -15,6 +15,7 @@
 
 namespace footlight {
 
+class CLevelCopy;
 class CMC_Application;
 class CMC_DLLExModuleInterface;
 class CUnit6;
@@ -31,8 +32,12 @@ enum class LevelSignal {
 };
 
 class CMC_Scene : public CMC_ObjectsContainer {
+  friend class CLevelCopy;
+
  public:
   CMC_Scene(CWindow* window, const CMElement* element, int type = type::kScene);
+  // One of a game in its binary form, to be read from an archive.
+  explicit CMC_Scene(CWindow* window, int type = type::kScene);
   ~CMC_Scene() override;
   static bool isTypeOf(int type) {
     return type == type::kScene || type == type::kEpisode || type == type::kApplication;
@@ -98,7 +103,23 @@ class CMC_Scene : public CMC_ObjectsContainer {
   void startMusic(const char* name, bool force);
   void stopMusic();
 
+  // Behind the base's part the folder. Storing also writes the level's own file, which holds its properties
+  // and objects; reading leaves that file to `readHead` and to each entry.
+  void serialize(CXArchive& archive) override;
+  // True for a level of a game in its binary form.
+  bool isBinary() const { return binary_; }
+  // A copy was made to be stored: it shares nothing with the level that may run.
+  bool isCopy() const { return isCopy_; }
+  // Takes name, properties and stored bindings of another level.
+  void takeLevel(const CMC_Scene& other);
+  // Takes all bindings off the level and its objects: nothing of the scripts runs at their end.
+  void silence();
+  // The properties of a level in its binary form, before it is first entered.
+  void readHead();
+
   CMC_Object* resolveEx(const CMElement* element) override;
+  // The same for an object of that type that lies next in the archive.
+  CMC_Object* serializeEx(CXArchive& archive, int type);
   // Makes a BUTTON or a VGO; other words do nothing.
   void createObject(const CXString& word, const CXString& name);
   // Ends an object of this scene; parents and sub-scenes stay.
@@ -114,8 +135,13 @@ class CMC_Scene : public CMC_ObjectsContainer {
  protected:
   // Changes the sub-scene.
   void _goto(CMC_Scene* target, CMC_Scene* previous);
-  // Reads the definition file of this level, if there is one in the current directory.
+  // Reads the definition file of this level, or its binary form, if there is one in the current directory.
   void loadCnv();
+  // Makes the folder of the level's definition the current one.
+  void enterDefinitionFolder() const;
+  // Says where a binary form ceases to fit, and what to do where the text form is there.
+  static void reportMisfit(const CXString& binary, std::size_t offset, const CXString& text);
+  bool adoptsExisting() const override { return !isCopy_; }
   // Runs `init` of every object, then the object __INIT__ with this container.
   void initContents();
   void addSubScene(CMC_Scene* scene);
@@ -128,6 +154,19 @@ class CMC_Scene : public CMC_ObjectsContainer {
   void makeCurrent(CMC_Scene* scene) { currentSubScene_ = scene; }
 
  private:
+  struct Adopted {
+    WeakRef<CMC_Object> object;
+    StoredBindings bindings;
+  };
+
+  CXString definitionName() const { return getName() + (binary_ ? ".bin" : ".cnv"); }
+  void passHead(CXArchive& archive);
+  bool storeFile();
+  void loadBinary();
+  bool readObject(CXArchive& archive, std::vector<Adopted>& adopted, Origin place);
+  CMC_Object* makeNext(CXArchive& archive, int type, Origin place);
+  void bindRead(const std::vector<Adopted>& adopted);
+  void endQuietly();
   // The scene's folder as it is written below a root.
   CXString folder() const;
   // Each makes it the current one: below the root path, false where there is none, or below the data root.
@@ -156,7 +195,11 @@ class CMC_Scene : public CMC_ObjectsContainer {
   CXString previousUnitName_;
   CXString draggedName_;
   bool shouldStartMusic_ = true;
-  int enteredAt_ = 0;  // seconds of the clock; 0 when not running
+  bool binary_ = false;
+  bool isHeadRead_ = false;  // the properties of the binary form are known
+  bool isCopy_ = false;
+  StoredBindings bound_;  // the level's own, in the binary form
+  int enteredAt_ = 0;     // seconds of the clock; 0 when not running
 };
 
 }  // namespace footlight

@@ -27,10 +27,14 @@ void reportUnknown(const CMElements& elements) {
 
 }  // namespace
 
-CMC_StructureParser::CMC_StructureParser(CWindow* window, const CXString& fileName) : window_(window) {
+void CMC_StructureParser::prepare() {
   installAllTypes();
   CMC_VariableFactory::initialize();
   CMC_RunnerFactory::initialize();
+}
+
+CMC_StructureParser::CMC_StructureParser(CWindow* window, const CXString& fileName) : window_(window) {
+  prepare();
   load(fileName);
 }
 

@@ -16,7 +16,9 @@ class CWindow;
 
 class CMC_StructureParser : public CXObject {
  public:
-  // Makes the pools and the runners, then reads the document; without one the parser stays empty.
+  // Makes the pools and the runners that every game needs.
+  static void prepare();
+  // The same, then reads the document; without one the parser stays empty.
   CMC_StructureParser(CWindow* window, const CXString& fileName);
   ~CMC_StructureParser() override;
 

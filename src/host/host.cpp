@@ -302,6 +302,10 @@ int Host::runGame(CWindow& window, CApplication& application, const CCommandLine
              "): is there a Dane/application.def?");
     return kNoStart;
   }
+  if (!application.isStored()) {
+    complain("the binary form of the game could not be written");
+    return kNotWritten;
+  }
   const std::uint32_t lastTick = commandLine.is2Bin() ? 0 : loop(window);
   for (const ShotRequest& shot : options_.shots) {
     if (shot.tick > lastTick)

@@ -7,6 +7,7 @@ namespace footlight {
 
 CResourcesManager* managerFor(const CMC_ObjectsContainer* container) {
   if (container == nullptr || container->getType() != type::kScene) return nullptr;
+  if (static_cast<const CMC_Scene*>(container)->isCopy()) return nullptr;
   const CUnit6* unit = CMC_Scene::getDefUnit();
   return unit != nullptr ? unit->getResourcesManager() : nullptr;
 }

@@ -22,6 +22,7 @@ namespace footlight {
 class CMC_Object;
 class CMC_ObjectsContainer;
 class CMElement;
+class CXArchive;
 
 // The face of an object made by an external module.
 class CMC_ExternObject {
@@ -34,6 +35,11 @@ class CMC_ExternObject {
   virtual CMC_Object* resolve(CMC_ObjectsContainer* scene, const CMElement* element) = 0;
   // The scene's objects are about to be finished.
   virtual void onSceneDone(CMC_ObjectsContainer* scene) = 0;
+  // The same object from the binary form of a game: one of that type number, which its `serialize` has
+  // written, lies next in the archive. Null, with nothing read, for a type that is not the module's.
+  virtual CMC_Object* restore(CMC_ObjectsContainer* /*scene*/, CXArchive& /*archive*/, int /*type*/) {
+    return nullptr;
+  }
 };
 
 class CMC_DLLExModuleInterface : public CXObject {

@@ -12,6 +12,7 @@ Ref<CMC_Behaviour> CMC_InlineCode::makeBehaviour(CMC_ObjectsContainer* scope, co
     name = CXString(prefix) + std::to_string(++number_);
   } while (scope->getObject(name) != nullptr);
   Ref<CMC_Behaviour> made(new CMC_Behaviour(scope, name, code_text::inlineCodeOf(piece), origin));
+  made->setMadeByCode();
   made->init();
   scope->addObject(made.get());
   return made;

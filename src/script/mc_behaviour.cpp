@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "files/archive.h"
 #include "foundation/depth.h"
 #include "foundation/xtimer.h"
 #include "gfx/window.h"
@@ -75,6 +76,12 @@ void CMC_Behaviour::init() {
 
 void CMC_Behaviour::compile(const CXString& text, bool isWatched) {
   lines_ = CodeLines::make(this, text, isWatched);
+}
+
+void CMC_Behaviour::serialize(CXArchive& archive) {
+  CMC_Object::serialize(archive);
+  archive.pass(code_);
+  archive.pass(conditionName_);
 }
 
 bool CMC_Behaviour::done(bool keepTempBehaviours) {

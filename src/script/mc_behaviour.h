@@ -37,6 +37,8 @@ class CMC_Behaviour : public CMC_Object, public CTimerNotificator {
   bool doneFirst() const override { return false; }
   // Drops the lines; unless told to keep them, the inline behaviours that the lines made go too.
   bool done(bool keepTempBehaviours) override;
+  // The code, then the name of the condition.
+  void serialize(CXArchive& archive) override;
   std::unique_ptr<CMC_Object> copy() const override;
 
   // Runs the lines. The answer tells that a break came out of them and is to go on through the callers.
@@ -60,6 +62,9 @@ class CMC_Behaviour : public CMC_Object, public CTimerNotificator {
   // Null before `init`, after `done`, and for empty code.
   const CodeLines* getLines() const { return lines_.get(); }
   bool isEnabled() const { return enabled_; }
+  // Statements made it of a piece of their code, and make it anew when they are compiled.
+  bool isMadeByCode() const { return madeByCode_; }
+  void setMadeByCode() { madeByCode_ = true; }
   // True while nothing but runs happened to the behaviour since it was made: what one made anew
   // would be like.
   bool isAsMade() const;
@@ -68,6 +73,9 @@ class CMC_Behaviour : public CMC_Object, public CTimerNotificator {
   void setBreakpoint(int line) { breakpoint_ = line; }
   void resetBreakpoint() { breakpoint_ = -1; }
 
+  // Code that was bound to a signal where it stands is ready before the scope's objects begin.
+  bool isBoundInline() const { return getName().startsWith(kInlinePrefix); }
+  static constexpr const char* kInlinePrefix = "beh_";
   // Finds the guard by its name; called when all objects of the container exist.
   void resolveCondition();
   // Rebuilds the lines with each `$n` that has an argument replaced; the stored code stays as it is.
@@ -111,6 +119,7 @@ class CMC_Behaviour : public CMC_Object, public CTimerNotificator {
   std::vector<WeakRef<CMC_Object>> tempObjects_;
   bool enabled_ = true;
   bool ownsTimerNext_ = false;
+  bool madeByCode_ = false;
   int breakpoint_ = -1;
 
  public:

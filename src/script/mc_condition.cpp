@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "files/archive.h"
 #include "script/evaluation_guard.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_expression.h"
@@ -69,6 +70,19 @@ bool holds(Comparison comparison, Equal equal, Order order) {
   }
 }
 
+// The number of a word; one above the last does not fit.
+template <class Word>
+void passNumber(CXArchive& archive, Word& word, Word last) {
+  int number = static_cast<int>(word);
+  archive.pass(number);
+  const bool fits = number >= 0 && number <= static_cast<int>(last);
+  if (fits) {
+    word = static_cast<Word>(number);
+  } else {
+    archive.fail();
+  }
+}
+
 bool test(CMC_Variable* left, CMC_Variable* right, Comparison comparison) {
   return holds(
       comparison, [&] { return left->equals(right); }, [&] { return left->compare(right); });
@@ -81,8 +95,17 @@ bool test(CMC_Variable* left, CMC_Variable* right, Comparison comparison) {
 CMC_BasicCondition::CMC_BasicCondition(CMC_ObjectsContainer* container, const CMElement* element, int type)
     : CMC_Object(container, element, type) {
   initializeBehaviours(container, element);
+  noteBindings();
+}
+
+void CMC_BasicCondition::noteBindings() {
   onSuccess_ = getSingleBehaviour(signalName(ConditionSignal::onSuccess), 0);
   onFailure_ = getSingleBehaviour(signalName(ConditionSignal::onFailure), 0);
+}
+
+void CMC_BasicCondition::serialize(CXArchive& archive) {
+  CMC_Object::serialize(archive);
+  if (!archive.isStoring()) noteBindings();
 }
 
 bool CMC_BasicCondition::tell(bool outcome, bool raiseSignals) {
@@ -125,6 +148,13 @@ void CMC_Condition::init() {
   CMC_Object::init();
   entry1_ = compileStatement(holder_.get(), operand1_);
   entry2_ = compileStatement(holder_.get(), operand2_);
+}
+
+void CMC_Condition::serialize(CXArchive& archive) {
+  CMC_BasicCondition::serialize(archive);
+  archive.pass(operand1_);
+  archive.pass(operand2_);
+  passNumber(archive, operator_, Comparison::instanceOf);
 }
 
 bool CMC_Condition::done(bool keep) {
@@ -222,6 +252,13 @@ CMC_ComplexCondition::CMC_ComplexCondition(CMC_ObjectsContainer* container, cons
       condition2_(element->getPropertyValue("CONDITION2")),
       operator_(resolveOperator(element->getPropertyValue("OPERATOR"))) {
   if (operator_ == Joint::none) reportOperator(element);
+}
+
+void CMC_ComplexCondition::serialize(CXArchive& archive) {
+  CMC_BasicCondition::serialize(archive);
+  archive.pass(condition1_);
+  archive.pass(condition2_);
+  passNumber(archive, operator_, Joint::either);
 }
 
 std::unique_ptr<CMC_Object> CMC_ComplexCondition::copy() const {

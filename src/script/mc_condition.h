@@ -32,12 +32,15 @@ class CMC_BasicCondition : public CMC_Object {
 
   // The outcome now; with `raiseSignals` the behaviour bound to success or failure runs.
   virtual bool valid(bool raiseSignals) = 0;
+  void serialize(CXArchive& archive) override;
 
  protected:
   CMC_BasicCondition(const CMC_BasicCondition& other) = default;
   bool tell(bool outcome, bool raiseSignals);
 
  private:
+  void noteBindings();
+
   // What the definition bound: later bindings of these signals do not count.
   std::shared_ptr<SignalBinding> onSuccess_;
   std::shared_ptr<SignalBinding> onFailure_;
@@ -52,6 +55,8 @@ class CMC_Condition : public CMC_BasicCondition {
   void init() override;
   bool done(bool keep) override;
   bool valid(bool raiseSignals) override;
+  // The operands, then the number of the comparison.
+  void serialize(CXArchive& archive) override;
 
   // Sides as text and an argument word: `_`, `!_`, `<>`, `<`, `<_`, `>`, `>_`, `?`. Any other word is false.
   static bool valid(CMC_ObjectsContainer* scope, const CXString& left, std::string_view word,
@@ -95,6 +100,8 @@ class CMC_ComplexCondition : public CMC_BasicCondition {
 
   bool valid(bool raiseSignals) override;
   std::unique_ptr<CMC_Object> copy() const override;
+  // The names, then the number of the joint: 0 none, 1 AND, 2 OR.
+  void serialize(CXArchive& archive) override;
 
  private:
   enum class Joint { none, both, either };

@@ -114,6 +114,17 @@ void CMC_Expression::init() {
   compile();
 }
 
+void CMC_Expression::serialize(CXArchive& archive) {
+  CMC_Variable::serialize(archive);
+  archive.pass(operand1_);
+  archive.pass(operand2_);
+  int number = static_cast<int>(operation_);
+  archive.pass(number);
+  const bool fits = number >= 0 && number <= static_cast<int>(std::size(kOperatorWords));
+  if (!fits) archive.fail();
+  operation_ = fits ? static_cast<Operation>(number) : Operation::none;
+}
+
 std::vector<CMC_Expression::Operand> CMC_Expression::cutOperands(std::string_view text) {
   std::vector<Operand> operands;
   Operation operation = Operation::none;

@@ -27,6 +27,8 @@ class CMC_Expression : public CMC_Variable {
   static bool isTypeOf(int type) { return type == type::kExpression; }
 
   void init() override;
+  // The operands, then the number of the operation.
+  void serialize(CXArchive& archive) override;
   // The value now, never none: 0 when a run is refused at the nesting limit.
   Value evaluate();
   // The same as a variable.

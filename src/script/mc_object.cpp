@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "files/archive.h"
 #include "foundation/limits.h"
 #include "script/mc_behaviour.h"
 #include "script/mc_class.h"
@@ -133,6 +134,13 @@ void CMC_Object::initializeBehaviours(CMC_ObjectsContainer* container, const CME
   }
 }
 
+void CMC_Object::setFlagsOf(std::string_view property) {
+  const auto signals = getBehavioursList();
+  for (std::size_t i = 0; i < signals.size(); ++i) {
+    if (property.starts_with(signals[i].name)) setSignalFlag(static_cast<int>(i));
+  }
+}
+
 bool CMC_Object::bindProperty(CMC_ObjectsContainer* container, const CXString& property, CXString value,
                               Origin origin) {
   value.AllTrim();
@@ -165,7 +173,7 @@ bool CMC_Object::bindProperty(CMC_ObjectsContainer* container, const CXString& p
 
 Ref<CMC_Behaviour> CMC_Object::makeInlineBehaviour(CMC_ObjectsContainer* container, const CXString& property,
                                                    const CXString& code, Origin origin) {
-  CXString name = "beh_";
+  CXString name = CMC_Behaviour::kInlinePrefix;
   if (container->getType() == type::kClass) name += container->getName() + "_";
   name += name_ + "_" + property;
   Ref<CMC_Behaviour> made(new CMC_Behaviour(container, name, code, origin));
@@ -306,6 +314,57 @@ void CMC_Object::onSceneDone(const CMC_ObjectsContainer* container) {
     });
     entry = entry->second.empty() ? bindings_->erase(entry) : std::next(entry);
   }
+}
+
+// The binary form
+
+void CMC_Object::serialize(CXArchive& archive) {
+  archive.pass(name_);
+  StoredBindings bindings;
+  if (archive.isStoring()) bindings = storedBindings();
+  passBindings(archive, bindings);
+  if (archive.isStoring() || archive.hasFailed()) return;
+  for (const StoredBinding& binding : bindings) standIn(binding, archive);
+}
+
+StoredBindings CMC_Object::storedBindings() const {
+  StoredBindings all;
+  for (const std::string_view signal : boundSignals()) {
+    for (const auto& binding : *getBehaviour(signal)) {
+      const CMC_Behaviour* behaviour = binding->behaviour.get();
+      if (behaviour == nullptr) continue;
+      StoredBinding& stored = all.emplace_back(StoredBinding{signal, behaviour->getName(), {}});
+      if (binding->arguments == nullptr) continue;
+      stored.arguments.assign(binding->arguments->begin(), binding->arguments->end());
+    }
+  }
+  return all;
+}
+
+void CMC_Object::bindStored(const StoredBindings& bindings, CMC_ObjectsContainer* container) {
+  for (const auto& [signal, name, texts] : bindings) {
+    CMC_Behaviour* behaviour = container->find<CMC_Behaviour>(name);
+    if (behaviour == nullptr) continue;
+    std::shared_ptr<const TextList> arguments;
+    if (!texts.empty()) arguments = std::make_shared<TextList>(texts.begin(), texts.end());
+    addBehaviour(signal, behaviour, std::move(arguments), container);
+    setFlagsOf(signal);
+  }
+}
+
+// Binds a behaviour of that name that does nothing, until the right one can be found.
+void CMC_Object::standIn(const StoredBinding& stored, CXArchive& archive) {
+  if (!verifyBehaviour(stored.signal)) return;
+  Owned<CMC_Behaviour> placeholder(new CMC_Behaviour(getScene(), stored.behaviour, CXString()));
+  auto binding = std::make_shared<SignalBinding>();
+  binding->behaviour = WeakRef<CMC_Behaviour>(placeholder.get());
+  if (!stored.arguments.empty())
+    binding->arguments = std::make_shared<TextList>(stored.arguments.begin(), stored.arguments.end());
+  binding->container = WeakRef<CMC_ObjectsContainer>(getScene());
+  if (bindings_ == nullptr) bindings_ = std::make_unique<BindingTable>();
+  (*bindings_)[stored.signal.str()].push_back(std::move(binding));
+  setFlagsOf(stored.signal);
+  archive.keep(std::move(placeholder));
 }
 
 void CMC_Object::destroy(CMC_Object* object) {

@@ -20,6 +20,7 @@
 #include "foundation/xobject.h"
 #include "foundation/xstring.h"
 #include "script/argument_text.h"
+#include "script/stored_binding.h"
 #include "script/type_registry.h"
 
 namespace footlight {
@@ -31,6 +32,7 @@ class CMC_ObjectsContainer;
 class CMC_Runner;
 class CMC_Variable;
 class CMElement;
+class CXArchive;
 
 // One behaviour bound to one signal.
 struct SignalBinding {
@@ -159,6 +161,15 @@ class CMC_Object : public CXObject {
   // The list behind the object that values can be added to; null for none.
   virtual CMC_ValueList* getValueList() { return nullptr; }
 
+  // Writes the object into the archive, or reads what such a writing left into a new object that is in no
+  // container yet. Every type begins with its base's. The behaviours that are read as bound are found later,
+  // by `initializeBehaviours` with a null element, while the archive still is there.
+  virtual void serialize(CXArchive& archive);
+  // The bindings by names, in the order of the signals as text.
+  StoredBindings storedBindings() const;
+  // Binds what the container finds of such names.
+  void bindStored(const StoredBindings& bindings, CMC_ObjectsContainer* container);
+
   static int getTypeId(std::string_view word) { return typeNumberOf(word); }
   static CXString typeToString(int type);
 
@@ -188,6 +199,8 @@ class CMC_Object : public CXObject {
  private:
   using BindingTable = std::unordered_map<std::string, BindingList, TextHash, std::equal_to<>>;
 
+  void setFlagsOf(std::string_view property);
+  void standIn(const StoredBinding& stored, CXArchive& archive);
   // True when a behaviour was found or made.
   bool bindProperty(CMC_ObjectsContainer* container, const CXString& property, CXString value, Origin origin);
   Ref<CMC_Behaviour> makeInlineBehaviour(CMC_ObjectsContainer* container, const CXString& property,

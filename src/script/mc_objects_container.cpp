@@ -266,7 +266,7 @@ CMC_Object* CMC_ObjectsContainer::resolve(const CMElement* element, CMC_Groupped
   if (object == nullptr) reportUnknown(*element);
   if (object == nullptr || group == nullptr) return object;
   for (const WeakRef<CMC_Behaviour>& behaviour : object->getTmpBehList()) {
-    if (behaviour && behaviour->getName().startsWith("beh_")) group->add(behaviour.get());
+    if (behaviour && behaviour->isBoundInline()) group->add(behaviour.get());
   }
   return object;
 }
@@ -334,7 +334,7 @@ void CMC_ObjectsContainer::buildPass(std::vector<Waiting>& waiting, int pass) {
 
 // Some types exist once a chain: a further element adds its bindings to the object that there is.
 bool CMC_ObjectsContainer::adoptExisting(const CMElement* element, const ScriptType& type) {
-  CMC_Object* existing = type.isOnceAChain ? getObject(type.idWord) : nullptr;
+  CMC_Object* existing = type.isOnceAChain && adoptsExisting() ? getObject(type.idWord) : nullptr;
   if (existing == nullptr || existing->getType() != type.number) return false;
   existing->initializeBehaviours(this, element);
   return true;

@@ -117,6 +117,8 @@ class CMC_ObjectsContainer : public CMC_Object {
   }
   // True for what stands here by name only.
   bool isOwnedElsewhere(const CMC_Object* object) const;
+  // Whether an element of a type that is there once a chain binds its signals to the object that there is.
+  virtual bool adoptsExisting() const { return true; }
 
  private:
   CMC_Object* lookUp(std::string_view name) const;

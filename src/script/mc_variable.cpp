@@ -59,6 +59,12 @@ void CMC_Variable::init() {
   if (!isDisposed()) CMC_Object::init();
 }
 
+void CMC_Variable::serialize(CXArchive& archive) {
+  CMC_Object::serialize(archive);
+  archive.pass(toIni_);
+  archive.pass(netNotify_);
+}
+
 void CMC_Variable::onChange(bool changed) {
   const bool brutal = isSignalBound(VariableSignal::onBrutalChanged);
   const bool plain = changed && isSignalBound(VariableSignal::onChanged);

@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <span>
 
+#include "files/archive.h"
 #include "foundation/arithmetic.h"
 #include "script/mc_object.h"
 #include "script/number.h"
@@ -34,6 +35,8 @@ class CMC_Variable : public CMC_Object {
   static bool isValueType(int type) { return type >= type::kInteger && type <= type::kDouble; }
 
   void init() override;
+  // The two flags for the INI file and the network, behind the base's part.
+  void serialize(CXArchive& archive) override;
   using CXObject::compare;
   using CXObject::equals;
 
@@ -132,6 +135,11 @@ class CMC_ValueVariable : public CMC_Variable {
   void clear() override { change(Value()); }
   void swap(CMC_Variable* a, CMC_Variable* b) override { change(equals(a) ? read(b) : read(a)); }
   void setDefault(CMC_Variable* value) override { defaultValue_ = read(value); }
+  void serialize(CXArchive& archive) override {
+    CMC_Variable::serialize(archive);
+    archive.pass(value_);
+    archive.pass(defaultValue_);
+  }
   void resetINI() override {
     if (!isToIni()) return;
     value_ = defaultValue_;

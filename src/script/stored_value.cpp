@@ -1,14 +1,11 @@
 #include "script/stored_value.h"
 
-#include "foundation/arithmetic.h"
+#include "files/archive.h"
 #include "script/mc_variable_factory.h"
 
 namespace footlight {
 
 namespace {
-
-constexpr double kThousand = 1000.0;
-constexpr double kThousandth = 0.001;
 
 CXString readText(ByteReader& in) {
   const std::int32_t length = in.i32();
@@ -25,7 +22,7 @@ void store(ByteWriter& out, CMC_Variable& value) {
     const CXString text = value.asText();
     out.i32(text.Length()).text(text);
   } else if (value.getType() == type::kDouble) {
-    out.i32(to_int(value.asDouble() * kThousand));
+    out.i32(CXArchive::toThousandths(value.asDouble()));
   } else {
     out.i32(value.asInteger());
   }
@@ -40,7 +37,7 @@ Ref<CMC_Variable> restore(ByteReader& in) {
     case type::kBool:
       return CMC_VariableFactory::makeBool(in.i32() != 0);
     case type::kDouble:
-      return CMC_VariableFactory::makeDouble(in.i32() * kThousandth);
+      return CMC_VariableFactory::makeDouble(CXArchive::fromThousandths(in.i32()));
     default:
       return nullptr;
   }

@@ -22,7 +22,8 @@ The folder NAME holds a game ("Dane/MAIN/MAIN.cnv" and so on; see game_folder.py
                                                                              (default: nothing)
 
 The game runs twice, the second time with --literal, and with --diagnose warn where it does not say otherwise: neither
-what the engine remembers of statements nor what it reports may show. It runs in a copy of the folder, so it may write.
+what the engine remembers of statements nor what it reports may show. A third run plays the binary form of the game, without
+the text that it was stored from; "text_only.json" lists the games that cannot, by the reason. It runs in a copy of the folder, so it may write.
 Every difference is printed; the exit status is 1 when there is one. A wrong picture leaves itself and a picture of the
 differences in out/games/NAME. With --keep the copy stays and its place is printed; with --accept the shots become the
 new expectation.
@@ -133,7 +134,23 @@ def pack(host, folder, work):
     return ["--big", str(big)]
 
 
-def run(host, game, options, literal):
+def to_binary(host, folder, words):
+    """Stores the binary form of the game and takes away the text that it stands for."""
+    command = [str(host), "--headless", "-2bin", *words]
+    subprocess.run(command, cwd=folder, check=True, stdout=subprocess.DEVNULL, timeout=TIME_LIMIT)
+    for stored in list(folder.rglob("*.bin")):
+        text = find_file(stored.parent, "application.def" if stored.name == "application.bin" else stored.stem + ".cnv")
+        if text is not None:
+            text.unlink()
+
+
+def is_text_only(game):
+    """Whether the binary form does not hold all that the game needs."""
+    reasons = json.loads(pathlib.Path(__file__).with_name("text_only.json").read_text(encoding="utf-8"))
+    return any(game.name in games for games in reasons.values())
+
+
+def run(host, game, options, literal=False, binary=False):
     expect = json.loads((game / "expect.json").read_text(encoding="utf-8"))
     unknown = set(expect) - {"args", "ticks", "input", "ini", "files", "shots", "exit", "stderr_contains", "check",
                              "modules"}
@@ -154,7 +171,10 @@ def run(host, game, options, literal):
     if options.packed:
         command += pack(host, folder, work)
     command += expect.get("args", [])
-    way = game.name + (" (read literally)" if literal else "")
+    if binary:
+        modules = ["--modules", str(host.parent / "modules")] if expect.get("modules") else []
+        to_binary(host, folder, modules + expect.get("args", []))
+    way = game.name + (" (read literally)" if literal else " (in its binary form)" if binary else "")
     if literal:
         command += ["--literal"] if "--diagnose" in command else ["--literal", "--diagnose", "warn"]
 
@@ -189,11 +209,14 @@ def main():
     parser.add_argument("--host", required=True, type=pathlib.Path)
     parser.add_argument("--keep", action="store_true", help="keep the copy that the game ran in")
     parser.add_argument("--packed", action="store_true", help="run it from a big file alone, where it must leave the same")
+    parser.add_argument("--binary", action="store_true", help="run it from its binary form alone")
     parser.add_argument("--accept", action="store_true", help="make the shots the new expectation")
     parser.add_argument("game", type=pathlib.Path)
     options = parser.parse_args()
-    ways = (False,) if options.accept else (False, True)
-    good = all([run(options.host.resolve(), options.game.resolve(), options, literal) for literal in ways])
+    ways = [{}] if options.accept else [{"binary": True}] if options.binary else [{}, {"literal": True}]
+    if len(ways) > 1 and not options.packed and not is_text_only(options.game):
+        ways.append({"binary": True})
+    good = all([run(options.host.resolve(), options.game.resolve(), options, **way) for way in ways])
     print(f"{options.game.name}: {'as expected' if good else 'NOT as expected'}")
     return 0 if good else 1
 

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <string>
 
+#include "files/archive.h"
 #include "files/file.h"
 #include "foundation/byte_reader.h"
 #include "foundation/byte_writer.h"
@@ -255,6 +256,11 @@ void CMC_Array::save(const CXString& name) const {
   }
   CFile file(window(), name, CFile::kWriteBinary);
   if (file.isOpen()) file.Write(out.written().data(), static_cast<int>(out.size()));
+}
+
+void CMC_Array::serialize(CXArchive& archive) {
+  CMC_Object::serialize(archive);
+  archive.pass(sendOnChange_);
 }
 
 CXString CMC_Array::toString() const {

@@ -82,6 +82,8 @@ class CMC_Array : public CMC_Object, public CMC_ValueList {
   void save(const CXString& name) const;
 
   CMC_ValueList* getValueList() override { return this; }
+  // Whether changes are signalled; the elements come from files or scripts.
+  void serialize(CXArchive& archive) override;
   // The texts of the elements with commas between; empty when that would be longer than a text may be.
   CXString toString() const override;
   std::unique_ptr<CMC_Object> copy() const override;

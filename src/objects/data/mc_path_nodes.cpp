@@ -1,8 +1,10 @@
 #include "objects/data/mc_path_nodes.h"
 
+#include "files/archive.h"
 #include "foundation/depth.h"
 #include "foundation/diagnose.h"
 #include "foundation/limits.h"
+#include "script/mc_objects_container.h"
 #include "script/mc_runner.h"
 #include "script/mc_variable_factory.h"
 #include "script/melement.h"
@@ -32,6 +34,18 @@ std::vector<CMC_Object*> CMC_PathNodes::nodes() const {
   live.reserve(nodes_.size());
   for (const WeakRef<CMC_Object>& node : nodes_) live.push_back(node.get());
   return live;
+}
+
+void CMC_PathNodes::serialize(CXArchive& archive) {
+  constexpr std::size_t kNameBytes = 4;
+  CMC_Object::serialize(archive);
+  const std::vector<CMC_Object*> present = nodes();
+  const int count = archive.passCount(present.size(), kNameBytes);
+  for (int i = 0; i < count && !archive.hasFailed(); ++i) {
+    CXString name = archive.isStoring() ? present[static_cast<std::size_t>(i)]->getName() : CXString();
+    archive.pass(name);
+    if (!archive.isStoring() && getScene() != nullptr) add(getScene()->getObject(name));
+  }
 }
 
 // A path within itself ends where runs may nest no deeper, or where the text is as long as texts may be.

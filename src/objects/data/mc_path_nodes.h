@@ -27,6 +27,8 @@ class CMC_PathNodes : public CMC_Object {
 
   // The text of each node in brackets.
   CXString toString() const override;
+  // The count of the nodes, then their names, which are looked up where the path is read.
+  void serialize(CXArchive& archive) override;
   std::unique_ptr<CMC_Object> copy() const override {
     return std::unique_ptr<CMC_Object>(new CMC_PathNodes(*this));
   }

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numeric>
 
+#include "files/archive.h"
 #include "foundation/diagnose.h"
 #include "foundation/limits.h"
 #include "foundation/memory_budget.h"
@@ -73,6 +74,17 @@ void CMC_Vector::reflect(const CMC_Vector& axis, CMC_Vector& target) const {
 void CMC_Vector::expand(int size) {
   if (size <= this->size() || !hasRoom(size)) return;
   values_.insert(values_.begin(), static_cast<std::size_t>(size) - values_.size(), 0.0);
+}
+
+void CMC_Vector::serialize(CXArchive& archive) {
+  constexpr std::size_t kElementBytes = 4;
+  CMC_Object::serialize(archive);
+  const int size = archive.passCount(values_.size(), kElementBytes);
+  if (!archive.isStoring()) {
+    if (!hasRoom(size)) archive.fail();
+    values_.assign(archive.hasFailed() ? 0 : static_cast<std::size_t>(size), 0.0);
+  }
+  for (double& value : values_) archive.pass(value);
 }
 
 CXString CMC_Vector::toString() const {

@@ -38,6 +38,8 @@ class CMC_Vector : public CMC_Object {
 
   // The elements with commas between; "0." stands before each where the first is below 1.
   CXString toString() const override;
+  // The size, then the elements.
+  void serialize(CXArchive& archive) override;
   std::unique_ptr<CMC_Object> copy() const override {
     return std::unique_ptr<CMC_Object>(new CMC_Vector(*this));
   }

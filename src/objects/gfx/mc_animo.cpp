@@ -17,10 +17,8 @@ CMC_Animo::CMC_Animo(CMC_ObjectsContainer* container, Owned<CAnimo6> animo)
 
 CMC_Animo::CMC_Animo(CMC_ObjectsContainer* container, const CMElement* element)
     : CMC_Graphic(container, element, type::kAnimo),
-      onFirstFrame_(element->getPropertyBoolValue("ONFIRSTFRAME")),
-      preload_(element->getPropertyBoolValue("PRELOAD")) {
-  CMC_Animo::load(element->getPropertyValue("FILENAME"),
-                  element->getPropertyValue("PRELOAD").IsEmpty() || preload_);
+      onFirstFrame_(element->getPropertyBoolValue("ONFIRSTFRAME")) {
+  CMC_Animo::load(element->getPropertyValue("FILENAME"), preload_);
   if (CAnimo6* animation = getAnimo()) {
     animation->toRelease(element->getPropertyBoolValue("FLUSHAFTERPLAYED"));
     monitorIfWanted();
@@ -48,6 +46,14 @@ void CMC_Animo::load(const CXString& name, bool preload) {
     takePlace(priority);
   }
   if (CAnimo6* animo = getAnimo()) tellSequences(animo);
+}
+
+void CMC_Animo::show(bool on) {
+  CAnimo6* animo = getAnimo();
+  if (animo == nullptr) return;
+  animo->setVisibility(on);
+  animo->removeNotifier(this);
+  animo->addNotifier(this);
 }
 
 Owned<CAnimo6> CMC_Animo::makeAnimo(const CXString& name, bool preload) const {

@@ -53,7 +53,7 @@ class CMC_Animo : public CMC_Graphic, public CPlayableObserver, public CSequence
 
   // Replaces the animation unless it is of that file; it keeps its place on the screen. With `preload` it is
   // read now, else when it is first shown or played.
-  virtual void load(const CXString& name, bool preload);
+  void load(const CXString& name, bool preload) override;
 
   bool done(bool keep) override;
   std::unique_ptr<CMC_Object> copy() const override;
@@ -75,6 +75,8 @@ class CMC_Animo : public CMC_Graphic, public CPlayableObserver, public CSequence
 
  protected:
   void unlink() override;
+  CFileResolver* file() const override { return getAnimo(); }
+  void show(bool on) override;
 
  private:
   CXString signalEvent() const;
@@ -91,7 +93,6 @@ class CMC_Animo : public CMC_Graphic, public CPlayableObserver, public CSequence
 
   SharedResource<CAnimo6> animo_;
   bool onFirstFrame_ = false;  // the mouse counts over the first frame's place, not the current one's
-  bool preload_ = false;
   std::unordered_set<CPlayable*> seqs_;
 };
 

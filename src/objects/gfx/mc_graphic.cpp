@@ -1,6 +1,8 @@
 #include "objects/gfx/mc_graphic.h"
 
 #include "app/mc_scene.h"
+#include "files/archive.h"
+#include "files/file_resolver.h"
 #include "gfx/refresh_screen.h"
 #include "gfx/window.h"
 #include "script/mc_objects_container.h"
@@ -16,10 +18,38 @@ CMC_Graphic::CMC_Graphic(CMC_ObjectsContainer* container, int type)
 CMC_Graphic::CMC_Graphic(CMC_ObjectsContainer* container, const CMElement* element, int type)
     : CMC_Object(container, element, type),
       asButton_(element->getPropertyBoolValue("ASBUTTON")),
+      preload_(element->getPropertyValue("PRELOAD").IsEmpty() || element->getPropertyBoolValue("PRELOAD")),
       window_(container->getWindow()),
       priority_(element->getPropertyIntValue("PRIORITY")),
       monitorCollision_(element->getPropertyBoolValue("MONITORCOLLISION")),
       monitorCollisionAlpha_(element->getPropertyBoolValue("MONITORCOLLISIONALPHA")) {}
+
+void CMC_Graphic::serialize(CXArchive& archive) {
+  CMC_Object::serialize(archive);
+  const CFileResolver* source = file();
+  CGraphicsObject* graphic = getGraphic();
+  CXString name = source != nullptr ? source->getFileName() : CXString();
+  const int place = screen() != nullptr ? screen()->GetPriority(graphic) : kOffScreen;
+  bool isOnScreen = place != kOffScreen;
+  bool isShown = graphic != nullptr && graphic->isVisible();
+  int priority = isOnScreen ? place : priority_;
+  bool releases = source != nullptr && source->releaseAfterUse();
+  for (bool* flag : {&asButton_, &monitorCollision_, &monitorCollisionAlpha_}) archive.pass(*flag);
+  archive.pass(name);
+  archive.pass(isOnScreen);
+  archive.pass(isShown);
+  archive.pass(priority);
+  archive.pass(releases);
+  archive.pass(preload_);
+  if (archive.isStoring() || archive.hasFailed()) return;
+  priority_ = priority;
+  if (mouseBound_ && window_ != nullptr) window_->registerMouseListener(this, priority_);
+  load(name, preload_);
+  if (CFileResolver* loaded = file()) loaded->toRelease(releases);
+  monitorIfWanted();
+  if (isOnScreen && screen() != nullptr && getGraphic() != nullptr) screen()->put(getGraphic(), priority);
+  show(isShown);
+}
 
 CRefreshScreen* CMC_Graphic::screen() const {
   return window_ != nullptr ? window_->getRefreshScreen() : nullptr;

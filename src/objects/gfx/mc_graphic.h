@@ -9,6 +9,7 @@
 
 namespace footlight {
 
+class CFileResolver;
 class CRefreshScreen;
 
 namespace type {
@@ -21,6 +22,9 @@ class CMC_Graphic : public CMC_Object, public CCollisionObserver, public CMouseL
   static bool isTypeOf(int type) { return type == type::kImage || type == type::kAnimo; }
 
   int getPriority() const { return priority_; }
+  // Behind the base's part: whether it is a button and how it is watched, the file, whether it is on the
+  // screen, whether it shows, its priority, FLUSHAFTERPLAYED, PRELOAD.
+  void serialize(CXArchive& archive) override;
 
   bool verifyBehaviour(const CXString& signal) override;
 
@@ -35,6 +39,13 @@ class CMC_Graphic : public CMC_Object, public CCollisionObserver, public CMouseL
   // Of no name.
   CMC_Graphic(CMC_ObjectsContainer* container, int type);
   CMC_Graphic(CMC_ObjectsContainer* container, const CMElement* element, int type);
+
+  // Loads the file in place of what there is.
+  virtual void load(const CXString& name, bool preload) = 0;
+  // The file behind the graphic; null without one.
+  virtual CFileResolver* file() const = 0;
+  // Shows it, or not, as the definition would.
+  virtual void show(bool on) = 0;
 
   CRefreshScreen* screen() const;
   CWindow* window() const { return window_; }
@@ -54,6 +65,7 @@ class CMC_Graphic : public CMC_Object, public CCollisionObserver, public CMouseL
   bool mouseBound_ = false;  // a mouse signal has been bound
   bool asButton_ = false;
   bool changeCursor_ = true;
+  bool preload_ = true;  // read at once, as it also is without a PRELOAD
 
  private:
   bool isMonitored() const { return monitorCollision_ || monitorCollisionAlpha_; }

@@ -16,8 +16,7 @@ CMC_Image::CMC_Image(CMC_ObjectsContainer* container, Owned<CImage> image)
 
 CMC_Image::CMC_Image(CMC_ObjectsContainer* container, const CMElement* element)
     : CMC_Graphic(container, element, type::kImage) {
-  const CXString preload = element->getPropertyValue("PRELOAD");
-  CMC_Image::load(element->getPropertyValue("FILENAME"), preload.IsEmpty() || preload.toBool());
+  CMC_Image::load(element->getPropertyValue("FILENAME"), preload_);
   if (CImage* image = getImage(); image != nullptr) {
     image->toRelease(element->getPropertyBoolValue("FLUSHAFTERPLAYED"));
     image->Visible(element->getPropertyBoolValue("VISIBLE"));
@@ -37,6 +36,13 @@ void CMC_Image::load(const CXString& name, bool preload) {
   giveBack();
   image_.take(managerFor(getScene()), name, [&] { return makeImage(name, preload); });
   takePlace(priority);
+}
+
+void CMC_Image::show(bool on) {
+  CImage* image = getImage();
+  if (image == nullptr) return;
+  image->Visible(on);
+  startingPosition_ = image->GetPosition();
 }
 
 Owned<CImage> CMC_Image::makeImage(const CXString& name, bool preload) const {

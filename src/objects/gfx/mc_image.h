@@ -40,7 +40,7 @@ class CMC_Image : public CMC_Graphic {
 
   // Replaces the picture, whatever its name; it keeps its place on the screen. With `preload` it is read now,
   // else its pixels come later.
-  virtual void load(const CXString& name, bool preload);
+  void load(const CXString& name, bool preload) override;
 
   bool done(bool keep) override;
   std::unique_ptr<CMC_Object> copy() const override;
@@ -56,6 +56,8 @@ class CMC_Image : public CMC_Graphic {
 
  protected:
   void unlink() override;
+  CFileResolver* file() const override { return getImage(); }
+  void show(bool on) override;
 
  private:
   bool isHit(CXPoint point) const;

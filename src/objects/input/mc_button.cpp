@@ -4,6 +4,7 @@
 
 #include "app/mc_scene.h"
 #include "app/unit6.h"
+#include "files/archive.h"
 #include "gfx/graphics_object.h"
 #include "gfx/refresh_screen.h"
 #include "gfx/window.h"
@@ -57,6 +58,19 @@ std::unique_ptr<CMC_Object> CMC_Button::copy() const {
   if (!button_) return nullptr;
   Owned<CButton> button(static_cast<CButton*>(button_->clone().release()));
   return std::make_unique<CMC_Button>(getScene(), std::move(button), "cloned");
+}
+
+void CMC_Button::serialize(CXArchive& archive) {
+  CMC_Object::serialize(archive);
+  for (CXString* text : {&accent_, &gfxStandard_, &gfxOnMove_, &gfxOnClick_, &sndStandard_, &sndOnMove_,
+                         &sndOnClick_, &drag_, &rect_})
+    archive.pass(*text);
+  archive.pass(enable_);
+  archive.pass(draggable_);
+  archive.pass(priority_);
+  if (archive.isStoring() || archive.hasFailed()) return;
+  createButton();
+  if (button_) button_->SYN();
 }
 
 // The control

@@ -39,6 +39,8 @@ class CMC_Button : public CMC_Object, public CControlNotifier {
   // Null when there is no window.
   CButton* getButton() const { return button_.get(); }
   std::unique_ptr<CMC_Object> copy() const override;
+  // The texts of the properties, then ENABLE, DRAGGABLE and PRIORITY; what the control is about is not kept.
+  void serialize(CXArchive& archive) override;
 
   void onControlFocusOn(CControl* control, CXPoint point) override;
   void onControlFocusOff(CControl* control, CXPoint point) override;

@@ -2,6 +2,7 @@
 
 #include "app/application.h"
 #include "app/mc_application.h"
+#include "files/archive.h"
 #include "gfx/window.h"
 #include "objects/gfx/mc_animo.h"
 #include "objects/shared_resource.h"
@@ -71,6 +72,11 @@ void CMC_Sequence::load() {
   CPlayableTree tree =
       CMultimediaSequenceCreator::load(window, fileName_, managerFor(getScene()), this, &cast);
   if (!isDisposed()) tree_ = std::move(tree);
+}
+
+void CMC_Sequence::serialize(CXArchive& archive) {
+  CMC_Object::serialize(archive);
+  archive.pass(fileName_);
 }
 
 bool CMC_Sequence::done(bool ends) {

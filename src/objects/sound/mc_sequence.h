@@ -32,6 +32,8 @@ class CMC_Sequence : public CMC_Object, public CPlayableObserver {
   void init() override;
   // With `ends` the tree goes; the next use makes it anew.
   bool done(bool ends) override;
+  // The file's name; its tree is made by the first use.
+  void serialize(CXArchive& archive) override;
   // With a tree of its own.
   std::unique_ptr<CMC_Object> copy() const override;
   bool onPlayableStarted(CPlayable* playable) override;

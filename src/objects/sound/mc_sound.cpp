@@ -1,5 +1,6 @@
 #include "objects/sound/mc_sound.h"
 
+#include "files/archive.h"
 #include "gfx/window.h"
 #include "script/mc_objects_container.h"
 #include "script/melement.h"
@@ -31,6 +32,20 @@ void CMC_Sound::initSound(const CXString& name) {
   const CXString path = window->GetSoundFXFullPath(name);
   sound_.take(managerFor(getScene()), path, [&] { return makeSound(path); });
   getSound()->addNotifier(this);
+}
+
+// A file of the sound folder is kept by its name there, so that the game may move.
+void CMC_Sound::serialize(CXArchive& archive) {
+  CMC_Object::serialize(archive);
+  const CSound4* sound = getSound();
+  CXString name = sound != nullptr ? sound->getFileName() : CXString();
+  const CWindow* window = getScene() != nullptr ? getScene()->getWindow() : nullptr;
+  const CXString folder = window != nullptr ? window->GetSoundFXFullPath("") : CXString();
+  if (folder.IsString() && name.startsWith(folder)) name = name.Right(folder.Length());
+  archive.pass(name);
+  archive.pass(preload_);
+  archive.pass(flushAfterPlayed_);
+  if (!archive.isStoring() && !archive.hasFailed()) initSound(name);
 }
 
 void CMC_Sound::giveBack() {

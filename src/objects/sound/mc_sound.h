@@ -30,6 +30,8 @@ class CMC_Sound : public CMC_Object, public CPlayableObserver {
   // With a sound of its own.
   std::unique_ptr<CMC_Object> copy() const override;
   bool done(bool keep) override;
+  // The file's name, PRELOAD, FLUSHAFTERPLAYED.
+  void serialize(CXArchive& archive) override;
   bool onPlayableStarted(CPlayable* playable) override;
   bool onPlayableFinished(CPlayable* playable) override;
   bool onPlayableResumed(CPlayable* playable) override;

@@ -1,5 +1,6 @@
 #include "objects/system/mc_timer.h"
 
+#include "files/archive.h"
 #include "foundation/arithmetic.h"
 #include "foundation/xtimer.h"
 #include "gfx/window.h"
@@ -33,6 +34,15 @@ CMC_Timer::~CMC_Timer() { CMC_Timer::unlink(); }
 
 std::unique_ptr<CMC_Object> CMC_Timer::copy() const {
   return std::unique_ptr<CMC_Object>(new CMC_Timer(*this));
+}
+
+void CMC_Timer::serialize(CXArchive& archive) {
+  CMC_Object::serialize(archive);
+  archive.pass(elapse_);
+  archive.pass(maxTicks_);
+  if (archive.isStoring()) return;
+  CMC_Timer::unlink();
+  start();
 }
 
 CXTimer* CMC_Timer::timerList() const { return window_ != nullptr ? window_->GetTimerInterface() : nullptr; }

@@ -36,6 +36,8 @@ class CMC_Timer : public CMC_Object, public CTimerNotificator {
   // Milliseconds; counts from the next test on.
   void setElapse(int milliseconds);
   std::unique_ptr<CMC_Object> copy() const override;
+  // ELAPSE as text, then TICKS. A timer that is read is enabled and has not ticked.
+  void serialize(CXArchive& archive) override;
 
   void onTimer(TimerId id) override;
 

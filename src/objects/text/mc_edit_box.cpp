@@ -2,6 +2,7 @@
 
 #include "app/mc_scene.h"
 #include "app/unit6.h"
+#include "files/archive.h"
 #include "gfx/graphics_object.h"
 #include "gfx/window.h"
 #include "objects/gfx/graphics_arguments.h"
@@ -42,6 +43,20 @@ void CMC_EditBox::makeBox(const CMC_ObjectsContainer* scope, const CXRect& rect,
   editBox_ = box;
   box->addNotifier(this);
   if (CGraphicsObject* cursor = scope->getGraphicsObject(cursorName_)) box->setCursor(cursor);
+}
+
+void CMC_EditBox::serialize(CXArchive& archive) {
+  CMC_Object::serialize(archive);
+  const CEditBox6* box = getEditBox();
+  CXRect rect = box != nullptr ? box->getBoundingRect() : CXRect();
+  CXString text = box != nullptr ? box->getText() : CXString();
+  archive.pass(fontName_);
+  archive.pass(rect);
+  archive.pass(text);
+  archive.pass(cursorName_);
+  if (archive.isStoring() || archive.hasFailed()) return;
+  CMC_EditBox::unlink();
+  makeBox(getScene(), rect, priority_, text);
 }
 
 // The end of the box itself raises nothing.

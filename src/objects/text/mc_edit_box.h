@@ -20,6 +20,8 @@ class CMC_EditBox : public CMC_Object, public CEditBoxNotifier {
   static bool isTypeOf(int type) { return type == type::kEditBox; }
   // A box of its own at the same place, with the same text.
   std::unique_ptr<CMC_Object> copy() const override;
+  // The name of the FONT, the area, the text as it is now, the name of the cursor.
+  void serialize(CXArchive& archive) override;
 
   // Null when there is no window or the box has gone.
   CEditBox6* getEditBox() const { return editBox_.get(); }

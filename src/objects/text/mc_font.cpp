@@ -1,5 +1,6 @@
 #include "objects/text/mc_font.h"
 
+#include "files/archive.h"
 #include "gfx/window.h"
 #include "script/mc_objects_container.h"
 #include "script/melement.h"
@@ -28,6 +29,29 @@ void CMC_Font::addFonts(const CMElement& element) {
     pieces.resize(4);
     fonts_->addFont(Owned<CSimpleFont6>(new CSimpleFont6(fonts_->getWindow(), CXString(property->getValue()),
                                                          pieces[1], pieces[2], pieces[3].toNumber())));
+  }
+}
+
+void CMC_Font::serialize(CXArchive& archive) {
+  constexpr std::size_t kFontBytes = 12;
+  CMC_Object::serialize(archive);
+  const bool isStoring = archive.isStoring();
+  const int count =
+      archive.passCount(fonts_ != nullptr ? static_cast<std::size_t>(fonts_->count()) : 0, kFontBytes);
+  for (int i = 0; i < count && !archive.hasFailed(); ++i) {
+    const CSimpleFont6* font = isStoring ? fonts_->at(i) : nullptr;
+    CXString family = isStoring ? font->getFamily() : CXString();
+    CXString style = isStoring ? font->getStyle() : CXString();
+    int size = isStoring ? font->getSize() : 0;
+    archive.pass(family);
+    archive.pass(style);
+    archive.pass(size);
+    if (isStoring || archive.hasFailed()) continue;
+    Owned<CSimpleFont6> made(new CSimpleFont6(fonts_->getWindow()));
+    made->setFamily(family);
+    made->setStyle(style);
+    made->setSize(size);
+    fonts_->addFont(std::move(made));
   }
 }
 

@@ -20,6 +20,9 @@ class CMC_Font : public CMC_Object {
 
   // Null only once the object has ended.
   CFontCollection* getFont() const { return fonts_.get(); }
+  // The family, style and size of each font. The names of their files are not kept: fonts that are read have
+  // no letters.
+  void serialize(CXArchive& archive) override;
   // The fonts of the FONT object of that name; null when there is none.
   static CFontCollection* fontOf(const CMC_ObjectsContainer* scope, const CXString& name);
 

@@ -1,5 +1,6 @@
 #include "objects/text/mc_text.h"
 
+#include "files/archive.h"
 #include "gfx/refresh_screen.h"
 #include "gfx/window.h"
 #include "objects/text/mc_font.h"
@@ -10,10 +11,7 @@ namespace footlight {
 
 namespace {
 
-CXRect rectOf(const CMC_ObjectsContainer& container, const CMElement& element) {
-  const CGraphicsObject* graphics = container.getGraphicsObject(element.getPropertyValue("RECT"));
-  return graphics != nullptr ? graphics->GetBoundingBox() : element.getPropertyRectValue("RECT");
-}
+constexpr int kOffScreen = -1;
 
 CRefreshScreen* screenOf(const CGraphicsObject& graphics) {
   return graphics.getWindow() != nullptr ? graphics.getWindow()->getRefreshScreen() : nullptr;
@@ -23,22 +21,57 @@ CRefreshScreen* screenOf(const CGraphicsObject& graphics) {
 
 CMC_Text::CMC_Text(CMC_ObjectsContainer* container, const CMElement* element)
     : CMC_Object(container, element, type::kText),
+      vJustify_(element->getPropertyValue("VJUSTIFY")),
+      hJustify_(element->getPropertyValue("HJUSTIFY")),
+      rect_(element->getPropertyValue("RECT")),
+      fontName_(element->getPropertyValue("FONT")),
       text_(
           new CMultilineText6(container->getWindow(), element->getPropertyBoolValue("HYPERTEXT"), nullptr)) {
-  text_->setJustify(rectOf(*container, *element),
-                    resolveJustify(element->getPropertyValue("HJUSTIFY"), _justify::left),
-                    resolveJustify(element->getPropertyValue("VJUSTIFY"), _justify::top));
-  text_->setFont(CMC_Font::fontOf(container, element->getPropertyValue("FONT")));
-  text_->setText(element->getPropertyValue("TEXT"));
-  CRefreshScreen* screen = screenOf(*text_);
-  if (element->getPropertyBoolValue("TOCANVAS") && screen != nullptr)
-    screen->put(text_.get(), element->getPropertyIntValue("PRIORITY"));
-  text_->Visible(element->getPropertyBoolValue("VISIBLE"));
+  build(element->getPropertyValue("TEXT"), element->getPropertyBoolValue("TOCANVAS"),
+        element->getPropertyIntValue("PRIORITY"), element->getPropertyBoolValue("VISIBLE"));
   initializeBehaviours(container, element);
+}
+
+CXRect CMC_Text::area() const {
+  const CGraphicsObject* graphics = getScene()->getGraphicsObject(rect_);
+  return graphics != nullptr ? graphics->GetBoundingBox() : rect_.toRect();
+}
+
+void CMC_Text::build(const CXString& text, bool toCanvas, int priority, bool visible) {
+  text_->setJustify(area(), resolveJustify(hJustify_, _justify::left),
+                    resolveJustify(vJustify_, _justify::top));
+  text_->setFont(CMC_Font::fontOf(getScene(), fontName_));
+  text_->setText(text);
+  CRefreshScreen* screen = screenOf(*text_);
+  if (toCanvas && screen != nullptr) screen->put(text_.get(), priority);
+  text_->Visible(visible);
+}
+
+// Whether the words of a text can be asked for is not kept: those of one that is read can be.
+void CMC_Text::serialize(CXArchive& archive) {
+  CMC_Object::serialize(archive);
+  const CRefreshScreen* screen = text_ != nullptr ? screenOf(*text_) : nullptr;
+  int priority = screen != nullptr ? screen->GetPriority(text_.get()) : kOffScreen;
+  bool isOnScreen = priority != kOffScreen;
+  bool isShown = text_ != nullptr && text_->isVisible();
+  CXString text = text_ != nullptr ? text_->getText() : CXString();
+  for (CXString* property : {&vJustify_, &hJustify_, &rect_}) archive.pass(*property);
+  archive.pass(priority);
+  archive.pass(fontName_);
+  archive.pass(isOnScreen);
+  archive.pass(isShown);
+  archive.pass(text);
+  if (archive.isStoring() || archive.hasFailed()) return;
+  text_.reset(new CMultilineText6(getScene()->getWindow(), true, nullptr));
+  build(text, isOnScreen, priority, isShown);
 }
 
 CMC_Text::CMC_Text(const CMC_Text& other)
     : CMC_Object(other),
+      vJustify_(other.vJustify_),
+      hJustify_(other.hJustify_),
+      rect_(other.rect_),
+      fontName_(other.fontName_),
       text_(other.text_ != nullptr ? static_cast<CMultilineText6*>(other.text_->clone().release())
                                    : nullptr) {
   CRefreshScreen* screen = text_ != nullptr ? screenOf(*text_) : nullptr;

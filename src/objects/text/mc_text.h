@@ -26,6 +26,9 @@ class CMC_Text : public CMC_Object {
   CGraphicsObject* getGraphic() const override { return getText(); }
   // Of the same font, place and look, and on the screen where this one is.
   std::unique_ptr<CMC_Object> copy() const override;
+  // The texts of VJUSTIFY, HJUSTIFY and RECT, the priority on the screen, the name of the FONT, whether it is
+  // on the screen, whether it shows, and the text as it is now.
+  void serialize(CXArchive& archive) override;
 
   // The value of LEFT, RIGHT, CENTER, TOP or BOTTOM; of another word `otherwise`.
   static _justify resolveJustify(const CXString& word, _justify otherwise);
@@ -35,7 +38,11 @@ class CMC_Text : public CMC_Object {
 
  private:
   CMC_Text(const CMC_Text& other);
+  // Lays the text out by the properties and puts it on the screen.
+  void build(const CXString& text, bool toCanvas, int priority, bool visible);
+  CXRect area() const;
 
+  CXString vJustify_, hJustify_, rect_, fontName_;
   Owned<CMultilineText6> text_;
 };
 

@@ -1,6 +1,7 @@
-// The binary form of a game. The first byte says what the others are: "application.bin", or the file of the
-// scene of a whole one. The game runs for some ticks. What of the scene was read is stored again, and that in
-// turn: the two must be the same.
+// The binary form of a game. The first byte says what the others are: 0 "application.bin", `d` with any
+// second byte the text of a scene, which is stored first, and any other the file of the scene of a whole
+// game. The game runs for some ticks. What of the scene was read is stored again, and that in turn: the two
+// must be the same.
 
 #include "app/mc_application.h"
 #include "app/mc_scene.h"
@@ -59,19 +60,29 @@ void play(const Disk& disk) {
 }
 
 void run(std::span<const std::uint8_t> data) {
+  const std::uint8_t kind = data.empty() ? std::uint8_t{0} : data[0];
+  const std::string_view rest = textOf(data.subspan(std::min<std::size_t>(data.size(), kind == 'd' ? 2 : 1)));
   Disk disk;
   addCommonFiles(disk);
-  const bool isScene = !data.empty() && data[0] % 4 != 0;
-  const std::string_view rest = textOf(data.subspan(data.empty() ? 0 : 1));
-  disk[fileOf("application.bin")] = test::contentOf(isScene ? std::string_view(wholeApplication()) : rest);
-  disk[fileOf("MAIN.bin")] = test::contentOf(isScene ? rest : std::string_view());
+  if (kind == 'd') {
+    disk[fileOf("application.def")] = test::contentOf(
+        "DEF:MAIN(TYPE=SCENE)\nDEF:ACT(TYPE=EPISODE|SCENES=MAIN|STARTWITH=MAIN)\n"
+        "DEF:GAME(TYPE=APPLICATION|EPISODES=ACT)\n");
+    disk[fileOf("MAIN.cnv")] = test::contentOf(rest);
+    disk = storedBy(disk);
+  } else {
+    disk[fileOf("application.bin")] =
+        test::contentOf(kind != 0 ? std::string_view(wholeApplication()) : rest);
+    disk[fileOf("MAIN.bin")] = test::contentOf(kind != 0 ? rest : std::string_view());
+  }
   play(disk);
   const Disk once = storedBy(disk);
   const Disk twice = storedBy(once);
   const auto scene = [](const Disk& of) {
-    return of.contains(fileOf("MAIN.bin")) ? *of.at(fileOf("MAIN.bin")) : Bytes();
+    const auto found = of.find(fileOf("MAIN.bin"));
+    return found != of.end() ? *found->second : Bytes();
   };
-  if (isScene) demand(scene(once) == scene(twice));
+  if (kind != 0) demand(scene(once) == scene(twice));
 }
 
 }  // namespace

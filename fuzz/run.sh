@@ -16,7 +16,7 @@ for target in "${targets[@]}"; do
   [ "$target" = fuzz_script ] && seeds+=(out/fuzz/games)
   # Files of the form that a target reads, from other targets and from the tree.
   case "$target" in
-    fuzz_definition | fuzz_check | fuzz_text_coder) seeds+=(out/fuzz/games) ;;
+    fuzz_binary | fuzz_definition | fuzz_check | fuzz_text_coder) seeds+=(out/fuzz/games) ;;
     fuzz_image_tool) seeds+=(fuzz/corpus/fuzz_img) ;;
     fuzz_anim_tool) seeds+=(fuzz/corpus/fuzz_ann) ;;
   esac

@@ -12,12 +12,11 @@
 #include "foundation/string_tokenizer.h"
 #include "gfx/window.h"
 #include "input/cursor_clip.h"
+#include "objects/gfx/mc_virtual_graphics_object.h"
 #include "objects/input/mc_button.h"
-#include "objects/plain_types.h"
 #include "platform/platform.h"
 #include "script/dll_ex_module_interface.h"
 #include "script/mc_behaviour.h"
-#include "script/mc_plain_object.h"
 #include "script/melement.h"
 #include "script/melements_loader.h"
 
@@ -340,7 +339,10 @@ void CMC_Scene::stopMusic() {
 void CMC_Scene::createObject(const CXString& word, const CXString& name) {
   std::unique_ptr<CMC_Object> made;
   if (word == "BUTTON") made = CMC_Button::makeBare(this, name);
-  if (word == "VGO") made = std::make_unique<CMC_PlainObject>(name, type::kVirtualGraphicsObject);
+  if (word == "VGO") {
+    made = std::make_unique<CMC_VirtualGraphicsObject>(this);
+    made->setName(name);
+  }
   if (!made) {
     if (diagnose::isOn())
       diagnose::reportCall(diagnose::Group::arguments, "no object is made of the word " + word.str());

@@ -2,7 +2,7 @@
 
 // Run-length data of pictures in rows, each packed on its own. A control byte n, read as signed, says: from 0
 // on, that n + 1 bytes follow and are copied; below 0, that one byte follows and is repeated |n| + 1 times,
-// which makes 129 times of -128. PSD files, which are not read yet, hold it.
+// which makes 129 times of -128. PSD files hold it.
 
 #include <cstdint>
 #include <vector>

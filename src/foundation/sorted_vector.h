@@ -1,7 +1,7 @@
 #pragma once
 
 // A list that keeps its objects in the order of their `compare`; equal ones stay in the order of their
-// addition. Canvases will keep what they draw in it.
+// addition.
 
 #include <iterator>
 #include <memory>

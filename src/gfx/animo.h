@@ -143,6 +143,7 @@ class CAnimo : public CGraphicsObject, public CPlayable {
   void setPosition(int px, int py) override { SetGlobalPosition(px, py); }
   void setPosition(CXPoint point) override { setPosition(point.x, point.y); }
   void SetGlobalPosition(int px, int py) override;  // puts the anchor there
+  CXPoint exchangePlace(CXPoint place) override { return std::exchange(globalPosition_, place); }
   using CPlayable::SetGlobalPosition;
   void Move(int dx, int dy) override;
   using CGraphicsObject::Move;

@@ -1,6 +1,7 @@
 // Changes to a graphic object's own pixels.
 
 #include <algorithm>
+#include <array>
 
 #include "gfx/graphics_object.h"
 #include "gfx/pixel_format.h"
@@ -11,13 +12,14 @@ namespace {
 
 constexpr bool isTwoBytes(int bpp) { return bpp == 15 || bpp == 16; }
 
+using Pixel24 = std::array<std::byte, 3>;
+
 // The rows of a plane whose bytes cover width x height units.
-template <class Unit>
-void turnUpsideDown(std::span<std::byte> plane, int width, int height) {
-  auto* units = reinterpret_cast<Unit*>(plane.data());
+void turnUpsideDown(std::span<std::byte> plane, int width, int height, int unitBytes) {
+  const std::ptrdiff_t rowBytes = std::ptrdiff_t{width} * unitBytes;
   for (std::ptrdiff_t y = 0; y < height / 2; ++y) {
-    Unit* upper = units + y * width;
-    std::swap_ranges(upper, upper + width, units + (height - 1 - y) * width);
+    std::byte* upper = plane.data() + y * rowBytes;
+    std::swap_ranges(upper, upper + rowBytes, plane.data() + (height - 1 - y) * rowBytes);
   }
 }
 
@@ -48,20 +50,31 @@ bool CGraphicsObject::canEdit() const {
   return hasPlainPixels() && isTwoBytes(data_.bpp()) && data_.size() >= pixelCount() * 2;
 }
 
+// Plain pixels of 2 or 3 bytes that cover the picture.
+bool CGraphicsObject::canFlip() const {
+  const int bytes = GetPixelSize();
+  return hasPlainPixels() && (bytes == 2 || bytes == 3) &&
+         data_.size() >= pixelCount() * static_cast<std::size_t>(bytes);
+}
+
 void CGraphicsObject::FlipH() {
   const Repack repack(this);
   dropPacked();
-  if (!canEdit()) return;
-  turnUpsideDown<std::uint16_t>(data_.bytes(), width_, height_);
-  if (const auto plane = plainAlpha(); !plane.empty()) turnUpsideDown<std::uint8_t>(plane, width_, height_);
+  if (!canFlip()) return;
+  turnUpsideDown(data_.bytes(), width_, height_, GetPixelSize());
+  if (const auto plane = plainAlpha(); !plane.empty()) turnUpsideDown(plane, width_, height_, 1);
   flippedH_ = !flippedH_;
 }
 
 void CGraphicsObject::FlipV() {
   const Repack repack(this);
   dropPacked();
-  if (!canEdit()) return;
-  mirrorRows<std::uint16_t>(data_.bytes(), width_, height_);
+  if (!canFlip()) return;
+  if (GetPixelSize() == 3) {
+    mirrorRows<Pixel24>(data_.bytes(), width_, height_);
+  } else {
+    mirrorRows<std::uint16_t>(data_.bytes(), width_, height_);
+  }
   if (const auto plane = plainAlpha(); !plane.empty()) mirrorRows<std::uint8_t>(plane, width_, height_);
   flippedV_ = !flippedV_;
 }

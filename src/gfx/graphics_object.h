@@ -15,6 +15,7 @@
 #include <array>
 #include <cstdint>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "foundation/geometry.h"
@@ -103,7 +104,7 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   virtual CColor GetPixel(int px, int py);              // black outside and while packed
   void SetPixel(int px, int py, const CColor& colour);  // 15 and 16 bits per pixel
 
-  // Turns upside down, left to right, and back; 2-byte pixels. See graphics_edit.cpp.
+  // Turns upside down, left to right, and back; pixels of 2 and 3 bytes. See graphics_edit.cpp.
   virtual void FlipH();
   virtual void FlipV();
   virtual void resetFlips();
@@ -166,6 +167,10 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   virtual void redraw(CGraphicsObject* destination);
   // Draws the object onto its destiny.
   virtual void Redraw();
+  // Brings the pixels up to date with what else is drawn onto them.
+  virtual void compose() { drawChildren(); }
+  // The others that this one draws whenever it is drawn; see composite.h.
+  virtual std::vector<CGraphicsObject*> drawnParts() const { return {}; }
 
   // Each gives the object's error code. The base converts what a subclass loaded to the display's format.
   virtual int Load(const CXString& name);
@@ -224,6 +229,9 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   void FitObject(const CGraphicsObject& object) { FitRect(object.GetBoundingBox()); }
   // The plain place, without anchor and reports.
   void placeAt(CXPoint position) { position_ = position; }
+  // What `setPosition` changes, without anchor and reports, to draw the object elsewhere for a moment. Gives
+  // what was there.
+  virtual CXPoint exchangePlace(CXPoint place) { return std::exchange(position_, place); }
   CXPoint toLocalAxis(CXPoint point) const { return point - position_; }
   CXRect toLocalAxis(CXRect rect) const { return rect - position_; }
 
@@ -308,6 +316,7 @@ class CGraphicsObject : public CXObject, public CInvalidateObserver {
   void tellObservers(Call call);
   bool clipTo(CXSize destination);
   bool canEdit() const;
+  bool canFlip() const;
   bool decodeJpeg(JpegAllowance& allowance);
   bool unpackToEdit();
   void replacePlanes(CXSize size, PixelBlock pixels, PixelBlock alpha);

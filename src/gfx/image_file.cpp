@@ -4,6 +4,8 @@
 #include "foundation/diagnose.h"
 #include "gfx/animo.h"
 #include "gfx/image.h"
+#include "gfx/psd.h"
+#include "gfx/targa.h"
 
 namespace footlight {
 
@@ -17,6 +19,18 @@ _filetype CImageFile::Load(const CXString& name) {
   if (extension == "ann") {
     object_.reset(new CAnimo(window_, name));
     return _filetype::animation;
+  }
+  if (extension == "tga") {
+    object_.reset(new CTarga(window_, name));
+    return _filetype::targa;
+  }
+  if (extension == "bmp") {
+    object_.reset(new CXBitmap(window_, name));
+    return _filetype::bitmap;
+  }
+  if (extension == "psd") {
+    object_.reset(new CPSD(window_, name));
+    return _filetype::photoshop;
   }
   diagnose::report(diagnose::Group::file, name, "", "pictures of this kind are not read");
   return _filetype::unknown;

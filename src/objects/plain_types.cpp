@@ -13,12 +13,6 @@ consteval auto withSignals(const Signal (&own)[N]) {
   return joined(kSignalsOfAll, std::to_array(own));
 }
 
-constexpr auto kCanvasSignals = withSignals({
-    {"ONFOCUSON", "The pointer has come over it."},
-    {"ONFOCUSOFF", "The pointer has left it."},
-    {"ONCLICK", "It was clicked."},
-    {"ONRELEASE", "A mouse button was released over it."},
-});
 constexpr auto kNetServerSignals = withSignals({
     {"ONNEWPLAYER", "A player has come."},
     {"ONDESTROYPLAYER", "A player has gone."},
@@ -29,12 +23,6 @@ constexpr auto kNetClientSignals = withSignals({
     {"ONCONNECTED", "The connection stands."},
     {"ONCOMMAND", "A command has come."},
     {"ONCONNECTIONCLOSED", "The connection was lost."},
-});
-constexpr auto kScrollSignals = withSignals({
-    {"ONTOP", "Nothing raises it."},
-    {"ONBOTTOM", "Nothing raises it."},
-    {"ONLEFT", "Nothing raises it."},
-    {"ONRIGHT", "Nothing raises it."},
 });
 
 }  // namespace
@@ -81,55 +69,11 @@ extern constinit const ScriptType kStaticFilterType = {
     .signals = kSignalsOfAll,
 };
 
-extern constinit const ScriptType kCanvasType = {
-    .number = 2020,
-    .idWord = "CANVAS",
-    .definitionWord = "CANVAS",
-    .meaning = "A surface to draw on.",
-    .pass = 6,
-    .signals = kCanvasSignals,
-};
-
-extern constinit const ScriptType kPatternType = {
-    .number = 2021,
-    .idWord = "PATTERN",
-    .definitionWord = "PATTERN",
-    .meaning = "A surface of tiles.",
-    .pass = 6,
-    .signals = kCanvasSignals,
-};
-
-extern constinit const ScriptType kScrollType = {
-    .number = 2022,
-    .idWord = "SCROLL",
-    .definitionWord = "SCROLL",
-    .meaning = "Pictures that are moved together.",
-    .pass = 6,
-    .signals = kScrollSignals,
-};
-
 extern constinit const ScriptType kMovieType = {
     .number = 2024,
     .definitionWord = "MOVIE",
     .meaning = "A film.",
     .pass = 6,
-    .signals = kSignalsOfAll,
-};
-
-extern constinit const ScriptType kGrBufferType = {
-    .number = 2026,
-    .definitionWord = "GRBUFFER",
-    .meaning = "Stamps that can be taken back.",
-    .pass = 5,
-    .signals = kSignalsOfAll,
-};
-
-extern constinit const ScriptType kVirtualGraphicsObjectType = {
-    .number = type::kVirtualGraphicsObject,
-    .idWord = "VIRTUAL_GRAPHICSOBJECT",
-    .definitionWord = "VIRTUALGRAPHICSOBJECT",
-    .meaning = "A picture seen through a mask.",
-    .pass = 5,
     .signals = kSignalsOfAll,
 };
 

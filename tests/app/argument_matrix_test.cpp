@@ -11,8 +11,13 @@
 #include "objects/data/mc_quene.h"
 #include "objects/data/mc_vector.h"
 #include "objects/gfx/mc_animo.h"
+#include "objects/gfx/mc_canvas.h"
 #include "objects/gfx/mc_canvas_observer.h"
+#include "objects/gfx/mc_gr_buffer.h"
 #include "objects/gfx/mc_image.h"
+#include "objects/gfx/mc_pattern.h"
+#include "objects/gfx/mc_scroll.h"
+#include "objects/gfx/mc_virtual_graphics_object.h"
 #include "objects/input/mc_button.h"
 #include "objects/input/mc_dialog.h"
 #include "objects/input/mc_joystick.h"
@@ -82,6 +87,14 @@ constexpr Target kTargets[] = {
     {type::kText, "NOTE",
      "DEF:NOTE(TYPE=TEXT|TEXT=a <B>b<B> "
      "c|FONT=LETTERS|HYPERTEXT=TRUE|TOCANVAS=TRUE|VISIBLE=TRUE|RECT=PICTURE)"},
+    {type::kCanvas, "SHEET",
+     "DEF:SHEET(TYPE=CANVAS|WIDTH=40|HEIGHT=30|ALPHA=TRUE|BACKGROUND=TRUE|ONCLICK=CODE)"},
+    {type::kPattern, "FLOOR",
+     "DEF:FLOOR(TYPE=PATTERN|WIDTH=40|HEIGHT=30|GRIDX=8|GRIDY=8|LAYERS=2|TOCANVAS=TRUE|VISIBLE=TRUE)"},
+    {type::kScroll, "ROLL", "DEF:ROLL(TYPE=SCROLL|VIEWPORT=5,5,30,30)"},
+    {type::kGrBuffer, "STAMPS", "DEF:STAMPS(TYPE=GRBUFFER|SOURCE=PICTURE|DESTINY=SHEET)"},
+    {type::kVirtualGraphicsObject, "GLASS",
+     "DEF:GLASS(TYPE=VIRTUALGRAPHICSOBJECT|SOURCE=SHEET|MASK=PICTURE|TOCANVAS=TRUE|VISIBLE=TRUE)"},
     {type::kRandom, "RANDOM", ""},
     {type::kSystem, "SYSTEM", ""},
     {type::kCnvLoader, "CNVLOADER", ""},
@@ -108,6 +121,9 @@ constexpr const char* kArguments[] = {"\"\"",
                                       "RECORD",
                                       "CREW",
                                       "PICTURE",
+                                      "SHEET",
+                                      "FLOOR",
+                                      "GLASS",
                                       "LETTERS",
                                       "MAIN",
                                       "SELF",

@@ -290,7 +290,7 @@ TEST(Image, AnswersTwoThousandForAFileItCannotRead) {
     EXPECT_TRUE(image.GetDataPtr().empty());
   }
   CImageFile file(world.window.get());
-  EXPECT_EQ(file.Load("bad.psd"), _filetype::unknown);
+  EXPECT_EQ(file.Load("bad.pcx"), _filetype::unknown);
   EXPECT_EQ(file.object(), nullptr);
   EXPECT_EQ(file.Load("bad.img"), _filetype::image);
   EXPECT_EQ(file.object()->LastError(), CFile::kNotFound);

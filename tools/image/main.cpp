@@ -1,4 +1,4 @@
-// footlight-image: converts pictures between PNG and the engine's IMG files.
+// footlight-image: converts pictures between PNG and the engine's IMG files, and those of others into these.
 
 #include <cstdio>
 

@@ -33,8 +33,12 @@ struct Typed {
 void addOptions(CLI::App& app, Typed& typed) {
   Options& options = typed.options;
   app.set_help_flag("--help", "print this and leave");
-  app.add_option("INPUT", options.input, "a PNG or IMG file")->required()->type_name("");
-  app.add_option("OUTPUT", options.output, "the file to write: NAME.img or NAME.png")->type_name("");
+  app.add_option("INPUT", options.input, "a PNG, IMG, TGA, BMP, JPEG or PSD file")->required()->type_name("");
+  app.add_option("OUTPUT", options.output,
+                 "the file to write: NAME.img or NAME.png; of a PSD file the folder for its layers and "
+                 "layers.cnv, the "
+                 "lines that show them")
+      ->type_name("");
   app.add_flag("--info", options.isInfo, "print what INPUT holds; nothing is written");
   app.add_option("--format", options.form.bpp, "bits per pixel of an IMG file (default: 16)")
       ->check(CLI::IsMember({15, 16}))
@@ -61,7 +65,7 @@ Parsed refused(const std::string& what) { return {std::nullopt, kNoWork, "footli
 Parsed parseWords(int count, const char* const* words) {
   Typed typed;
   CLI::App app(
-      "Converts pictures between PNG and the engine's IMG files. "
+      "Converts pictures between PNG and the engine's IMG files, and other programs' pictures into these. "
       "The exit status is 0 when that was done, 2 when not.",
       "footlight-image");
   addOptions(app, typed);

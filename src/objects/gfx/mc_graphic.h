@@ -40,12 +40,12 @@ class CMC_Graphic : public CMC_Object, public CCollisionObserver, public CMouseL
   CMC_Graphic(CMC_ObjectsContainer* container, int type);
   CMC_Graphic(CMC_ObjectsContainer* container, const CMElement* element, int type);
 
-  // Loads the file in place of what there is.
-  virtual void load(const CXString& name, bool preload) = 0;
+  // Of graphics from files. Loads the file in place of what there is.
+  virtual void load(const CXString& /*name*/, bool /*preload*/) {}
   // The file behind the graphic; null without one.
-  virtual CFileResolver* file() const = 0;
+  virtual CFileResolver* file() const { return nullptr; }
   // Shows it, or not, as the definition would.
-  virtual void show(bool on) = 0;
+  virtual void show(bool /*on*/) {}
 
   CRefreshScreen* screen() const;
   CWindow* window() const { return window_; }

@@ -53,9 +53,11 @@ void CSequencedPlayable::accure(CPlayable* playable) const {
 
 // Starting
 
+// A node that was stopped while it was held is held no more.
 void CSequencedPlayable::play() {
   const Ref<CSequencedPlayable> self(this);
   const int course = ++course_;
+  setStatus(getStatus() & ~kPaused);
   ++begins_;
   notify(kStarted);
   if (isOnCourse(course)) begin();

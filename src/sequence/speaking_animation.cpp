@@ -59,7 +59,7 @@ void CSpeakingAnimation::setAnimation(const CXString& name) {
   CSequenceFigure* figure = cast_ != nullptr ? cast_->figure(name) : nullptr;
   if (figure != nullptr) {
     figure_.take(this, figure);
-  } else if (resources_ != nullptr) {
+  } else {
     figure_.takeFile(window_, resources_, name);
   }
   if (!name.equalsIgnoreCase(kBlank)) figure_.show();

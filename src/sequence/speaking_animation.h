@@ -37,7 +37,7 @@ class CSpeakingAnimation : public CXObject, public CPlayable, public CPlayableOb
   void retire() override;
   void destroy() override { dispose(); }
 
-  // The animation of an object of the scene, else one from a file where there is a manager.
+  // The animation of an object of the scene, else one from a file: shared where there is a manager.
   void setAnimation(const CXString& name);
   CAnimo* getAnimation() const { return figure_.get(); }
   // The sound of an object of the scene, else that of a file by its full name.

@@ -112,7 +112,6 @@ void TextPainter::fillColor() {
 
 void TextPainter::flush() {
   if (columns_ == 0) return;
-  if (columns_ == 0) return;
   fillColor();
   const CXRect used(0, top_, columns_, bottom_);
   const _canvas from = {std::as_writable_bytes(std::span(pixels_)),

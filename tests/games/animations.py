@@ -104,9 +104,10 @@ def behave_as_buttons():
 
 def speak():
     names = ("START", "END", "1", "2", "SAY_1", "SAY_2", "SAY_STOP")
-    folder = GAMES / "sequences_hand_over" / "Dane" / "MAIN"
+    folder = GAMES / "sequences_hand_over" / "Dane"
     frames = [frame(8, 6, 10 * i, 5, 0x1111 * (i + 1)) for i in range(2)]
-    (folder / "figure.ann").write_bytes(ann([event(name, [0, 1]) for name in names], frames))
+    for name in ("MAIN/figure.ann", "COMMON/herald.ann"):
+        (folder / name).write_bytes(ann([event(name, [0, 1]) for name in names], frames))
 
 
 if __name__ == "__main__":

@@ -159,6 +159,11 @@ TEST(Sequence, IsStoppedHeldAndAsked) {
     EXPECT_EQ(stage.run("SAID^SET(S^ISPLAYING());").text("SAID"), "TRUE");
     EXPECT_EQ(stage.run("S^RESUME();").ticks(30).heard(), "0<+n+a 43>-n-a");
   }
+  {
+    Stage stage(nested);
+    stage.run(kPlay).ticks(5).run("S^PAUSE();S^STOP();").ticks(5);
+    EXPECT_EQ(stage.run(kPlay).ticks(30).heard(), "0<+n+a 6-a 10<+n+a 23>-n-a") << "no part is held any more";
+  }
   Stage stage(nested);
   const std::string ask =
       "SAID^SET(S^GETPLAYING());SAID^ADD(\"_\");SAID^ADD(S^GETEVENTNAME());SAID^ADD(\"_\");"

@@ -26,6 +26,7 @@ CMC_Graphic::CMC_Graphic(CMC_ObjectsContainer* container, const CMElement* eleme
 
 void CMC_Graphic::serialize(CXArchive& archive) {
   CMC_Object::serialize(archive);
+  if (!isOfFile()) return;
   const CFileResolver* source = file();
   CGraphicsObject* graphic = getGraphic();
   CXString name = source != nullptr ? source->getFileName() : CXString();

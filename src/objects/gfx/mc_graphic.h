@@ -40,7 +40,9 @@ class CMC_Graphic : public CMC_Object, public CCollisionObserver, public CMouseL
   CMC_Graphic(CMC_ObjectsContainer* container, int type);
   CMC_Graphic(CMC_ObjectsContainer* container, const CMElement* element, int type);
 
-  // Of graphics from files. Loads the file in place of what there is.
+  // Of one that is not, nothing is kept but what all objects keep, and the three behind this have no meaning.
+  virtual bool isOfFile() const { return true; }
+  // Loads the file in place of what there is.
   virtual void load(const CXString& /*name*/, bool /*preload*/) {}
   // The file behind the graphic; null without one.
   virtual CFileResolver* file() const { return nullptr; }

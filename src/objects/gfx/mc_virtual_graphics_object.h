@@ -18,8 +18,6 @@ class CMC_VirtualGraphicsObject : public CMC_Graphic {
 
   // Finds a source or mask that came later than the object itself.
   void init() override;
-  // It is of no file, and nothing of it is kept but what all objects keep.
-  void serialize(CXArchive& archive) override { CMC_Object::serialize(archive); }
   // Null only once the object has ended.
   CVirtualGraphicsObject* getPicture() const { return picture_.get(); }
   CGraphicsObject* getGraphic() const override { return getPicture(); }
@@ -34,6 +32,7 @@ class CMC_VirtualGraphicsObject : public CMC_Graphic {
 
  protected:
   void unlink() override;
+  bool isOfFile() const override { return false; }
 
  private:
   CXString sourceName_;  // of the definition

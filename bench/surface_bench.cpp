@@ -77,8 +77,13 @@ void tenAlone(benchmark::State& state) {
   }
 }
 
-void patternWhole(benchmark::State& state) {
+constexpr int kSoft = 128;
+
+void patternWhole(benchmark::State& state, bool hasAlpha) {
   Floor floor;
+  for (const auto& tile : floor.tiles) {
+    if (hasAlpha) tile->AlphaChannel(PixelBlock(std::vector<std::byte>(kCell * kCell, std::byte{kSoft}), 8));
+  }
   CGraphicsObject target(floor.world.window.get(), kScreen, 16);
   for (auto round : state) {
     (void)round;
@@ -87,12 +92,13 @@ void patternWhole(benchmark::State& state) {
   }
 }
 
-void sdlTiles(benchmark::State& state) {
+void sdlTiles(benchmark::State& state, bool hasAlpha) {
   SDL_Surface* frame = SDL_CreateRGBSurfaceWithFormat(0, 800, 600, 16, SDL_PIXELFORMAT_RGB565);
   std::vector<SDL_Surface*> tiles;
   for (int i = 0; i < kKinds; ++i) {
-    tiles.push_back(SDL_CreateRGBSurfaceWithFormat(0, kCell, kCell, 16, SDL_PIXELFORMAT_RGB565));
-    SDL_FillRect(tiles.back(), nullptr, static_cast<Uint32>(i * 331));
+    tiles.push_back(SDL_CreateRGBSurfaceWithFormat(
+        0, kCell, kCell, hasAlpha ? 32 : 16, hasAlpha ? SDL_PIXELFORMAT_ARGB8888 : SDL_PIXELFORMAT_RGB565));
+    SDL_FillRect(tiles.back(), nullptr, static_cast<Uint32>(i * 331) | Uint32{kSoft} << 24);
   }
   for (auto round : state) {
     (void)round;
@@ -121,8 +127,8 @@ struct Crowd : Stage {
     frame();
     frame();
   }
-  void step() {
-    for (int i = 0; i < kMoving; ++i) {
+  void step(int movers) {
+    for (int i = 0; i < movers; ++i) {
       CGraphicsObject& sprite = *sprites[static_cast<std::size_t>(i * 20)];
       sprite.Invalidate();
       sprite.placeAt(sprite.GetPosition() + CXPoint(count % 16 < 8 ? 1 : -1, 0));
@@ -136,11 +142,11 @@ struct Crowd : Stage {
   int count = 0;
 };
 
-void moving(benchmark::State& state, bool onCanvas) {
+void moving(benchmark::State& state, bool onCanvas, int movers) {
   Crowd crowd(onCanvas);
   for (auto round : state) {
     (void)round;
-    crowd.step();
+    crowd.step(movers);
   }
 }
 
@@ -257,12 +263,24 @@ void maskWide(benchmark::State& state) {
 
 BENCHMARK(patternChanges)->Name("engine/ten of 7500 cells change")->Unit(benchmark::kMicrosecond);
 BENCHMARK(tenAlone)->Name("alone/ten of 7500 cells change")->Unit(benchmark::kMicrosecond);
-BENCHMARK(patternWhole)->Name("engine/a screen of tiles")->Unit(benchmark::kMicrosecond);
-BENCHMARK(sdlTiles)->Name("SDL/a screen of tiles")->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(moving, onCanvas, true)
+BENCHMARK_CAPTURE(patternWhole, opaque, false)
+    ->Name("engine/a screen of tiles")
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(sdlTiles, opaque, false)->Name("SDL/a screen of tiles")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(patternWhole, alpha, true)
+    ->Name("engine/a screen of soft tiles")
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(sdlTiles, alpha, true)->Name("SDL/a screen of soft tiles")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(moving, fourOn, true, 4)
+    ->Name("engine/four of 200 on a canvas")
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(moving, four, false, 4)
+    ->Name("screen/four of 200 on a canvas")
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(moving, tenOn, true, 10)
     ->Name("engine/ten of 200 on a canvas")
     ->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(moving, onScreen, false)
+BENCHMARK_CAPTURE(moving, ten, false, 10)
     ->Name("screen/ten of 200 on a canvas")
     ->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(scrolling, all, 500)->Name("engine/scroll of 500")->Unit(benchmark::kMicrosecond);

@@ -227,7 +227,8 @@ std::vector<CPatternEntry*> CPattern::entriesUnder(const Layer& layer, const Cel
       if (entry != nullptr) entries.push_back(entry);
     }
   }
-  std::ranges::sort(entries, {}, [](const CPatternEntry* entry) { return entry->number; });
+  const auto number = [](const CPatternEntry* entry) { return entry->number; };
+  if (!std::ranges::is_sorted(entries, {}, number)) std::ranges::sort(entries, {}, number);
   return entries;
 }
 
